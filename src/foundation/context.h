@@ -1,0 +1,82 @@
+// tm_vext: the record of the schematic package and the shell, one instance for the whole program: arguments,
+// streams, display state, open sheet files, key and menu actions, the counts of errors and warnings.  Handles
+// of the window system are opaque here; only the window knows their types.
+#pragma once
+
+#include <array>
+#include <cstdio>
+
+#include "foundation/status.h"
+#include "foundation/strings.h"
+
+inline constexpr std::size_t tm_max_arguments = 40;
+inline constexpr std::size_t tm_max_open_files = 32;
+inline constexpr std::size_t tm_do_levels = 10;
+
+struct tm_point_t {
+    std::int32_t x = 0, y = 0;
+};
+
+struct tm_bounds_t {
+    std::int32_t xmin = 0, ymin = 0, xmax = 0, ymax = 0;
+};
+
+struct tm_open_file_t {  // an open sheet file
+    bool open = false;
+    std::FILE* stream = nullptr;
+};
+
+using tm_actions_12 = std::array<tm_string_record_t, 12>;
+using tm_actions_4 = std::array<tm_string_record_t, 4>;
+
+struct tm_defref_var_rec_t {
+    std::int32_t argc_main = 0;
+    char** argv_main = nullptr;
+    std::FILE* debugfile = nullptr;    // trace file; null before start-up and after shutdown
+    std::FILE* cursessfile = nullptr;  // session transcript
+    tm_string_record_t cursessname;
+    bool end_flag = false;       // the program is to end
+    bool init_done = false;      // the display connection is open
+    bool all_init_done = false;  // start-up is complete
+    bool display_on = false;     // drawing is enabled
+    bool transcript_state = false;
+    std::int32_t file_id_edit = 0, file_id_context = 0, file_id_act = 0, file_id_views = 0;
+    std::int8_t num_file_open = 0;
+    std::array<tm_open_file_t, tm_max_open_files> filear;
+    tm_point_t base_point, obj_pos;  // model units
+    tm_point_t pixel_pos;            // pointer, pixels of the drawing area
+    std::int16_t num_errors = 0, num_warnings = 0;
+    tm_string_record_t str_cmd;  // text of the command entry
+    std::int32_t nb_arg_comline = 0;
+    std::array<tm_string_record_t, tm_max_arguments> argcomline;  // position 1 is the program name
+
+    // Interpreter.
+    std::int16_t do_ind = 0;  // depth of DO, 0..10
+    std::array<std::FILE*, tm_do_levels> commandfile{};
+    bool cmd_executing = false;
+
+    // Window.
+    void* dpy = nullptr;
+    std::int16_t numpage = 0;  // 0 Results, 1 Context
+    std::uint32_t keysym = 0, state = 0;
+    tm_bounds_t bitmap_size;  // of the current drawing area, pixels
+    tm_point_t pick_aperture;
+    bool mark_rectangle_on = false, snap_on = false, smash_on = false, search_on = false;
+    bool grid_on = true;
+    tm_string_record_t search_path;
+
+    // Texts bound to keys and buttons.
+    tm_actions_12 action_f, action_fs, action_fc, action_fa;
+    tm_actions_12 action_fup, action_fsup, action_fcup, action_faup;
+    tm_actions_4 action_a, action_as, action_ac, action_aa;
+    std::array<tm_string_record_t, 6> action_but;
+    std::array<tm_string_record_t, 13> action_ck;
+};
+
+extern tm_defref_var_rec_t tm_vext;
+
+// Stores the arguments as counted strings: each up to its first control byte, empty when it has none within
+// its first 199 positions.
+void tm_store_arg(std::int32_t argc, char** argv);
+// The stored argument at a 1-based position; outside 1..nb_arg_comline an empty text and the status -1.
+void tm_get_arg(std::int32_t position, tm_string_record_t& result, STATUS_T& status);

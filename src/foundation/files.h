@@ -1,0 +1,39 @@
+// tm: files, shell commands and the date.  Opens streams and descriptors by path, where a leading "$QUILLARN"
+// (any case) stands for the installation root; runs shell commands; reads the calendar date in UTC.
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "foundation/strings.h"
+
+struct tm_stream_closer {
+    void operator()(std::FILE* f) const { std::fclose(f); }
+};
+using tm_stream = std::unique_ptr<std::FILE, tm_stream_closer>;  // the owner of a stream inside one procedure
+
+inline constexpr const char* tm_default_root = "/users/quillarn";
+
+// The installation root: the environment variable QUILLARN, or the default when it is unset or empty.
+std::string tm_installation_root();
+
+// rorw: 'W' writes (truncating), 'R' reads; any other is fatal.  rdoly: the file must exist already.
+// open_ok false: the path cannot be opened, nothing is said.
+void tm_popen_file(const tm_string_record_t& pathin, char rorw, bool rdoly, std::FILE*& fid, bool& open_ok);
+void tm_popen_filei(const tm_string_record_t& pathin, char rorw, bool rdoly, int& fid, bool& open_ok);
+
+// Runs the text as a shell command, without its enclosing quotes; 199 characters or more: ignored.
+void tm_system(const tm_string_record_t& cmd);
+// False makes SYSTEM and the '!' escape run nothing (fuzzing); true at start.
+extern bool tm_shell_commands_allowed;
+
+void tm_get_date(std::int16_t& day, std::int16_t& month, std::int16_t& year, std::int16_t& hour,
+                 std::int16_t& minute);
+// The same from seconds since 1970-01-01.
+void tm_date_of(std::int64_t seconds, std::int16_t& day, std::int16_t& month, std::int16_t& year,
+                std::int16_t& hour, std::int16_t& minute);
+
+// Reads one line, at most 198 characters; other bytes than 32..126 become blanks; pos becomes 1.  cut tells
+// that the line was longer: its rest has been skipped.
+void tm_read_one_line(std::FILE* file, tm_string_record_t& buf, std::int32_t& pos, bool& cut);

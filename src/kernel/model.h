@@ -1,0 +1,19 @@
+// kol: what a model is to the kernel.  The models register one table at start-up; the set-up binds instances
+// to rows by their MODEL property and pins to handlers by their PIN property.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "netlist/store.h"
+
+struct kol_model_t {
+    std::string_view name;  // MODEL value, compared without regard to case, exact length
+    yx_procedure_t set_up;  // for kol_ext.cur_inst
+    bool by_pin_property;   // false: one handler serves every input pin
+    yx_procedure_t (*handler_of)(
+        std::string_view pin_value);  // null result: no handler; empty text for gates
+};
+
+void kol_set_models(std::span<const kol_model_t> table);
+std::span<const kol_model_t> kol_models();

@@ -1,0 +1,21 @@
+// kol: the event queue.  Owns every change that is scheduled and has not happened yet, in one list ordered by
+// time and, within one time, by handler priority and arrival; executed records are recycled, newest first.
+// Scheduling before the time of the event being executed is fatal (file_data_invalid).
+#pragma once
+
+#include "kernel/context.h"
+
+// Schedules the pin's change to state at cur_time + delay on the net it drives (standard net or sub-net).
+void kol_output_state(yx_pin_record_t* pin, yx_net_record_t* net, std::int32_t delay, std::int8_t state);
+// Schedules a FORCE event at an absolute time, behind every queued event of that time.
+void kol_create_force_event(yx_net_record_t* net, std::int32_t abs_time, std::int8_t state);
+// Turns the forces and clocks of the run window [start_time, end_time) into FORCE events.
+void kol_expand_stimuli();
+// Takes the head off the queue and recycles its record.
+void kol_retire_cur_event();
+// Empties the queue; the records go to the free list with time -1.
+void kol_empty_queue();
+// Consistency check of queue and free list; fatal on a violation.
+void kol_list_all_event();
+// The root of the net's tree; a bus or a broken tree is fatal.
+yx_net_record_t* kol_root_net(yx_net_record_t* net);

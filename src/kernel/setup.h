@@ -1,0 +1,12 @@
+// kol: simulation set-up.  Turns the loaded netlist into a network that runs: fills references from indexes,
+// binds instances to models and pins to handlers, schedules initial states, computes the largest delay; and
+// returns the run-time state to its initial value for the restart commands.  User errors are shown and
+// counted; inconsistent chains are fatal (file_data_invalid).
+#pragma once
+
+#include "kernel/model.h"
+
+void kol_init_object_ptr();
+void kol_install_pinhdler(yx_pin_record_t* pin, const yx_prop_record_t* model, bool& install_ok);
+void kol_exec_init_pinhdler(const tm_string_record_t& model, bool& model_init_ok);
+void kol_init_net_state();

@@ -1,0 +1,15 @@
+// kol: the five combinational gates AND, NAND, OR, NOR, XOR, with any number of inputs and outputs.  Set-up
+// reads RISE, FALL and DRIVE of the pins of cur_inst; the input handlers recompute the output and schedule
+// it.  User errors of set-up are shown, counted, and end that instance's set-up.
+#pragma once
+
+void kol_and_init();
+void kol_nand_init();
+void kol_or_init();
+void kol_nor_init();
+void kol_xor_init();
+void kol_and_i1_hdler();
+void kol_nand_i1_hdler();
+void kol_or_i1_hdler();
+void kol_nor_i1_hdler();
+void kol_xor_i1_hdler();

@@ -1,0 +1,38 @@
+// kol: the list view.  Shows the values of the listed signals over time: one column per signal, buses spread
+// into their members, one row per time, names at the foot in four staggered lines; writes the same table to a
+// file. Times are time steps; columns are 1..1024, one outside is fatal (file_data_invalid).
+#pragma once
+
+#include <cstdio>
+
+#include "kernel/context.h"
+
+// Layout: column and row of every entry; with a bus, stops after that bus.
+void kol_update_column_list(yx_bus_rec_t* bus);
+void kol_update_col_list_bus(yx_bus_rec_t* bus);
+
+// Cursors.
+void kol_list_get_sigresult(yx_signal_rec_t* signal, std::int32_t cur_time);
+void kol_list_get_busresult(yx_bus_rec_t* bus, std::int32_t cur_time);
+void kol_list_get_signextime(yx_signal_rec_t* signal, std::int32_t curtime, std::int32_t& nextime);
+void kol_list_get_busnextime(yx_bus_rec_t* bus, std::int32_t curtime, std::int32_t& nextime);
+void kol_list_get_nextime(std::int32_t curtime, std::int32_t& nextime);
+
+// Drawing on rs_results_canvas.
+void kol_list_write_signame();
+void kol_list_bus_write_signame(yx_bus_rec_t* bus);
+void kol_list_write_sigresult();
+void kol_list_writebusresult(std::int32_t row, yx_bus_rec_t* bus, std::int32_t cur_time);
+// The geometry of both views from the height of the drawing bitmap at start-up.
+void kol_set_list_geometry(std::int32_t bitmap_height);
+// Redraws the Results page when drawing is enabled.
+void kol_update_darea_edit();
+void kol_cursor_down_1st();
+void kol_cursor_up_1st();
+
+// The list file, on the stream kol_wli.
+extern std::FILE* kol_wli;
+void kol_list_wfile_signame();
+void kol_list_bus_wfile_signame(std::int16_t row_cur, yx_bus_rec_t* bus, std::int16_t& column);
+void kol_list_wfile_sigresult(std::int32_t begin_time, std::int32_t end_time);
+void kol_list_wfilebusresult(yx_bus_rec_t* bus, std::int32_t cur_time, std::int16_t& column);
