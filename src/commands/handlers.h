@@ -1,0 +1,36 @@
+// kol: the command handlers, grouped by the file that defines them.  Each gets the number of keywords and the
+// keyword array; it checks, acts and echoes as command.h says.
+#pragma once
+
+#include "commands/command.h"
+
+// Interpreter level.
+void kol_bye_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_quit_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_do_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_dobin_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_dodirbin_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_command_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_display_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_transcript_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_help_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_hardcopy_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_define_key_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_readln_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword, kol_array_param_t& var_father);
+
+// stimulus: what drives the circuit and advances its time.
+void kol_force_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_clock_period_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_run_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
+// observation: signals on the views, user buses.
+void kol_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_define_bus_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
+// settings: spikes and timing.
+void kol_spike_check_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_spike_min_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_spike_model_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
+// files: the list file.
+void kol_write_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
