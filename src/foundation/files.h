@@ -17,10 +17,15 @@ inline constexpr const char* tm_default_root = "/users/quillarn";
 
 // The installation root: the environment variable QUILLARN, or the default when it is unset or empty.
 std::string tm_installation_root();
+// The path as the opening procedures use it: the prefix replaced, cut to 192 characters.
+std::string tm_resolve_path(const tm_string_record_t& pathin);
 
-// rorw: 'W' writes (truncating), 'R' reads; any other is fatal.  rdoly: the file must exist already.
-// open_ok false: the path cannot be opened, nothing is said.
+// rorw: 'W' writes (truncating), 'R' reads, in either case; any other is fatal.  rdoly: the file must exist
+// already, else it is created.  open_ok false: the path cannot be opened, nothing is said.  A path that
+// exists but cannot be opened that way ends the program with status 0.
 void tm_popen_file(const tm_string_record_t& pathin, char rorw, bool rdoly, std::FILE*& fid, bool& open_ok);
+// The same as a descriptor: read-only with rdoly, else write-only, created and truncated; rorw plays no part.
+// A failure leaves a trace line and fid -1.
 void tm_popen_filei(const tm_string_record_t& pathin, char rorw, bool rdoly, int& fid, bool& open_ok);
 
 // Runs the text as a shell command, without its enclosing quotes; 199 characters or more: ignored.
@@ -35,5 +40,9 @@ void tm_date_of(std::int64_t seconds, std::int16_t& day, std::int16_t& month, st
                 std::int16_t& hour, std::int16_t& minute);
 
 // Reads one line, at most 198 characters; other bytes than 32..126 become blanks; pos becomes 1.  cut tells
-// that the line was longer: its rest has been skipped.
+// that the line was longer: its rest has been skipped.  After the last line, ended by a line feed or not, the
+// end of the file is known at once, so "while (!tm_no_more_lines(file)) tm_read_one_line(...)" meets each
+// line once.
 void tm_read_one_line(std::FILE* file, tm_string_record_t& buf, std::int32_t& pos, bool& cut);
+// True at the end of the file and when the stream cannot be read (a directory).
+bool tm_no_more_lines(std::FILE* file);

@@ -5,8 +5,9 @@
 
 #include <sys/time.h>
 
+#include <array>
 #include <cstdint>
-#include <span>
+#include <string_view>
 
 #include "foundation/strings.h"
 
@@ -23,6 +24,10 @@ std::int64_t xfwrite(int fd, const void* buf, std::int64_t len);
 
 template <typename T>
 T* xintadd(T* p) {
+    return p;
+}
+template <typename T>
+T* xprocaddr(T* p) {
     return p;
 }
 constexpr std::int32_t xpand(std::int32_t a, std::int32_t b) { return a & b; }

@@ -41,5 +41,6 @@ extern const std::array<std::string_view, tm_error_count> tm_error_array;
 [[noreturn]] void tm_fatal(std::int32_t error_code);  // the same for callers without a status word
 [[noreturn]] void _OutMem();
 
-// Writes one line to the trace file when it is open; printf-style.  The wording of trace lines is free.
+// Writes one line to the trace file when it is open; printf-style, a missing line feed at the end is added.
+// The wording of trace lines is free.
 [[gnu::format(printf, 1, 2)]] void tm_trace(const char* format, ...);

@@ -53,7 +53,8 @@ void tm_check_name(const tm_name_record_t& n);
 void tm_check_value(const tm_value_record_t& v);
 
 // Copies, destination last.  The source length must be 0..199 (names 0..63, values 0..95), else fatal.
-// tm_copy_const counts its text by xstrlen, so it takes at most 99 characters.
+// tm_copy_const and tm_concat_const count their text by xstrlen, so they take its first 99 characters; a text
+// of 200 characters or more is fatal.
 void tm_copy_line(const tm_string_record_t& src, tm_string_record_t& dst);
 void tm_copy_string(const char* chars, std::int32_t len, tm_string_record_t& dst);
 void tm_copy_const(const char* text, tm_string_record_t& dst);
@@ -110,7 +111,11 @@ tm_char_set_t tm_char_set(std::string_view members);
 
 // Skips from pos over characters of the set; ch is the first other character, 0 when pos is outside the text.
 void tm_findchar(const tm_string_record_t& buf, const tm_char_set_t& set, char& ch, std::int32_t& pos);
-// The next token of buf from pos (1-based); quoted tokens keep their quotes.  An empty token: nothing left.
+// The next token of buf from pos (1-based); quoted tokens keep their quotes.  One terminator in front of the
+// token is stepped over, then blanks; pos ends on the terminator behind the token, behind the closing quote,
+// or at len + 1.  An empty token with pos below len stands between two terminators: with the set {blank, ','}
+// both "a,,b" and "a , b" give "a", "", "b".  A terminator in the last position is never stepped over: an
+// empty token with pos at len or beyond means that nothing is left.
 void tm_rd_string_t(const tm_string_record_t& buf, const tm_char_set_t& term_chars, tm_string_record_t& token,
                     std::int32_t& pos);
 // Makes any text sound before it is used as a command; inner line feeds become ';'.
