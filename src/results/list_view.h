@@ -10,6 +10,8 @@
 // Layout: column and row of every entry; with a bus, stops after that bus.
 void kol_update_column_list(yx_bus_rec_t* bus);
 void kol_update_col_list_bus(yx_bus_rec_t* bus);
+// Assigns the columns; false when they do not end within 1024, which drawing and writing require.
+bool kol_list_fits();
 
 // Cursors.
 void kol_list_get_sigresult(yx_signal_rec_t* signal, std::int32_t cur_time);
@@ -25,8 +27,10 @@ void kol_list_write_sigresult();
 void kol_list_writebusresult(std::int32_t row, yx_bus_rec_t* bus, std::int32_t cur_time);
 // The geometry of both views from the height of the drawing bitmap at start-up.
 void kol_set_list_geometry(std::int32_t bitmap_height);
-// Redraws the Results page when drawing is enabled.
+// Draws the Results page on its canvas when drawing is enabled; tm_shell.redraw_results calls it and shows
+// the page.
 void kol_update_darea_edit();
+// Scrolling of the list by one time step, about a hundredth of end_time.
 void kol_cursor_down_1st();
 void kol_cursor_up_1st();
 

@@ -1,0 +1,3 @@
+#include "results/canvas.h"
+
+rs_canvas* rs_results_canvas = nullptr;

@@ -1,0 +1,24 @@
+#include "results/list_rows.h"
+
+#include "kernel/state.h"
+#include "kernel/time.h"
+#include "results/list_layout.h"
+
+std::string kol_list_time_text(std::int32_t time) {
+    tm_string_record_t text;
+    kol_time_to_string(time, text);
+    std::string_view shown = tm_view(text);
+    if (shown.size() > kol_list_time_width) shown.remove_prefix(shown.size() - kol_list_time_width);
+    return std::string(shown);
+}
+
+std::string kol_list_value_text(const yx_signal_rec_t& signal) {
+    if (signal.list_state_cur == nullptr) return {};
+    char two[2];
+    kol_state_to_statechar(signal.list_state_cur->state, two);
+    return {two, kol_list_value_width()};
+}
+
+std::string_view kol_list_name_head(const tm_string_record_t& name) {
+    return tm_view(name).substr(0, kol_list_name_width());
+}

@@ -1,0 +1,139 @@
+#include "results/list_view.h"
+
+#include "foundation/context.h"
+#include "foundation/shell.h"
+#include "results/canvas.h"
+#include "results/list_layout.h"
+#include "results/list_rows.h"
+
+namespace {
+
+void draw_text(rs_point at, std::string_view text) {
+    rs_results_canvas->text(at, text, rs_colour::white, kol_ext.list_steph, kol_ext.list_height);
+}
+
+std::int32_t column_offset(const yx_signal_rec_t& signal) {
+    return kol_ext.list_steph * (signal.column - kol_ext.list_cur_column);
+}
+
+std::int32_t row_offset(std::int32_t row) { return kol_ext.list_stepv * (row - 1); }
+
+void draw_name(const yx_signal_rec_t& place, std::string_view name) {
+    std::string padded(name);
+    padded.resize(kol_list_name_width(), ' ');
+    draw_text({column_offset(place) + kol_ext.list_sig1n_x0, row_offset(place.row) + kol_ext.list_sig1n_y0},
+              padded);
+}
+
+// A long name of an entry shows its end, where names of one path differ.
+std::string_view name_tail(const tm_string_record_t& name) {
+    std::string_view tail = tm_view(name);
+    if (tail.size() > kol_list_name_width()) tail.remove_prefix(tail.size() - kol_list_name_width());
+    return tail;
+}
+
+void draw_time(std::int32_t row, std::int32_t time) {
+    const std::string text = kol_list_time_text(time);
+    const auto blanks = static_cast<std::int32_t>(kol_list_time_width + 1 - text.size());
+    draw_text({kol_ext.list_steph * blanks + kol_ext.list_sig1t_x0, row_offset(row) + kol_ext.list_sig1t_y0},
+              text);
+}
+
+void draw_value(std::int32_t row, const yx_signal_rec_t& signal) {
+    const std::string text = kol_list_value_text(signal);
+    if (text.empty() || !kol_list_column_shown(signal)) return;
+    draw_text({column_offset(signal) + kol_ext.list_sig1r_x0, row_offset(row) + kol_ext.list_sig1r_y0}, text);
+}
+
+void draw_members(std::int32_t row, const yx_bus_rec_t& bus) {
+    for (const yx_signal_rec_t* member = bus.signal; member != nullptr; member = member->next) {
+        if (!member->sig_bus) {
+            draw_value(row, *member);
+        } else if (member->bus != nullptr) {
+            kol_list_place_members(*member);
+            draw_members(row, *member->bus);
+        }
+    }
+}
+
+void draw_row(std::int32_t row, yx_signal_rec_t* entry, std::int32_t time) {
+    draw_time(row, time);
+    for (; entry != nullptr; entry = entry->next) {
+        if (!entry->sig_bus) {
+            kol_list_get_sigresult(entry, time);
+            draw_value(row, *entry);
+        } else if (entry->bus != nullptr) {
+            kol_list_place_members(*entry);
+            kol_list_writebusresult(row, entry->bus, time);
+        }
+    }
+}
+
+}  // namespace
+
+void kol_list_bus_write_signame(yx_bus_rec_t* bus) {
+    bool bus_named = false;
+    for (yx_signal_rec_t* member = bus->signal; member != nullptr; member = member->next) {
+        if (member->sig_bus) {
+            if (member->bus == nullptr) continue;
+            kol_list_place_members(*member);
+            kol_list_bus_write_signame(member->bus);
+        } else if (kol_list_column_shown(*member) && !(bus->combine && bus_named)) {
+            draw_name(*member, kol_list_name_head(bus->combine ? bus->name : member->name));
+            bus_named = true;
+        }
+    }
+}
+
+void kol_list_write_signame() {
+    if (rs_results_canvas == nullptr) return;
+    for (yx_signal_rec_t* entry = kol_list_first_entry(); entry != nullptr; entry = entry->next) {
+        if (!entry->sig_bus) {
+            if (kol_list_column_shown(*entry)) draw_name(*entry, name_tail(entry->name));
+        } else if (entry->bus != nullptr) {
+            kol_list_place_members(*entry);
+            kol_list_bus_write_signame(entry->bus);
+        }
+    }
+}
+
+void kol_list_writebusresult(std::int32_t row, yx_bus_rec_t* bus, std::int32_t cur_time) {
+    kol_list_get_busresult(bus, cur_time);
+    draw_members(row, *bus);
+}
+
+void kol_list_write_sigresult() {
+    yx_signal_rec_t* first = kol_list_first_entry();
+    std::int32_t time = kol_ext.list_cur_time;
+    if (rs_results_canvas == nullptr) return;
+    if (first == nullptr || time < 0) {
+        kol_trace(" LIST : nothing to draw : time : %d\n", time);
+        return;
+    }
+    const std::int32_t rows = rs_results_canvas->height() / 22 - 12;
+    for (std::int32_t row = 1; row <= rows; ++row) {
+        draw_row(row, first, time);
+        if (!kol_list_next_row_time(time) || time > kol_ext.cur_time) return;
+    }
+}
+
+void kol_set_list_geometry(std::int32_t bitmap_height) {
+    kol_ext.list_height = 20;
+    kol_ext.list_stepv = kol_ext.list_height;
+    kol_ext.list_steph = 12;
+    kol_ext.list_sig1n_x0 = 17 * kol_ext.list_steph;
+    kol_ext.list_sig1n_y0 = kol_ext.list_stepv * (bitmap_height / 22 - 10);
+    kol_ext.list_sig1r_x0 = 16 * kol_ext.list_steph;
+    kol_ext.list_sig1r_y0 = kol_ext.list_stepv;
+    kol_ext.list_sig1t_x0 = kol_ext.list_steph;
+    kol_ext.list_sig1t_y0 = kol_ext.list_stepv;
+}
+
+void kol_update_darea_edit() {
+    if (!tm_vext.display_on || rs_results_canvas == nullptr) return;
+    rs_results_canvas->clear();
+    if (!kol_ext.list_or_trace) return;
+    kol_update_column_list(nullptr);
+    kol_list_write_signame();
+    kol_list_write_sigresult();
+}
