@@ -1,0 +1,12 @@
+# A 16 x 16 multiplier (ISCAS'85 c6288) multiplies 24 pairs of operands.
+# $ARG1: the folder of this file.
+# The array of adders glitches while it settles; with the check on, 51 spikes would stop the run.
+SPIKE CHECK OFF
+# The operands and the product, most significant bit first.
+DEFINE BUS C a N256 N239 N222 N205 N188 N171 N154 N137 N120 N103 N86 N69 N52 N35 N18 N1
+DEFINE BUS C b N528 N511 N494 N477 N460 N443 N426 N409 N392 N375 N358 N341 N324 N307 N290 N273
+DEFINE BUS C p N6288 N6287 N6280 N6270 N6260 N6250 N6240 N6230 N6220 N6210 N6200 N6190 N6180 N6170 N6160 N6150 N6123 N5971 N5672 N5308 N4946 N4591
+DEFINE BUS A p N4241 N3895 N3552 N3211 N2877 N2548 N2223 N1901 N1581 N545
+LIST B a b p
+DO $ARG1/stimuli.cmd
+WRITE LIST products

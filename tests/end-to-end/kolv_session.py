@@ -1,0 +1,77 @@
+"""Runs the real program under a private X server.
+
+    with Display() as display:
+        result = display.run(directory, "RUN 10\nQUIT\n")
+
+Every program gets a session of its own, because it ends its whole process group."""
+import os
+import pathlib
+import subprocess
+import tempfile
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+BIN = pathlib.Path(os.environ.get("KOLV_BIN_DIR", SOURCE / "build/release/bin"))
+
+
+class Result:
+    def __init__(self, status, stdout, directory):
+        self.status = status
+        self.stdout = stdout
+        transcript = directory / "current_session"
+        self.transcript = transcript.read_text().splitlines() if transcript.exists() else []
+
+
+class Display:
+    """A private Xvfb on a display number that the server chooses."""
+
+    def __init__(self, screen="1280x1024x24"):
+        self.screen = screen
+
+    def __enter__(self):
+        read, write = os.pipe()
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", self.screen, "-nolisten", "tcp"],
+            pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(write)
+        with os.fdopen(read) as number:
+            self.name = ":" + number.readline().strip()
+        return self
+
+    def __exit__(self, *_):
+        self.server.terminate()
+        self.server.wait()
+
+    def environment(self, home):
+        env = {k: v for k, v in os.environ.items() if k not in ("XENVIRONMENT", "XAPPLRESDIR")}
+        env.update(DISPLAY=self.name, HOME=str(home), LC_ALL="C.UTF-8")
+        env.setdefault("QUILLARN", str(SOURCE / "share"))
+        return env
+
+    def start(self, arguments, cwd, stdout=subprocess.PIPE):
+        """The program with these arguments, in a session of its own."""
+        return subprocess.Popen([str(BIN / "kolv"), *map(str, arguments)], cwd=cwd, env=self.environment(cwd),
+                                stdin=subprocess.DEVNULL, stdout=stdout, stderr=subprocess.STDOUT,
+                                start_new_session=True)
+
+    def run(self, directory, commands, timing="TYP", design="design_yx", parameters=(), timeout=120):
+        """Runs a session whose initial command file holds these commands (the last must end the program)."""
+        directory = pathlib.Path(directory)
+        (directory / "session.cmd").write_text(commands)
+        program = self.start([directory, timing, directory / "session.cmd", design, *parameters], directory)
+        try:
+            stdout, _ = program.communicate(timeout=timeout)
+        except subprocess.TimeoutExpired:
+            program.kill()
+            raise
+        return Result(program.returncode, stdout.decode("latin-1"), directory)
+
+
+def expand(netlist, design, *options):
+    """Makes a design file; the netlist is a path below the source tree or an absolute one."""
+    subprocess.run([str(BIN / "kolv-expand"), *map(str, options), str(SOURCE / netlist), "-o", str(design)],
+                   check=True, stdout=subprocess.DEVNULL)
+
+
+def work_directory():
+    """A fresh short path: paths of the program hold at most 199 characters."""
+    return tempfile.TemporaryDirectory(prefix="kolv")
