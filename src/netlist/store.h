@@ -25,6 +25,7 @@ inline constexpr std::int16_t yx_kind_initialised = 4;  // net_kind whose initia
 
 using yx_procedure_t = void (*)();
 
+struct kol_fan_out_t;
 struct yx_event_rec_t;
 struct yx_list_state_rec_t;
 struct yx_break_signal_rec_t;
@@ -79,7 +80,18 @@ struct yx_net_u1_t {             // standard net and sub-net
     yx_net_record_t* father_net_ptr = nullptr;
     std::int32_t next_sub_net = 0;
     yx_net_record_t* next_sub_net_ptr = nullptr;
-    yx_event_rec_t* first_pending = nullptr;  // queued events of this root net, in no stated order
+
+    // Run time, of a root net.
+    yx_event_rec_t* first_pending = nullptr;  // queued events from pins, in no stated order
+    yx_event_rec_t* first_force = nullptr;    // queued FORCE events, by time while forces_sorted
+    yx_event_rec_t* last_force = nullptr;
+    bool forces_sorted = true;
+    yx_list_state_rec_t* first_state = nullptr;  // oldest history record
+    std::int32_t nb_of_observer = 0;             // signals that keep the history alive
+    const kol_fan_out_t* fan_out = nullptr;      // the pins that the tree feeds, in pre-order
+    std::int32_t nb_of_fan_out = 0;
+    std::int32_t nb_of_driver = 0;
+    const yx_signal_state_rec* const* driver = nullptr;  // the states of the pins that drive the tree
 };
 
 struct yx_net_u2_t {  // bus
@@ -197,17 +209,20 @@ struct yx_macro_record_t {
 // ---- run-time records
 // ---------------------------------------------------------------------------------------
 
-struct yx_event_rec_t {
+struct alignas(64) yx_event_rec_t {
     std::int32_t time = 0;
     std::int8_t state = 0;
+    bool unordered = false;          // placed by the fast path or moved by the Pessimistic reaction
+    std::int16_t priority = 0;       // the pin's handler priority; the largest for a FORCE event
     yx_pin_record_t* pin = nullptr;  // the output pin that scheduled it; none for a FORCE event
     yx_net_record_t* net = nullptr;  // root of the net tree concerned
     yx_event_rec_t* previous = nullptr;
     yx_event_rec_t* next = nullptr;
-    yx_event_rec_t* net_previous = nullptr;  // among the queued events of the net
-    yx_event_rec_t* net_next = nullptr;
-    bool unordered = false;  // placed by the fast path or moved by the Pessimistic reaction
+    yx_event_rec_t* net_next = nullptr;  // among the queued events of the net
+    yx_event_rec_t* higher = nullptr;    // chain of priorities within one time, see the time index
+    yx_event_rec_t* lower = nullptr;
 };
+static_assert(sizeof(yx_event_rec_t) == 64);  // one cache line
 
 struct yx_list_state_rec_t {  // one change of an observed net
     std::int32_t time = 0;
