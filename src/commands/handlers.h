@@ -16,7 +16,14 @@ void kol_transcript_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_help_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_hardcopy_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_define_key_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_system_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_readln_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword, kol_array_param_t& var_father);
+// False: the rest of the line is given up.
+bool kol_assign_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword, kol_array_param_t& var_father);
+void kol_status_key_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+// The built-in steps that the arrow keys are bound to.
+void kol_cursor_step_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_viewport_step_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 
 // stimulus: what drives the circuit and advances its time.
 void kol_force_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
