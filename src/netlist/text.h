@@ -23,11 +23,10 @@ inline std::string_view yxi_view(const yxi_string_record_t& s) {
     return {s.charp, static_cast<std::size_t>(s.len)};
 }
 
-// A string record together with its buffer, for callers that need one of their own.
-struct yxi_text_t {
+// A string record together with its buffer; empty at first.
+struct yxi_text_t : yxi_string_record_t {
     std::array<char, yxi_string_bytes> buffer{};
-    yxi_string_record_t record{0, buffer.data()};
-    yxi_text_t() = default;
+    yxi_text_t() { charp = buffer.data(); }
     yxi_text_t(const yxi_text_t&) = delete;
     yxi_text_t& operator=(const yxi_text_t&) = delete;
 };
