@@ -1,0 +1,36 @@
+// kol: what the handlers of the simulation commands share to read their keywords and to refuse a command.
+#pragma once
+
+#include "commands/command.h"
+
+// Whether the keyword begins with one of the capital letters, in either case.
+bool kol_begins_with_one_of(const tm_string_record_t& keyword, std::string_view letters);
+// Signal names begin with "/" or a letter, names of the user's own with a letter.
+bool kol_begins_with_letter(const tm_string_record_t& keyword);
+bool kol_begins_like_signal(const tm_string_record_t& keyword);
+
+// The keyword as time steps; false for a bad text.
+bool kol_read_time(const tm_string_record_t& keyword, std::int32_t& time);
+// The same, a negative time being refused too.
+bool kol_read_positive_time(const tm_string_record_t& keyword, std::int32_t& time);
+// Turns a time counted from cur_time into an absolute one; false beyond the largest time.
+bool kol_count_from_now(std::int32_t& time);
+
+// Why a command is refused; an empty error: it is not.  quoted: the rejection echo quotes its keywords.
+struct kol_rejection_t {
+    std::string_view error;
+    bool quoted = false;
+    explicit operator bool() const { return !error.empty(); }
+};
+// The rejection echo, made of the words of the normal echo and keywords first.., and the error line.
+void kol_reject(std::string_view words, std::int16_t first, std::int16_t nkeyword,
+                kol_array_keyword_t& keyword, const kol_rejection_t& rejection);
+
+// Puts a record at the end of a list.
+template <typename T>
+void kol_append_record(T* record, T*& first, T*& last) {
+    record->previous = last;
+    record->next = nullptr;
+    (last == nullptr ? first : last->next) = record;
+    last = record;
+}

@@ -1,0 +1,21 @@
+// kol: observed signals.  Finds what a name of LIST or DEFINE BUS stands for, makes the records of entries
+// and bus members, which observe their nets from then on, and keeps user buses within what the views can
+// show.
+#pragma once
+
+#include "kernel/context.h"
+
+enum kol_radix : std::int16_t { kol_hexadecimal = 0, kol_binary = 1, kol_decimal = 2 };
+
+struct kol_found_signal_t {
+    tm_string_record_t name;         // as typed; "_0" behind it for a bus of the design
+    yx_bus_rec_t* bus = nullptr;     // a user bus
+    yx_net_record_t* net = nullptr;  // otherwise; the first member for a bus of the design
+};
+
+// Looks for a user bus, a probe, an absolute path, a net index and a relative name, in this order.
+bool kol_find_signal(const tm_string_record_t& name, kol_found_signal_t& found);
+// A new record of what was found, at the current simulation path.
+yx_signal_rec_t* kol_make_signal(const kol_found_signal_t& found, std::int16_t base_number);
+// Gives up a record that no list holds, and its observation of the net.
+void kol_drop_signal(yx_signal_rec_t* signal);

@@ -1,0 +1,145 @@
+// DEFINE BUS.
+#include <vector>
+
+#include "commands/handlers.h"
+#include "commands/keyword.h"
+#include "commands/observed_signal.h"
+#include "foundation/shell.h"
+#include "kernel/lookup.h"
+#include "results/list_view.h"
+
+namespace {
+
+constexpr std::string_view bus_words = " DEFine BUS ";
+constexpr std::string_view member_words = " DEFine BUS  ";
+
+constexpr kol_rejection_t kind_invalid{
+    "# !! Error : 3rd parameter invalid ( should be : \"Comb\" or \"Nocomb\" ) "};
+constexpr kol_rejection_t name_invalid{"# !! Error : 4th parameter invalid ( should begin with letter ) "};
+constexpr kol_rejection_t name_exists{"# !! Error :  Name Already Exists ? "};
+constexpr kol_rejection_t bus_exists{"# !! Error : Bus Name Already Exists ? "};
+constexpr kol_rejection_t bus_unknown{"# !! Error : Bus do not Exists ? "};
+constexpr kol_rejection_t member_not_found{"# !! Error : NET not found "};
+constexpr kol_rejection_t bus_in_itself{"# !! Error : Bus can not contain itself ? "};
+constexpr kol_rejection_t bus_too_large{"# !! Error : too many signals in BUS ( max : 1024 ) "};
+
+constexpr std::int16_t first_member_keyword = 5;
+
+// A bus with the buses inside it has at most as many members as the list has columns.  Nested buses count
+// too, so buses never nest deeper than this.
+constexpr std::int32_t max_members = 1024;
+
+using found_members = std::vector<kol_found_signal_t>;
+
+// Counts no further than just beyond the most there may be.
+std::int32_t count_members(const yx_bus_rec_t& bus) {
+    std::int32_t count = 0;
+    for (const yx_signal_rec_t* member = bus.signal; member != nullptr; member = member->next) {
+        count += 1 + (member->sig_bus ? count_members(*member->bus) : 0);
+        if (count > max_members) break;
+    }
+    return count;
+}
+
+bool every_bus_fits() {
+    for (const yx_bus_rec_t* bus = kol_ext.start_sim_bus; bus != nullptr; bus = bus->next)
+        if (count_members(*bus) > max_members) return false;
+    return true;
+}
+
+bool contains(const yx_bus_rec_t& bus, const yx_bus_rec_t& other) {
+    if (&bus == &other) return true;
+    for (const yx_signal_rec_t* member = bus.signal; member != nullptr; member = member->next)
+        if (member->sig_bus && contains(*member->bus, other)) return true;
+    return false;
+}
+
+// Checks keywords 3 and 4; existing: the bus to append to, none for a new bus.
+kol_rejection_t read_bus(kol_array_keyword_t& keyword, yx_bus_rec_t*& existing) {
+    const tm_string_record_t& kind = kol_kw(keyword, 3);
+    const tm_string_record_t& name = kol_kw(keyword, 4);
+    if (!kol_begins_with_one_of(kind, "CNA")) return kind_invalid;
+    if (!kol_begins_with_letter(name)) return name_invalid;
+    yx_net_record_t* net = nullptr;
+    if (kol_find_net(name, net) != 0) return name_exists;
+    existing = nullptr;
+    const bool exists = kol_find_sim_bus(name, existing) != 0;
+    const bool append = kol_begins_with_one_of(kind, "A");
+    if (append && !exists) return bus_unknown;
+    if (!append && exists) return bus_exists;
+    return {};
+}
+
+kol_rejection_t find_members(std::int16_t nkeyword, kol_array_keyword_t& keyword,
+                             const yx_bus_rec_t* existing, found_members& members) {
+    for (std::int16_t k = first_member_keyword; k <= nkeyword; ++k) {
+        if (!kol_find_signal(kol_kw(keyword, k), members.emplace_back())) return member_not_found;
+        const yx_bus_rec_t* bus = members.back().bus;
+        if (bus != nullptr && existing != nullptr && contains(*bus, *existing)) return bus_in_itself;
+    }
+    return {};
+}
+
+yx_signal_rec_t* last_member(const yx_bus_rec_t& bus) {
+    yx_signal_rec_t* member = bus.signal;
+    while (member != nullptr && member->next != nullptr) member = member->next;
+    return member;
+}
+
+void append_members(yx_bus_rec_t& bus, const found_members& members) {
+    yx_signal_rec_t* last = last_member(bus);
+    for (const kol_found_signal_t& found : members)
+        kol_append_record(kol_make_signal(found, kol_binary), bus.signal, last);
+}
+
+void drop_last_members(yx_bus_rec_t& bus, std::size_t count) {
+    yx_signal_rec_t* last = last_member(bus);
+    for (; count > 0; --count) {
+        yx_signal_rec_t* before = last->previous;
+        (before == nullptr ? bus.signal : before->next) = nullptr;
+        kol_drop_signal(last);
+        last = before;
+    }
+}
+
+// Members that nest too many others, or a listed bus that outgrows the list, are taken back.
+bool add_members(yx_bus_rec_t& bus, const found_members& members) {
+    append_members(bus, members);
+    if (count_members(bus) <= max_members && every_bus_fits() && kol_list_fits()) return true;
+    drop_last_members(bus, members.size());
+    return false;
+}
+
+bool make_bus(kol_array_keyword_t& keyword, const found_members& members) {
+    auto* bus = new yx_bus_rec_t;
+    bus->name = kol_kw(keyword, 4);
+    bus->cur_sim_path = kol_ext.cur_sim_path;
+    bus->combine = kol_begins_with_one_of(kol_kw(keyword, 3), "C");
+    if (!add_members(*bus, members)) {
+        delete bus;
+        return false;
+    }
+    kol_append_record(bus, kol_ext.start_sim_bus, kol_ext.last_sim_bus);
+    return true;
+}
+
+bool extend_bus(yx_bus_rec_t& bus, const found_members& members) {
+    if (!add_members(bus, members)) return false;
+    tm_shell.redraw_results();  // the bus may be listed
+    return true;
+}
+
+}  // namespace
+
+void kol_define_bus_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    yx_bus_rec_t* existing = nullptr;
+    found_members members;
+    if (const kol_rejection_t wrong = read_bus(keyword, existing))
+        kol_reject(bus_words, 3, nkeyword, keyword, wrong);
+    else if (const kol_rejection_t unknown = find_members(nkeyword, keyword, existing, members))
+        kol_reject(member_words, 3, nkeyword, keyword, unknown);
+    else if (!(existing != nullptr ? extend_bus(*existing, members) : make_bus(keyword, members)))
+        kol_reject(bus_words, 3, nkeyword, keyword, bus_too_large);
+    else
+        kol_echo(bus_words, 3, nkeyword, keyword);
+}
