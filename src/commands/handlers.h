@@ -30,7 +30,7 @@ void kol_force_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_clock_period_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_run_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 
-// observation: signals on the views, user buses.
+// observation and user_bus: signals on the views, buses of the user.
 void kol_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_define_bus_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 
