@@ -305,15 +305,9 @@ void yxc_set_fault(yxc_fault_t& fault, std::string_view section, std::int32_t re
     if (yxc_is_sound(fault)) fault = {section, record, std::move(what)};
 }
 
-std::string yxc_range_error(std::string_view field, const yxl_range& range, std::int32_t value,
-                            std::int32_t place) {
-    const bool own_place = range.bound == yxl_bound::place;
-    const std::int32_t lowest = own_place ? place : range.lowest;
-    const std::int32_t highest = own_place                           ? place
-                                 : range.bound == yxl_bound::counter ? yx_sext.*range.counter
-                                                                     : range.highest;
-    if (value >= lowest && value <= highest) return {};
-    return std::string(field) + " " + number(value) + " outside " + number(lowest) + ".." + number(highest);
+std::string yxc_outside(std::string_view field, std::int32_t value, yxc_limits_t limits) {
+    return std::string(field) + " " + number(value) + " outside " + number(limits.lowest) + ".." +
+           number(limits.highest);
 }
 
 void yxc_check_header(const yx_general_info_record_t& info, yxc_fault_t& fault) {

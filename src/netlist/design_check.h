@@ -19,10 +19,16 @@ struct yxc_fault_t {
 inline bool yxc_is_sound(const yxc_fault_t& fault) { return fault.section.empty(); }
 void yxc_set_fault(yxc_fault_t& fault, std::string_view section, std::int32_t record, std::string what);
 
-// A value that a row bounds against its range; place is the record's 1-based place in its section.  An empty
-// text: it lies inside.
-std::string yxc_range_error(std::string_view field, const yxl_range& range, std::int32_t value,
-                            std::int32_t place);
+// The values that a row's range admits for the record at a 1-based place.
+struct yxc_limits_t {
+    std::int32_t lowest, highest;
+};
+inline yxc_limits_t yxc_limits(const yxl_range& range, std::int32_t place) {
+    if (range.bound == yxl_bound::place) return {place, place};
+    if (range.bound == yxl_bound::counter) return {range.lowest, yx_sext.*range.counter};
+    return {range.lowest, range.highest};
+}
+std::string yxc_outside(std::string_view field, std::int32_t value, yxc_limits_t limits);
 
 // The fields of one record against the ranges of its rows.
 template <typename Record>
@@ -30,9 +36,10 @@ void yxc_check_record(const yxl_layout<Record>& layout, const Record& record, st
                       yxc_fault_t& fault) {
     yxl_each_row(layout, record, [&](const yxl_row<Record>& row) {
         if (row.range.bound == yxl_bound::none) return true;
-        std::string what = yxc_range_error(row.name, row.range, row.value(record), place);
-        if (what.empty()) return true;
-        yxc_set_fault(fault, layout.section, place, std::move(what));
+        const std::int32_t value = row.value(record);
+        const yxc_limits_t limits = yxc_limits(row.range, place);
+        if (value >= limits.lowest && value <= limits.highest) return true;
+        yxc_set_fault(fault, layout.section, place, yxc_outside(row.name, value, limits));
         return false;
     });
 }

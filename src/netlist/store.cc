@@ -1,6 +1,7 @@
 #include "netlist/store.h"
 
 #include <cstdlib>
+#include <utility>
 
 #include "foundation/context.h"
 #include "foundation/shell.h"
@@ -137,7 +138,7 @@ void yx_error_stop() {
             tm_vext.debugfile = nullptr;
         }
         close_sheet_files();
-        if (tm_vext.init_done) tm_shell.abandon_display();
+        if (std::exchange(tm_vext.init_done, false)) tm_shell.abandon_display();
     }
     std::puts("!!! YX_ERROR_STOP  ");
     std::fflush(stdout);
