@@ -37,6 +37,7 @@ void tm_display(std::string_view text);
 void tm_count_error();
 void tm_count_warning();
 
-// The normal end of a session (BYE, QUIT, the window's Quit): finalize, close the display, end the process
-// group.  Never returns in the program.
+// The normal end of a session (BYE, QUIT, the window's Quit): finalize, close the display when it is open,
+// flush every stream, end the process group.  Never returns in the program.  Both ends of the program clear
+// tm_vext.init_done before they call abandon_display, so it is called once.
 void motif_main_quit();
