@@ -203,6 +203,12 @@ std::int16_t kol_command_words(const kol_command_row_t& row) {
     return words;
 }
 
+std::string kol_help_topic(const kol_command_row_t& row) {
+    std::string topic(row.canonical.substr(0, row.canonical.find(' ')));
+    std::transform(topic.begin(), topic.end(), topic.begin(), tm_upper_case);
+    return topic;
+}
+
 void kol_rejection_echo(const kol_command_row_t& row, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
     tm_string_record_t command = tm_string("# ");
     tm_append(row.canonical, command);

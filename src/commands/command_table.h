@@ -4,6 +4,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 
 #include "commands/command.h"
 
@@ -36,5 +37,7 @@ std::span<const kol_command_row_t> kol_command_table();
 const kol_command_row_t* kol_find_command(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 // The number of command words in front of a row's parameters.
 std::int16_t kol_command_words(const kol_command_row_t& row);
+// The name of the row's help text: the first command word in capitals.
+std::string kol_help_topic(const kol_command_row_t& row);
 // "# ", the canonical words, then the keywords behind them.
 void kol_rejection_echo(const kol_command_row_t& row, std::int16_t nkeyword, kol_array_keyword_t& keyword);

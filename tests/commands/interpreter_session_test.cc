@@ -1,0 +1,150 @@
+// The commands of the session itself, the expansion of the entry, the start values, and lines of any kind.
+#include <random>
+
+#include "command_session.h"
+#include "commands/command_table.h"
+
+namespace {
+
+using interpreter_session = command_session;
+
+const std::string count_error(nb_par_invalid), second_error(second_par_incorrect);
+
+TEST_F(interpreter_session, turns_display_and_transcript_on_and_off) {
+    expect_each({
+        {"DISPLAY off", {" DISplay OFF "}},
+        {"disp ONLY", {" DISplay ON "}},
+        {"DISPLAY XY", {"# DISplay XY ", second_error}},
+        {"DISPLAY", {"# DISplay ", count_error}},
+        {"TRANSCRIPT on;TRANS OF", {" TRANScript  ON ", " TRANScript  OFF "}},
+        {"TRANS o", {"# TRANScript o ", second_error}},
+        {"TRANS ON OFF", {"# TRANScript ON OFF ", count_error}},
+        {"TRANS yes", {"#  !!! Unknown Command  ?? ", "# \"TRANS yes\" "}},
+    });
+    EXPECT_TRUE(tm_vext.display_on && !tm_vext.transcript_state);
+    EXPECT_EQ(seen.redraws, 4);
+}
+
+TEST_F(interpreter_session, puts_a_text_into_the_command_entry) {
+    for (const auto& [keyword, entry] :
+         std::vector<std::pair<std::string, std::string>>{{"\"RUN TIME \"", "RUN TIME  "},
+                                                          {"'a \"b\" c'", "a \"b\" c "},
+                                                          {"x\"a\"b\"y", "a\"b "},
+                                                          {"RUN", "RUN"},
+                                                          {"\"RUN 1", "RUN 1 "},
+                                                          {"''", " "}}) {
+        EXPECT_EQ(type("COMMAND " + keyword), lines{"# COMmand " + keyword + " "});
+        EXPECT_EQ(seen.entry, entry) << keyword;
+        EXPECT_EQ(tm_view(tm_vext.str_cmd), entry);
+    }
+}
+
+TEST_F(interpreter_session, shows_help_files) {
+    file("kolv/help/list_commands", "RUN\n\tFORCE");
+    file("kolv/help/kol_1_RUN", "RUN [time]\n");
+    const std::string path = folder.string() + "/kolv/help/";
+    const std::string no_help = "# !! Error :  Help on this command not found ? ";
+    expect_each({
+        {"HELP;help RUN", {"# \"RUN\" ", "# \" FORCE\" ", " HELp ", "# \"RUN [time]\" ", " HELp RUN "}},
+        {"HELP run", {"# HELp run ", no_help, "# !! : \"" + path + "kol_1_run"}},
+        {"HELP ../list_commands",
+         {"# HELp ../list_commands ", no_help, "# !! : \"" + path + "kol_1_../list_commands"}},
+    });
+    std::filesystem::remove(path + "list_commands");
+    EXPECT_EQ(type("HELP"), (lines{"# HELp ", "# !! Error :  List of commands for Help not found ? ",
+                                   "# !! : \"" + path + "list_commands"}));
+}
+
+void expect_expansions(const std::vector<std::pair<std::string, std::string>>& cases) {
+    for (const auto& [typed, entry] : cases) {
+        seen.entry = "nothing";
+        kol_expand_cmd(tm_string(typed));
+        EXPECT_EQ(seen.entry, entry) << typed;
+    }
+}
+
+TEST_F(interpreter_session, expands_the_entry_to_current_values) {
+    yx_sext.time_step = 1.0F;
+    tm_vext.base_point = {250000, -50000};
+    expect_expansions({{"base?", " BASEpoint Edit 2.50 -0.50 "},
+                       {"CLO PER?", " CLOck PERiod *** "},
+                       {"grid step ?", " GRId STep 0.0 "},
+                       {"GRI?", " GRId ON "},
+                       {"scale,trace,time?", " SCAle TRAce TIMe 1000.000 "},
+                       {"SCA USE UNI?", " SCAle USEr UNIt 1.00 "},
+                       {"SPI MOD?", " SPIke MODel Indgene "},
+                       {"SPI CHE #?", " SPIke CHEck ON"},
+                       {"TIM COE?", " TIMing COEfficient 1.00 1.00 1.00 1.00 "},
+                       {"RUN 100?", "nothing"}});
+    EXPECT_EQ(seen.shown,
+              (lines{"#  !! Unknown Command or not implemented for expand  ?? ", "# cmd :  \"RUN 100?"}));
+    kol_forceblk_rec_t clock;
+    clock.clock_period = 40;
+    kol_ext.last_clock_force_blk = &clock;
+    kol_ext.list_period = kol_ext.spike_min_t0 = 5;
+    kol_ext.list_base_time = kol_ext.trace_period = -1;
+    kol_ext.spike_model = kol_nosuppress;
+    kol_ext.spike_on = tm_vext.grid_on = false;
+    kol_ext.tim_coef_setup = -1;
+    expect_expansions({{"CLO PER?", " CLOck PERiod 40.000 "},
+                       {"PER LIS?", " PERiod LISt 5.000 *** "},
+                       {"PER TRA?", " PERiod TRAce *** "},
+                       {"SPI MIN?", " SPIke MIN 5.000 "},
+                       {"SPI MOD?", " SPIke MODel Nosuppress "},
+                       {"SPI CHE?", " SPIke CHEck OFF"},
+                       {"GRI", " GRId OFF "},
+                       {"TIM COE?", " TIMing COEfficient 1.00 *** 1.00 1.00 "}});
+    kol_ext.last_clock_force_blk = nullptr;
+    kol_ext.list_period = -1;
+    kol_ext.tspike_min = 10;
+    expect_expansions({{"PER LIS?", " PERiod LISt *** "}, {"SPI MIN?", " SPIke MIN 0.0 "}});
+}
+
+TEST_F(interpreter_session, starts_with_the_parameters_of_a_new_session) {
+    kol_ext.dir_path = tm_string("/design");
+    kol_ext.spike_model = kol_suppress;
+    kol_ext.spike_on = kol_ext.list_or_trace = false;
+    kol_ext.cur_time = tm_vext.do_ind = kol_ext.timing_ar[119] = 5;
+    kol_initparam_before();
+    EXPECT_EQ(tm_view(kol_ext.dir_path), "/design");
+    EXPECT_EQ(tm_view(kol_ext.cur_sim_path), "/");
+    EXPECT_TRUE(kol_ext.spike_on && kol_ext.list_or_trace && kol_ext.spike_model == kol_indgene);
+    EXPECT_EQ(kol_ext.cur_time + kol_ext.timing_ar[119] + tm_vext.do_ind, 0);
+}
+
+// A line of commands and parameters, every third one with a wrong byte, every third one of any bytes.
+std::string generated_line(std::mt19937& random, int n) {
+    constexpr std::string_view pieces[] = {
+        ",",  ";",  "'",           "\"", "#", "!", "$ARG1", "$VAR2", "$VAR31",         "1",
+        "ON", "/a", "99999999999", "-1", "C", "R", "x",     "*",     "kolp_statistics"};
+    const auto below = [&random](std::size_t limit) { return random() % limit; };
+    std::string text;
+    for (std::size_t words = 1 + below(12); words > 0; --words) {
+        if (below(3) == 0) text += kol_command_table()[below(kol_command_table().size())].canonical;
+        text += " " + std::string(pieces[below(std::size(pieces))]);
+    }
+    if (n % 3 == 1) text[below(text.size())] = static_cast<char>(below(256));
+    if (n % 3 == 2) text.resize(1 + below(600));
+    for (char& c : text)
+        if (n % 3 == 2) c = static_cast<char>(below(256));
+    return text;
+}
+
+TEST_F(interpreter_session, survives_generated_lines) {
+    std::mt19937 random(20040322);
+    tm_shell_commands_allowed = false;
+    tm_vext.nb_arg_comline = 2;
+    tm_vext.argcomline[1] = tm_string(folder.string());
+    for (int n = 0; n < 5000; ++n) {
+        const std::string text = generated_line(random, n);
+        tm_string_record_t line;
+        line.len = static_cast<std::int32_t>(text.size());
+        std::copy_n(text.begin(), std::min(text.size(), sizeof line.all), line.all);
+        tm_vext.end_flag = false;
+        kol_process_command(line, kol_ext.ext_arg, kol_ext.top_var);
+        ASSERT_TRUE(!tm_vext.cmd_executing && tm_vext.do_ind == 0) << text;
+    }
+    EXPECT_GT(seen.shown.size(), 5000U);
+}
+
+}  // namespace
