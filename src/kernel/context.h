@@ -70,10 +70,9 @@ struct kol_defref_var_rec_t {
     yx_net_record_t* cur_net = nullptr;
 
     // Event queue.
-    yx_event_rec_t* cur_event = nullptr;   // head
-    yx_event_rec_t* last_event = nullptr;  // tail
-    yx_event_rec_t* work_event = nullptr;  // insertion cursor
-    yx_event_rec_t* start_old_event = nullptr;
+    yx_event_rec_t* cur_event = nullptr;        // head
+    yx_event_rec_t* last_event = nullptr;       // tail
+    yx_event_rec_t* start_old_event = nullptr;  // free list of event records
     yx_event_rec_t* last_old_event = nullptr;
 
     // Spikes.
@@ -124,6 +123,8 @@ extern tm_string_record_t kol_init_do_file;
 // Writes a line to the simulator's trace stream when it is open.
 [[gnu::format(printf, 1, 2)]] void kol_trace(const char* format, ...);
 
-// Frees every run-time record of the simulator (events, histories, forces, signals) and returns kol_ext to
-// its initial values (a test begins so; the program never does this).
+// Frees every run-time record of the simulator (events, histories, bit states, and what hangs off kol_ext:
+// forces, clock blocks, probes, breaks, user buses, list and trace signals, each made with new) and returns
+// kol_ext to its initial values (a test begins so; the program never does this).  The store is cleared after
+// it, never before.
 void kol_context_clear();

@@ -1,6 +1,7 @@
 // kol: the state histories of observed nets.  A history begins with a record (0, iU) when the net gets its
 // first observer (a list or trace signal, a member of a user bus) and goes on until the last one leaves; it
-// is in order of time, the net's list_state being the newest record.  Records are recycled.
+// is in order of time, the net's list_state being the newest record and its first_state the oldest.  A net
+// that has changed before it is observed gets a record of its last change too.  Records are recycled.
 #pragma once
 
 #include "kernel/context.h"
@@ -15,3 +16,5 @@ void kol_append_history(yx_net_record_t* net, std::int32_t time, std::int8_t sta
 // it.
 void kol_init_list_state();
 void kol_init_bus_list_state(yx_bus_rec_t* bus);
+// Frees every history record.
+void kol_clear_history();

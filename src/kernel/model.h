@@ -11,9 +11,14 @@ struct kol_model_t {
     std::string_view name;  // MODEL value, compared without regard to case, exact length
     yx_procedure_t set_up;  // for kol_ext.cur_inst
     bool by_pin_property;   // false: one handler serves every input pin
-    yx_procedure_t (*handler_of)(
-        std::string_view pin_value);  // null result: no handler; empty text for gates
+    // Null result: no handler; the text is empty where one handler serves every pin.
+    yx_procedure_t (*handler_of)(std::string_view pin_value);
+    yx_procedure_t clear = nullptr;  // forgets the data of every instance
 };
 
 void kol_set_models(std::span<const kol_model_t> table);
 std::span<const kol_model_t> kol_models();
+// The row of a MODEL value, null when there is none.
+const kol_model_t* kol_find_model(std::string_view name);
+// Runs every model's clear.
+void kol_clear_models();

@@ -1,6 +1,10 @@
 // kol: the event queue.  Owns every change that is scheduled and has not happened yet, in one list ordered by
 // time and, within one time, by handler priority and arrival; executed records are recycled, newest first.
-// Scheduling before the time of the event being executed is fatal (file_data_invalid).
+// Scheduling before the time of the event being executed is fatal (file_data_invalid); a time beyond 32 bits
+// becomes the largest.
+//
+// The place of a pin's event depends only on the events queued: whatever was inserted before, the search ends
+// at the same neighbours.  So no insertion cursor is kept; the time index finds the place.
 #pragma once
 
 #include "kernel/context.h"
@@ -17,5 +21,9 @@ void kol_retire_cur_event();
 void kol_empty_queue();
 // Consistency check of queue and free list; fatal on a violation.
 void kol_list_all_event();
+// The same for one queued event and its neighbours only.
+void kol_check_neighbours(const yx_event_rec_t& event);
+// Frees every event record.
+void kol_clear_queue();
 // The root of the net's tree; a bus or a broken tree is fatal.
 yx_net_record_t* kol_root_net(yx_net_record_t* net);

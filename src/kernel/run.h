@@ -6,6 +6,7 @@
 #include "kernel/context.h"
 
 void kol_exec_all_event(bool& no_event_found);
+// Executes the head of the queue, which stays there.
 void kol_exec_cur_event();
 // The next net of the net tree in pre-order, none at its end.
 yx_net_record_t* kol_find_next_childnet(yx_net_record_t* net);

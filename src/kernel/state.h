@@ -3,11 +3,13 @@
 // nothing here fails.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string_view>
 
 enum kol_values : std::int16_t { kol_vi = 0, kol_v0 = 1, kol_vx = 2, kol_v1 = 3 };
 inline constexpr std::int16_t kol_drive_strong = 4;
+inline constexpr std::int8_t kol_state_count = 20;
 
 void kol_valdrive_to_state(std::int16_t svalue, std::int16_t drive, std::int8_t& state);
 void kol_state_to_valdrive(std::int8_t state, std::int16_t& svalue, std::int16_t& drive);
@@ -25,3 +27,13 @@ std::int16_t kol_xor_value(std::int16_t svalue1, std::int16_t svalue2);
 bool kol_keyword_to_state(std::string_view keyword, std::int8_t& state);
 // The code of a drive letter in either case, -1 for any other character.
 std::int16_t kol_drive_of_letter(char letter);
+
+constexpr bool kol_state_is_valid(std::int8_t state) { return state >= 0 && state < kol_state_count; }
+// The value part alone, for code that reads many states.
+constexpr std::int16_t kol_value_of(std::int8_t state) {
+    return kol_state_is_valid(state) ? static_cast<std::int16_t>(state & 3) : std::int16_t{kol_vi};
+}
+// The same value, indeterminate, at the drive of the state.
+constexpr std::int8_t kol_indeterminate_of(std::int8_t state) {
+    return kol_state_is_valid(state) ? static_cast<std::int8_t>(state & ~3) : std::int8_t{0};
+}

@@ -13,3 +13,5 @@ void kol_nand_i1_hdler();
 void kol_or_i1_hdler();
 void kol_nor_i1_hdler();
 void kol_xor_i1_hdler();
+// Forgets every gate.
+void kol_clear_gates();

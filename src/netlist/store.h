@@ -25,7 +25,7 @@ inline constexpr std::int16_t yx_kind_initialised = 4;  // net_kind whose initia
 
 using yx_procedure_t = void (*)();
 
-struct kol_fan_out_t;
+struct kol_pin_link_t;
 struct yx_event_rec_t;
 struct yx_list_state_rec_t;
 struct yx_break_signal_rec_t;
@@ -88,10 +88,10 @@ struct yx_net_u1_t {             // standard net and sub-net
     bool forces_sorted = true;
     yx_list_state_rec_t* first_state = nullptr;  // oldest history record
     std::int32_t nb_of_observer = 0;             // signals that keep the history alive
-    const kol_fan_out_t* fan_out = nullptr;      // the pins that the tree feeds, in pre-order
+    const kol_pin_link_t* fan_out = nullptr;     // the pins that the tree feeds, in pre-order
+    const kol_pin_link_t* driver = nullptr;      // the pins that drive the tree, in pre-order
     std::int32_t nb_of_fan_out = 0;
     std::int32_t nb_of_driver = 0;
-    const yx_signal_state_rec* const* driver = nullptr;  // the states of the pins that drive the tree
 };
 
 struct yx_net_u2_t {  // bus

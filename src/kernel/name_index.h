@@ -1,0 +1,15 @@
+// kol: the index of the design's names.  Answers which net, or which pin, is the first by index that one of
+// its strings names, without regard to case.  Made when first asked, from a store whose references are
+// filled; forgotten when another design is set up.
+#pragma once
+
+#include "kernel/context.h"
+
+struct kol_named_t {
+    std::int32_t net = 0;        // by its path or name, its children's names and paths, its pins' paths
+    std::int32_t net_alone = 0;  // by its path or name or its children's paths
+    std::int32_t pin = 0;        // by the pin's own path
+};
+
+// Indexes of the first records that the name names, 0 for none.
+kol_named_t kol_find_named(const tm_string_record_t& name);
