@@ -327,9 +327,9 @@ void yxc_check_strings(yxc_fault_t& fault) {
 }
 
 void yxc_check_references(yxc_fault_t& fault) {
+    each_record(yxl_nets, yx_ptrto_net_rec, yx_sext.max_net_cur, fault, net_error);
     each_record(yxl_insts, yx_ptrto_inst_rec, yx_sext.max_inst_cur, fault, instance_error);
     each_record(yxl_pins, yx_ptrto_pin_rec, yx_sext.max_pin_cur, fault, pin_error);
-    each_record(yxl_nets, yx_ptrto_net_rec, yx_sext.max_net_cur, fault, net_error);
     each_record(yxl_macros, yx_ptrto_macro_rec, yx_sext.max_macro_cur, fault,
                 [](const yx_macro_record_t& macro) {
                     std::string what = property_error(macro);
