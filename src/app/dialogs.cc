@@ -1,0 +1,87 @@
+#include "app/dialogs.h"
+
+#include <Xm/MessageB.h>
+#include <Xm/TextF.h>
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "app/entry.h"
+#include "app/window_record.h"
+
+namespace {
+
+constexpr std::size_t prompt_characters = 92;
+
+struct prompt_row {
+    const char* name;
+    const char* label;
+    const char* before;  // the command around the value
+    const char* after;
+    Widget dialog = nullptr, value = nullptr;
+};
+std::array<prompt_row, 3> prompts = {{
+    {"Run Extra Simulation Time", "Give the New Extra Simulation Time \n", " RUN ", " "},
+    {"View Time List Time", "Give the New Time \n", " View Time List  ", ""},
+    {"View Time Trace Time", "Give the New Time \n", " View Time Trace  ", ""},
+}};
+
+Widget information_dialog(const char* name, const char* text) {
+    const tm_xm_string message(text);
+    const tm_xm_string title(name);
+    Arg args[] = {{const_cast<char*>(XmNmessageString), reinterpret_cast<XtArgVal>(message.get())},
+                  {const_cast<char*>(XmNdialogTitle), reinterpret_cast<XtArgVal>(title.get())}};
+    Widget dialog =
+        XmCreateInformationDialog(tm_window.top_window, const_cast<char*>(name), args, XtNumber(args));
+    XtUnmanageChild(XmMessageBoxGetChild(dialog, XmDIALOG_HELP_BUTTON));
+    return dialog;
+}
+
+void prompt_ok_cb(Widget, XtPointer client_data, XtPointer) {
+    const auto& row = *static_cast<const prompt_row*>(client_data);
+    char* typed = XmTextFieldGetString(row.value);
+    const std::string text = std::string(typed).substr(0, prompt_characters);
+    XtFree(typed);
+    if (text.empty()) return kol_set_quick_message("  !! Error : Invalid Time Value ??\n");
+    kol_send_command(row.before + text + row.after);
+}
+
+void create_prompt(prompt_row& row) {
+    row.dialog = information_dialog(row.name, row.label);
+    row.value = XtVaCreateManagedWidget(" Time ", xmTextFieldWidgetClass, row.dialog, XmNmaxLength,
+                                        static_cast<int>(prompt_characters), nullptr);
+    XtAddCallback(row.dialog, XmNokCallback, prompt_ok_cb, &row);
+    XtVaSetValues(row.dialog, XmNinitialFocus, row.value, nullptr);
+}
+
+}  // namespace
+
+void kol_set_quick_message(const char* text) {
+    static Widget dialog = nullptr;
+    if (dialog == nullptr) {
+        dialog = information_dialog("Quick_Message", text);
+        XtUnmanageChild(XmMessageBoxGetChild(dialog, XmDIALOG_CANCEL_BUTTON));
+    }
+    const tm_xm_string message(text);
+    XtVaSetValues(dialog, XmNmessageString, message.get(), nullptr);
+    XtManageChild(dialog);
+}
+
+void dialog_prompt(prompt_dialog which) {
+    prompt_row& row = prompts[static_cast<std::size_t>(which)];
+    if (row.dialog == nullptr) create_prompt(row);
+    XmTextFieldSetString(row.value, const_cast<char*>("1000"));
+    XtManageChild(row.dialog);
+    XmTextFieldSetSelection(row.value, 0, XmTextFieldGetLastPosition(row.value),
+                            XtLastTimestampProcessed(tm_window.dpy));  // typing replaces it
+}
+
+void dialog_open_sheet() {
+    if (tm_vext.numpage != 1)
+        return kol_set_quick_message(
+            " !! Error : You may vie a new schemativ ONLY in Context Window  ...\n"
+            " --> Please Switch to Page 2 = Context Window\n \n");
+    entry_set_text(" VIEw Sheet  ");
+    entry_focus();
+}

@@ -1,0 +1,16 @@
+// tm: the command entry.  Owns the text field in which commands are typed: its first text, which yields to
+// the first key, sending what was typed, expansion.
+#pragma once
+
+#include <string_view>
+
+#include "app/window_record.h"
+
+void entry_create(Widget parent);            // label_entry and entrycmd
+void entry_set_text(std::string_view text);  // replaces the text, ready to be edited
+void entry_send();                           // executes the text, or expands it behind a "?"
+void entry_focus();
+void kol_cmd_activate_cb(Widget, XtPointer, XtPointer);
+
+// A command line at top level: keys, buttons, menus and the entry end here.
+void kol_send_command(std::string_view text);

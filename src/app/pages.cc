@@ -1,0 +1,160 @@
+#include "app/pages.h"
+
+#include <Xm/DrawingA.h>
+#include <Xm/TabStack.h>
+
+#include <algorithm>
+#include <string>
+
+#include "app/x_canvas.h"
+#include "foundation/platform.h"
+#include "foundation/shell.h"
+#include "kernel/context.h"
+#include "results/list_view.h"
+
+namespace {
+
+struct page_row {
+    const char* label;
+    const char* label_when_current;
+};
+constexpr std::array<page_row, tm_pages> pages = {{
+    {"     EDIT            ", " ((((( EDIT )))))    "},
+    {"     CONTEXT         ", " ((((( CONTEXT ))))) "},
+}};
+
+bool redraw_waits = false;
+
+std::size_t current_page() { return static_cast<std::size_t>(tm_vext.numpage); }
+
+bool on_a_page(Widget area) { return area != nullptr && area == tm_window.curdrawarea && XtIsRealized(area); }
+
+tm_bounds_t size_of(Widget area) {
+    Dimension width = 0, height = 0;
+    XtVaGetValues(area, XmNwidth, &width, XmNheight, &height, nullptr);
+    return {0, 0, std::max<std::int32_t>(width, 1), std::max<std::int32_t>(height, 1)};
+}
+
+Pixmap black_pixmap(const tm_bounds_t& size) {
+    const int screen = DefaultScreen(tm_window.dpy);
+    const auto width = static_cast<unsigned>(size.xmax), height = static_cast<unsigned>(size.ymax);
+    const Pixmap made = XCreatePixmap(tm_window.dpy, DefaultRootWindow(tm_window.dpy), width, height,
+                                      static_cast<unsigned>(DefaultDepth(tm_window.dpy, screen)));
+    XSetForeground(tm_window.dpy, tm_window.our_gc, BlackPixel(tm_window.dpy, screen));
+    XFillRectangle(tm_window.dpy, made, tm_window.our_gc, 0, 0, width, height);
+    return made;
+}
+
+void redraw_current_page() {
+    redraw_waits = false;
+    if (tm_vext.numpage == 0)
+        pages_redraw_results();
+    else
+        pages_redraw_context();
+}
+
+void late_redraw_cb(XtPointer, XtIntervalId*) {
+    if (redraw_waits) redraw_current_page();
+}
+
+// Now, or when the running command is over.
+void redraw_soon() {
+    if (!tm_vext.cmd_executing) return redraw_current_page();
+    pages_copy_to_window();
+    if (redraw_waits) return;
+    redraw_waits = true;
+    XtAppAddTimeOut(tm_window.app, 0, late_redraw_cb, nullptr);
+}
+
+void discard_exposures(Widget area) {
+    XEvent event;
+    while (XCheckTypedWindowEvent(tm_window.dpy, XtWindow(area), Expose, &event)) {
+    }
+}
+
+void set_title() {
+    const std::string title = " Logic Simulator Kolv  " + std::string(tm_view(kol_ext.dir_path));
+    XtVaSetValues(tm_window.top_window, XmNtitle, title.c_str(), nullptr);
+}
+
+void select_page(std::size_t page) {
+    tm_vext.numpage = static_cast<std::int16_t>(page);
+    tm_window.curdrawarea = tm_window.drawarea[page];
+    tm_window.curdrareapixmap = tm_window.drareapixmap[page];
+    pages_set_labels();
+}
+
+}  // namespace
+
+void pages_set_labels() {
+    for (std::size_t i = 0; i < tm_pages; ++i) {
+        const tm_xm_string label(i == current_page() ? pages[i].label_when_current : pages[i].label);
+        XtVaSetValues(tm_window.page_form[i], XmNtabLabelString, label.get(), nullptr);
+    }
+}
+
+void pages_create_pixmaps() {
+    const tm_bounds_t size = size_of(tm_window.curdrawarea);
+    for (Pixmap& pixmap : tm_window.drareapixmap) {
+        if (pixmap != 0) XFreePixmap(tm_window.dpy, pixmap);
+        pixmap = black_pixmap(size);
+    }
+    tm_window.curdrareapixmap = tm_window.drareapixmap[current_page()];
+    tm_window.curdarea_pixel_bounds = size;
+    tm_vext.bitmap_size = size;
+}
+
+void pages_redraw_results() {
+    kol_update_darea_edit();
+    if (tm_vext.numpage == 0) pages_copy_to_window();
+}
+
+void pages_redraw_context() {
+    if (tm_vext.numpage == 1) pages_copy_to_window();
+}
+
+void pages_copy_to_window() {
+    if (!on_a_page(tm_window.curdrawarea) || tm_window.curdrareapixmap == 0) return;
+    const tm_bounds_t& size = tm_vext.bitmap_size;
+    XCopyArea(tm_window.dpy, tm_window.curdrareapixmap, XtWindow(tm_window.curdrawarea), tm_window.our_gc, 0,
+              0, static_cast<unsigned>(size.xmax), static_cast<unsigned>(size.ymax), 0, 0);
+}
+
+void pages_pointer_position() {
+    if (!on_a_page(tm_window.curdrawarea)) return;
+    Window root = 0, child = 0;
+    int root_x = 0, root_y = 0, x = 0, y = 0;
+    unsigned buttons = 0;
+    XQueryPointer(tm_window.dpy, XtWindow(tm_window.curdrawarea), &root, &child, &root_x, &root_y, &x, &y,
+                  &buttons);
+    const tm_bounds_t& size = tm_vext.bitmap_size;
+    tm_vext.pixel_pos = {std::clamp(x, 0, size.xmax), std::clamp(y, 0, size.ymax)};
+    tm_vext.obj_pos = tm_vext.pixel_pos;  // without a sheet a pixel is a unit
+}
+
+void kol_drawing_area_callback_expose(Widget area, XtPointer, XtPointer) {
+    if (!on_a_page(area)) return;
+    discard_exposures(area);
+    redraw_soon();
+}
+
+void kol_drawing_area_callback_resize(Widget area, XtPointer, XtPointer) {
+    if (!on_a_page(area) || tm_window.curdrareapixmap == 0) return;
+    const tm_bounds_t size = size_of(area);
+    if (size.xmax != tm_vext.bitmap_size.xmax || size.ymax != tm_vext.bitmap_size.ymax) {
+        pages_create_pixmaps();
+        redraw_soon();
+    }
+    pages_pointer_position();
+}
+
+void cb_tabstack_page_change(Widget, XtPointer, XtPointer call_data) {
+    const auto* change = static_cast<XmTabStackCallbackStruct*>(call_data);
+    for (std::size_t page = 0; page < tm_pages; ++page) {
+        if (change->selected_child != tm_window.page_form[page] || page == current_page()) continue;
+        select_page(page);
+        set_title();
+        XFlush(tm_window.dpy);
+        xdelayms(50);
+    }
+}

@@ -1,0 +1,56 @@
+#include "app/shutdown.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <span>
+
+#include "app/window.h"
+#include "foundation/context.h"
+#include "foundation/platform.h"
+#include "foundation/status.h"
+#include "kernel/context.h"
+#include "netlist/design_file.h"
+
+namespace {
+
+void close_design() {
+    if (!yx_sext.open_file_ok) return;
+    std::int32_t errors = 0;
+    std::int32_t warnings = 0;
+    yxi_close_dfi(errors, warnings);
+}
+
+void close_sheets() {
+    if (!kol_ext.view_sheet_done) return;
+    const auto levels = std::clamp<std::size_t>(kol_ext.file_level_max, 0, tm_vext.filear.size());
+    for (tm_open_file_t& sheet : std::span(tm_vext.filear).first(levels)) {
+        if (!sheet.open) continue;
+        if (sheet.stream != nullptr) std::fclose(sheet.stream);
+        sheet = {};
+    }
+}
+
+void terminate_package() {
+    if (!tm_vext.init_done && tm_vext.num_file_open == 0) tm_fatal(init_or_open_file_not_done);
+    if (!tm_vext.init_done) return;
+    tm_win_flush();
+    xdelayms(100);
+}
+
+void close_trace_file() {
+    if (tm_vext.debugfile != nullptr) std::fclose(tm_vext.debugfile);
+    tm_vext.debugfile = nullptr;
+}
+
+}  // namespace
+
+void finalize() {
+    close_design();
+    close_sheets();
+    terminate_package();
+    close_trace_file();
+    const int errors = tm_vext.num_errors;
+    const int warnings = tm_vext.num_warnings;
+    std::printf("\n -- KOLV  Execution complete...%d %s, %d %s --\n", errors, errors < 2 ? "error" : "errors",
+                warnings, warnings < 2 ? "warning" : "warnings");
+}

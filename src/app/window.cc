@@ -1,0 +1,254 @@
+#include "app/window.h"
+
+#include <X11/Shell.h>
+#include <Xm/DrawingA.h>
+#include <Xm/Form.h>
+#include <Xm/MainW.h>
+#include <Xm/PanedW.h>
+#include <Xm/Protocols.h>
+#include <Xm/PushB.h>
+#include <Xm/RowColumn.h>
+#include <Xm/TabStack.h>
+#include <Xm/Text.h>
+
+#include <langinfo.h>
+#include <algorithm>
+#include <chrono>
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <utility>
+
+#include "app/dialogs.h"
+#include "app/entry.h"
+#include "app/input.h"
+#include "app/menu_table.h"
+#include "app/pages.h"
+#include "app/session_text.h"
+#include "app/shell_hooks.h"
+#include "app/window_record.h"
+#include "app/window_resources.h"
+#include "app/x_canvas.h"
+#include "foundation/files.h"
+#include "foundation/platform.h"
+#include "foundation/shell.h"
+
+tm_window_t tm_window;
+
+namespace {
+
+using steady = std::chrono::steady_clock;
+
+// Pixels at the usual text size; the user may push a pane together to the least height.
+constexpr int window_width = 1008, window_height = 728, session_height = 128;
+constexpr Dimension least_pane = 60;
+
+// Texts need UTF-8; numbers keep their point whatever the user's language.
+String set_language(Display*, String, XtPointer) {
+    setlocale(LC_CTYPE, "");
+    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) setlocale(LC_CTYPE, "C.UTF-8");
+    return setlocale(LC_CTYPE, nullptr);
+}
+
+bool open_display() {
+    XtSetLanguageProc(nullptr, set_language, nullptr);
+    XtToolkitInitialize();
+    tm_window.app = XtCreateApplicationContext();
+    static char program[] = "kolv";
+    static char* arguments[] = {program, nullptr};
+    int argc = 1;  // the command line holds no toolkit options
+    tm_window.dpy = XtOpenDisplay(tm_window.app, nullptr, program, "Kolv", nullptr, 0, &argc, arguments);
+    return tm_window.dpy != nullptr;
+}
+
+// The built-in resources rank below the user's; the installation's file ranks between them.
+void load_resources() {
+    XrmDatabase database = XtScreenDatabase(DefaultScreenOfDisplay(tm_window.dpy));
+    const std::string installed = tm_installation_root() + "/kolv/Kolv";
+    XrmCombineFileDatabase(installed.c_str(), &database, False);
+    XrmCombineDatabase(XrmGetStringDatabase(window_resources), &database, False);
+}
+
+double text_scale() {
+    const char* dpi = XGetDefault(tm_window.dpy, "Xft", "dpi");
+    return dpi != nullptr ? std::clamp(std::atof(dpi) / 96, 0.5, 4.0) : 1.0;
+}
+
+// Follows the size of text, and leaves room on the screen for a title bar.
+Dimension window_length(int at_usual_size, int on_screen) {
+    return static_cast<Dimension>(std::min(static_cast<int>(at_usual_size * text_scale()), on_screen));
+}
+
+void quit_cb(Widget, XtPointer, XtPointer) { motif_main_quit(); }
+void open_cb(Widget, XtPointer, XtPointer) { dialog_open_sheet(); }
+void run_cb(Widget, XtPointer, XtPointer) { dialog_prompt(prompt_dialog::run); }
+
+void create_shell(const char* name) {
+    const int screen = DefaultScreen(tm_window.dpy);
+    const Dimension width = window_length(window_width, DisplayWidth(tm_window.dpy, screen) - 16);
+    const Dimension height = window_length(window_height, DisplayHeight(tm_window.dpy, screen) - 40);
+    tm_window.top_window = XtVaAppCreateShell("kolv", "Kolv", applicationShellWidgetClass, tm_window.dpy,
+                                              XmNtitle, name, XmNiconName, "kolv", XmNwidth, width, XmNheight,
+                                              height, XmNdeleteResponse, XmDO_NOTHING, nullptr);
+    const Atom delete_window = XInternAtom(tm_window.dpy, "WM_DELETE_WINDOW", False);
+    XmAddWMProtocolCallback(tm_window.top_window, delete_window, quit_cb, nullptr);
+}
+
+Widget create_row(Widget parent, const char* name, Widget above) {
+    return XtVaCreateManagedWidget(
+        name, xmFormWidgetClass, parent, XmNtopAttachment, above != nullptr ? XmATTACH_WIDGET : XmATTACH_FORM,
+        XmNtopWidget, above, XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, nullptr);
+}
+
+Widget create_menu_bar(Widget parent) {
+    Widget bar = XmCreateMenuBar(parent, const_cast<char*>("menuBar"), nullptr, 0);
+    XtVaSetValues(bar, XmNtopAttachment, XmATTACH_FORM, XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment,
+                  XmATTACH_FORM, nullptr);
+    menu_create(bar);
+    XtManageChild(bar);
+    return bar;
+}
+
+struct button_row {
+    const char* name;
+    const char* tool_tip;  // null: none
+    XtCallbackProc action;
+};
+
+void create_buttons(Widget bar, std::span<const button_row> buttons) {
+    for (const button_row& row : buttons) {
+        Widget button =
+            XtVaCreateManagedWidget(row.name, xmPushButtonWidgetClass, bar, XmNtraversalOn, False, nullptr);
+        XtAddCallback(button, XmNactivateCallback, row.action, nullptr);
+        if (row.tool_tip == nullptr) continue;
+        const tm_xm_string tip(row.tool_tip);
+        XtVaSetValues(button, XmNtoolTipString, tip.get(), nullptr);
+    }
+}
+
+Widget create_tool_bar(Widget row, const char* name, int side) {
+    return XtVaCreateManagedWidget(name, xmRowColumnWidgetClass, row, XmNorientation, XmHORIZONTAL,
+                                   XmNtopAttachment, XmATTACH_FORM, XmNbottomAttachment, XmATTACH_FORM,
+                                   side < 0 ? XmNleftAttachment : XmNrightAttachment, XmATTACH_FORM, nullptr);
+}
+
+Widget create_tool_bars(Widget parent, Widget above) {
+    static constexpr button_row left[] = {{"Open", " Open to Edit", open_cb}, {"RUN", nullptr, run_cb}};
+    static constexpr button_row right[] = {{"Quit", " Quit Without Saving ", quit_cb}};
+    Widget row = create_row(parent, "toolBars", above);
+    tm_window.toolbar01a = create_tool_bar(row, "ToolBar01a", -1);
+    tm_window.toolbar01b = create_tool_bar(row, "ToolBar01b", 1);
+    create_buttons(tm_window.toolbar01a, left);
+    create_buttons(tm_window.toolbar01b, right);
+    return row;
+}
+
+void create_page(std::size_t page, const char* name) {
+    static const XtTranslations translations = XtParseTranslationTable(
+        "<KeyDown>: DrawingAreaInput()\n<KeyUp>: DrawingAreaInput()\n<BtnDown>: DrawingAreaInput()\n"
+        "<BtnUp>: DrawingAreaInput()\n<Motion>: DrawingAreaInput()\n");
+    tm_window.page_form[page] = XtVaCreateManagedWidget(name, xmFormWidgetClass, tm_window.tabStack, nullptr);
+    Widget area = XtVaCreateManagedWidget(
+        "drawarea", xmDrawingAreaWidgetClass, tm_window.page_form[page], XmNtopAttachment, XmATTACH_FORM,
+        XmNbottomAttachment, XmATTACH_FORM, XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment,
+        XmATTACH_FORM, XmNbackground, BlackPixel(tm_window.dpy, DefaultScreen(tm_window.dpy)), XmNtraversalOn,
+        False, XmNtranslations, translations, nullptr);
+    tm_window.drawarea[page] = area;
+    XtAddCallback(area, XmNexposeCallback, kol_drawing_area_callback_expose, nullptr);
+    XtAddCallback(area, XmNresizeCallback, kol_drawing_area_callback_resize, nullptr);
+    XtAddCallback(area, XmNinputCallback, kol_drawing_area_callback_input, nullptr);
+}
+
+void create_session_text(Widget parent) {
+    tm_window.textsession = XmCreateScrolledText(parent, const_cast<char*>("textsession"), nullptr, 0);
+    XtVaSetValues(tm_window.textsession, XmNeditMode, XmMULTI_LINE_EDIT, XmNeditable, False,
+                  XmNcursorPositionVisible, False, XmNtraversalOn, False, nullptr);
+    XtManageChild(tm_window.textsession);
+    XtVaSetValues(XtParent(tm_window.textsession), XmNskipAdjust, True, XmNpaneMinimum,
+                  window_length(session_height, 1000), nullptr);
+}
+
+void create_panes(Widget parent, Widget above) {
+    tm_window.rowcol =
+        XtVaCreateManagedWidget("rowcol", xmPanedWindowWidgetClass, parent, XmNtopAttachment, XmATTACH_WIDGET,
+                                XmNtopWidget, above, XmNbottomAttachment, XmATTACH_FORM, XmNleftAttachment,
+                                XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, nullptr);
+    tm_window.tabStack = XtVaCreateManagedWidget("tabStack", xmTabStackWidgetClass, tm_window.rowcol,
+                                                 XmNpaneMinimum, least_pane, XmNtraversalOn, False, nullptr);
+    create_page(0, "resultsPage");
+    create_page(1, "contextPage");
+    tm_window.curdrawarea = tm_window.drawarea[0];
+    XtAddCallback(tm_window.tabStack, XmNtabSelectedCallback, cb_tabstack_page_change, nullptr);
+    create_session_text(tm_window.rowcol);
+}
+
+void create_widgets(const char* name) {
+    create_shell(name);
+    Widget form = XtVaCreateManagedWidget("form", xmFormWidgetClass, tm_window.top_window, nullptr);
+    Widget menu_bar = create_menu_bar(form);
+    Widget tool_bars = create_tool_bars(form, menu_bar);
+    Widget entry_row = create_row(form, "entryRow", tool_bars);
+    entry_create(entry_row);
+    create_panes(form, entry_row);
+    pages_set_labels();
+    XtVaSetValues(form, XmNinitialFocus, entry_row, nullptr);
+}
+
+// Serves the window's first events, so that the drawing area has its size before anything is drawn.
+void settle() {
+    const auto limit = steady::now() + std::chrono::milliseconds(250);
+    while (steady::now() < limit) {
+        XSync(tm_window.dpy, False);
+        while (XtAppPending(tm_window.app) != 0) XtAppProcessEvent(tm_window.app, XtIMAll);
+        xdelayms(10);
+    }
+}
+
+void show_window() {
+    XtRealizeWidget(tm_window.top_window);
+    x_canvas_open();
+    pages_create_pixmaps();
+    settle();
+    XtVaSetValues(XtParent(tm_window.textsession), XmNpaneMinimum, least_pane, nullptr);
+    entry_focus();
+    static x_canvas results(0);
+    rs_results_canvas = &results;
+}
+
+}  // namespace
+
+void tm_init(const tm_string_record_t& window_name, tm_bounds_t& bitmap_size, std::int16_t& planes,
+             STATUS_T& status) {
+    status.all = tm_status_base + init_or_open_file_not_done;
+    if (!open_display()) return;
+    load_resources();
+    create_widgets(window_name.char_);
+    show_window();
+    tm_use_window();
+    tm_vext.dpy = tm_window.dpy;
+    tm_vext.init_done = true;
+    bitmap_size = tm_vext.bitmap_size;
+    planes = static_cast<std::int16_t>(DefaultDepth(tm_window.dpy, DefaultScreen(tm_window.dpy)));
+    status.all = all_is_ok;
+}
+
+void tm_win_flush() {
+    if (tm_window.dpy == nullptr) return;
+    session_show_due();
+    XFlush(tm_window.dpy);
+}
+
+void tm_win_main_loop() {
+    session_show();
+    XtAppMainLoop(tm_window.app);
+}
+
+void tm_win_close() {
+    Display* dpy = std::exchange(tm_window.dpy, nullptr);
+    if (dpy == nullptr) return;
+    XSetCloseDownMode(dpy, DestroyAll);
+    XSync(dpy, False);
+    xdelayms(100);
+    XCloseDisplay(dpy);
+}

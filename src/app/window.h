@@ -1,0 +1,16 @@
+// tm: the main window.  Owns the application shell and everything in it: menu bar, tool bars, command entry,
+// the two drawing pages, the session text.  tm_init creates and shows it; from then on user actions arrive in
+// callbacks and leave as command lines.
+#pragma once
+
+#include <cstdint>
+
+#include "foundation/context.h"
+
+// Opens the display and shows the window under the given name.  Results: the size of the drawing area in
+// pixels, the number of colour planes.  Status not 0: there is no display.
+void tm_init(const tm_string_record_t& window_name, tm_bounds_t& bitmap_size, std::int16_t& planes,
+             STATUS_T& status);
+void tm_win_flush();      // sends what is buffered and shows session lines that are due
+void tm_win_main_loop();  // runs the event loop; does not return
+void tm_win_close();      // destroys the window's resources and closes the display, if it is open
