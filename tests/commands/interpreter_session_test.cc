@@ -1,4 +1,4 @@
-// The commands of the session itself, the expansion of the entry, the start values, and lines of any kind.
+// The commands of the session itself, the expansion of the entry, and lines of any kind.
 #include <random>
 
 #include "command_session.h"
@@ -91,14 +91,12 @@ TEST_F(interpreter_session, expands_the_entry_to_current_values) {
     kol_ext.last_clock_force_blk = &clock;
     kol_ext.list_period = kol_ext.spike_min_t0 = 5;
     kol_ext.list_base_time = kol_ext.trace_period = -1;
-    kol_ext.spike_model = kol_nosuppress;
     kol_ext.spike_on = tm_vext.grid_on = false;
     kol_ext.tim_coef_setup = -1;
     expect_expansions({{"CLO PER?", " CLOck PERiod 40.000 "},
                        {"PER LIS?", " PERiod LISt 5.000 *** "},
                        {"PER TRA?", " PERiod TRAce *** "},
                        {"SPI MIN?", " SPIke MIN 5.000 "},
-                       {"SPI MOD?", " SPIke MODel Nosuppress "},
                        {"SPI CHE?", " SPIke CHEck OFF"},
                        {"GRI", " GRId OFF "},
                        {"TIM COE?", " TIMing COEfficient 1.00 *** 1.00 1.00 "}});
@@ -106,18 +104,6 @@ TEST_F(interpreter_session, expands_the_entry_to_current_values) {
     kol_ext.list_period = -1;
     kol_ext.tspike_min = 10;
     expect_expansions({{"PER LIS?", " PERiod LISt *** "}, {"SPI MIN?", " SPIke MIN 0.0 "}});
-}
-
-TEST_F(interpreter_session, starts_with_the_parameters_of_a_new_session) {
-    kol_ext.dir_path = tm_string("/design");
-    kol_ext.spike_model = kol_suppress;
-    kol_ext.spike_on = kol_ext.list_or_trace = false;
-    kol_ext.cur_time = tm_vext.do_ind = kol_ext.timing_ar[119] = 5;
-    kol_initparam_before();
-    EXPECT_EQ(tm_view(kol_ext.dir_path), "/design");
-    EXPECT_EQ(tm_view(kol_ext.cur_sim_path), "/");
-    EXPECT_TRUE(kol_ext.spike_on && kol_ext.list_or_trace && kol_ext.spike_model == kol_indgene);
-    EXPECT_EQ(kol_ext.cur_time + kol_ext.timing_ar[119] + tm_vext.do_ind, 0);
 }
 
 // A line of commands and parameters, every third one with a wrong byte, every third one of any bytes.
