@@ -176,7 +176,7 @@ using prop = yx_prop_record_t;
 constexpr std::array prop_rows = {
     rows_of<prop>::field<0, &prop::prop_type>("prop_type", within(YX_PSTRING, YX_PREAL)),
 };
-constexpr std::array prop_string_rows = {rows_of<prop>::field<4, &prop::valuec>("valuec", a_string)};
+constexpr std::array prop_string_rows = {rows_of<prop>::field<4, &prop::valuec>("valuec", a_string_or_none)};
 constexpr std::array prop_integer_rows = {rows_of<prop>::field<4, &prop::valuei>("valuei")};
 constexpr std::array prop_time_rows = {rows_of<prop>::field<4, &prop::valuet>("valuet")};
 constexpr std::array prop_real_rows = {rows_of<prop>::field<4, &prop::valuer>("valuer")};
