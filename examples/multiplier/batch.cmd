@@ -1,5 +1,4 @@
-# The multiplier without a user: simulate, take a picture of the screen, end.
-# $ARG1: the folder of this file; $ARG2: the picture.
-DO $ARG1/multiplier.cmd $ARG1
+# A session without a user: runs the command file $ARG1, leaves a picture of the screen in $ARG2, ends.
+DO $ARG1
 SYSTEM "import -window root $ARG2"
 QUIT
