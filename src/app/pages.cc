@@ -47,6 +47,7 @@ Pixmap black_pixmap(const tm_bounds_t& size) {
 
 void redraw_current_page() {
     redraw_waits = false;
+    tm_window.picture_changed = true;
     if (tm_vext.numpage == 0)
         pages_redraw_results();
     else
@@ -60,7 +61,7 @@ void late_redraw_cb(XtPointer, XtIntervalId*) {
 // Now, or when the running command is over.
 void redraw_soon() {
     if (!tm_vext.cmd_executing) return redraw_current_page();
-    pages_copy_to_window();
+    pages_show_picture();
     if (redraw_waits) return;
     redraw_waits = true;
     XtAppAddTimeOut(tm_window.app, 0, late_redraw_cb, nullptr);
@@ -114,7 +115,12 @@ void pages_redraw_context() {
 }
 
 void pages_copy_to_window() {
+    if (tm_window.picture_changed) pages_show_picture();
+}
+
+void pages_show_picture() {
     if (!on_a_page(tm_window.curdrawarea) || tm_window.curdrareapixmap == 0) return;
+    tm_window.picture_changed = false;
     const tm_bounds_t& size = tm_vext.bitmap_size;
     XCopyArea(tm_window.dpy, tm_window.curdrareapixmap, XtWindow(tm_window.curdrawarea), tm_window.our_gc, 0,
               0, static_cast<unsigned>(size.xmax), static_cast<unsigned>(size.ymax), 0, 0);

@@ -75,9 +75,11 @@ double text_scale() {
     return dpi != nullptr ? std::clamp(std::atof(dpi) / 96, 0.5, 4.0) : 1.0;
 }
 
-// Follows the size of text, and leaves room on the screen for a title bar.
-Dimension window_length(int at_usual_size, int on_screen) {
-    return static_cast<Dimension>(std::min(static_cast<int>(at_usual_size * text_scale()), on_screen));
+int scaled(int at_usual_size) { return static_cast<int>(at_usual_size * text_scale()); }
+
+// The larger of the usual length and most of the screen, with room for a title bar.
+Dimension window_length(int usual, int on_screen, int frame) {
+    return static_cast<Dimension>(std::min(std::max(scaled(usual), on_screen * 4 / 5), on_screen - frame));
 }
 
 void quit_cb(Widget, XtPointer, XtPointer) { motif_main_quit(); }
@@ -86,8 +88,8 @@ void run_cb(Widget, XtPointer, XtPointer) { dialog_prompt(prompt_dialog::run); }
 
 void create_shell(const char* name) {
     const int screen = DefaultScreen(tm_window.dpy);
-    const Dimension width = window_length(window_width, DisplayWidth(tm_window.dpy, screen) - 16);
-    const Dimension height = window_length(window_height, DisplayHeight(tm_window.dpy, screen) - 40);
+    const Dimension width = window_length(window_width, DisplayWidth(tm_window.dpy, screen), 16);
+    const Dimension height = window_length(window_height, DisplayHeight(tm_window.dpy, screen), 40);
     tm_window.top_window = XtVaAppCreateShell("kolv", "Kolv", applicationShellWidgetClass, tm_window.dpy,
                                               XmNtitle, name, XmNiconName, "kolv", XmNwidth, width, XmNheight,
                                               height, XmNdeleteResponse, XmDO_NOTHING, nullptr);
@@ -166,7 +168,7 @@ void create_session_text(Widget parent) {
                   XmNcursorPositionVisible, False, XmNtraversalOn, False, nullptr);
     XtManageChild(tm_window.textsession);
     XtVaSetValues(XtParent(tm_window.textsession), XmNskipAdjust, True, XmNpaneMinimum,
-                  window_length(session_height, 1000), nullptr);
+                  scaled(session_height), nullptr);
 }
 
 void create_panes(Widget parent, Widget above) {
@@ -235,7 +237,7 @@ void tm_init(const tm_string_record_t& window_name, tm_bounds_t& bitmap_size, st
 
 void tm_win_flush() {
     if (tm_window.dpy == nullptr) return;
-    session_show_due();
+    session_show();
     XFlush(tm_window.dpy);
 }
 

@@ -11,6 +11,6 @@
 // pixels, the number of colour planes.  Status not 0: there is no display.
 void tm_init(const tm_string_record_t& window_name, tm_bounds_t& bitmap_size, std::int16_t& planes,
              STATUS_T& status);
-void tm_win_flush();      // sends what is buffered and shows session lines that are due
+void tm_win_flush();      // shows every session line and sends what is buffered
 void tm_win_main_loop();  // runs the event loop; does not return
 void tm_win_close();      // destroys the window's resources and closes the display, if it is open

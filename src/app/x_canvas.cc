@@ -73,6 +73,7 @@ std::int32_t x_canvas::width() const { return tm_vext.bitmap_size.xmax; }
 std::int32_t x_canvas::height() const { return tm_vext.bitmap_size.ymax; }
 
 void x_canvas::set_colour(rs_colour colour) const {
+    tm_window.picture_changed = true;
     XSetForeground(tm_window.dpy, tm_window.our_gc,
                    tm_window.colorrec[static_cast<std::size_t>(colour)].pixel);
 }
