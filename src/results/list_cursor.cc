@@ -13,7 +13,7 @@ yx_list_state_rec_t* record_at(const yx_signal_rec_t& signal, std::int32_t time)
     yx_list_state_rec_t* record =
         signal.list_state_cur != nullptr ? signal.list_state_cur : signal.list_state;
     if (record == nullptr) {
-        kol_trace(" LIST : no history : \"%.*s\"\n", signal.name.len, signal.name.char_);
+        kol_trace(" LIST : no history : \"%.*s\"", signal.name.len, signal.name.char_);
         return nullptr;
     }
     while (record->next != nullptr && record->next->time <= time) record = record->next;

@@ -95,7 +95,7 @@ void kol_list_bus_wfile_signame(std::int16_t row_cur, yx_bus_rec_t* bus, std::in
 
 void kol_list_wfile_signame() {
     if (kol_ext.list_signal == nullptr) {
-        kol_trace(" LIST : nothing to write\n");
+        kol_trace(" LIST : nothing to write");
         return;
     }
     for (std::int16_t row = 1; row <= kol_list_header_lines; ++row) write_header_line(row);
@@ -110,7 +110,7 @@ void kol_list_wfilebusresult(yx_bus_rec_t* bus, std::int32_t cur_time, std::int1
 void kol_list_wfile_sigresult(std::int32_t begin_time, std::int32_t end_time) {
     yx_signal_rec_t* first = kol_list_first_entry();
     if (first == nullptr || begin_time < 0 || end_time < 0) {
-        kol_trace(" LIST : nothing to write : begin : %d  end : %d\n", begin_time, end_time);
+        kol_trace(" LIST : nothing to write : begin : %d  end : %d", begin_time, end_time);
         return;
     }
     std::int32_t time = begin_time;

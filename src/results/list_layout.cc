@@ -105,7 +105,7 @@ bool kol_list_fits() {
 
 void kol_list_check_column(const yx_signal_rec_t& entry) {
     if (column_is_valid(entry.column) && column_is_valid(kol_ext.list_cur_column)) return;
-    kol_trace(" LIST : column invalid : \"%.*s\"  column : %d  first column : %d\n", entry.name.len,
+    kol_trace(" LIST : column invalid : \"%.*s\"  column : %d  first column : %d", entry.name.len,
               entry.name.char_, entry.column, kol_ext.list_cur_column);
     tm_fatal(file_data_invalid);
 }

@@ -1,15 +1,13 @@
 #include "results/list_rows.h"
 
+#include "kernel/say.h"
 #include "kernel/state.h"
-#include "kernel/time.h"
 #include "results/list_layout.h"
 
 std::string kol_list_time_text(std::int32_t time) {
-    tm_string_record_t text;
-    kol_time_to_string(time, text);
-    std::string_view shown = tm_view(text);
-    if (shown.size() > kol_list_time_width) shown.remove_prefix(shown.size() - kol_list_time_width);
-    return std::string(shown);
+    std::string text = kol_time_text(time);
+    if (text.size() > kol_list_time_width) text.erase(0, text.size() - kol_list_time_width);
+    return text;
 }
 
 std::string kol_list_value_text(const yx_signal_rec_t& signal) {

@@ -107,7 +107,7 @@ void kol_list_write_sigresult() {
     std::int32_t time = kol_ext.list_cur_time;
     if (rs_results_canvas == nullptr) return;
     if (first == nullptr || time < 0) {
-        kol_trace(" LIST : nothing to draw : time : %d\n", time);
+        kol_trace(" LIST : nothing to draw : time : %d", time);
         return;
     }
     const std::int32_t rows = rs_results_canvas->height() / 22 - 12;
