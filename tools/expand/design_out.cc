@@ -1,0 +1,408 @@
+#include "expand/design_out.h"
+
+#include <algorithm>
+
+#include "foundation/files.h"
+
+namespace {
+
+constexpr float revision = 1.0F;
+
+struct property_name {
+    std::string_view name, type;
+};
+// In the order of need: an object carries the values of the first names only.
+constexpr property_name instance_properties[] = {{"MODEL", "string"}, {"INST", "string"}};
+constexpr property_name pin_properties[] = {
+    {"PIN", "string"}, {"RISE", "time"}, {"FALL", "time"}, {"DRIVE", "string"}};
+constexpr property_name net_properties[] = {{"NET", "string"}};
+
+struct property_run {
+    std::int32_t first = 0;
+    std::int8_t count = 0;
+};
+
+// The values of a pin: PIN, RISE, FALL, DRIVE (string index, 0: none).
+using pin_values = std::array<std::int32_t, 8>;
+struct hash_of_values {
+    std::size_t operator()(const pin_values& values) const {
+        std::size_t hash = 0;
+        for (const std::int32_t value : values) hash = hash * 1'000'003 + static_cast<std::size_t>(value);
+        return hash;
+    }
+};
+
+struct builder {
+    const xp_flat& flat;
+    const std::vector<xp_delays>& delays;
+    yx_design_image_t& image;
+    xp_paths& paths;
+    xp_status& status;
+    std::unordered_map<pin_values, property_run, hash_of_values> pin_runs;
+    std::unordered_map<std::int32_t, property_run> model_runs;  // instances without a name of their own
+    std::vector<std::int32_t> last_in, last_out;                // by net: the last pin of its chain
+    std::vector<std::int32_t> sink;  // by net: the net or sub-net that takes input pins
+    std::int32_t pin_string = 0;     // next of paths.pin_path
+};
+
+std::int32_t net_index(std::int32_t net) { return net + 1; }
+
+// ---- properties
+
+void add_names(std::span<const property_name> names, std::vector<yx_prop_type_record_t>& table) {
+    table.clear();
+    for (const property_name& row : names) table.push_back({tm_string(row.name), tm_string(row.type)});
+}
+
+void add_string_property(builder& b, std::int32_t string) {
+    yx_prop_record_t& property = b.image.props.emplace_back();
+    property.prop_type = YX_PSTRING;
+    property.valuec = string;
+}
+
+void add_time_property(builder& b, const std::int32_t* times) {
+    yx_prop_record_t& property = b.image.props.emplace_back();
+    property.prop_type = YX_PTIME;
+    std::copy(times, times + 3, property.valuet);
+}
+
+std::int32_t next_property(const builder& b) { return static_cast<std::int32_t>(b.image.props.size()) + 1; }
+
+property_run pin_run(builder& b, const pin_values& values) {
+    const auto [known, is_new] = b.pin_runs.try_emplace(values);
+    if (!is_new) return known->second;
+    property_run run{next_property(b), static_cast<std::int8_t>(values[7] == 0 ? 3 : 4)};
+    add_string_property(b, values[0]);
+    add_time_property(b, &values[1]);
+    add_time_property(b, &values[4]);
+    if (values[7] != 0) add_string_property(b, values[7]);
+    return known->second = run;
+}
+
+property_run name_run(builder& b, std::int32_t string) {  // of a net or a macro pin
+    if (string == 0) return {};
+    const property_run run{next_property(b), 1};
+    add_string_property(b, string);
+    return run;
+}
+
+property_run instance_run(builder& b, std::string_view model, std::int32_t own_name) {
+    const std::int32_t model_string = yxw_string(b.image, model);
+    if (own_name == 0) {
+        const auto [known, is_new] = b.model_runs.try_emplace(model_string);
+        if (is_new) known->second = name_run(b, model_string);
+        return known->second;
+    }
+    const property_run run{next_property(b), 2};
+    add_string_property(b, model_string);
+    add_string_property(b, own_name);
+    return run;
+}
+
+// ---- nets
+
+struct constant_row {
+    std::int32_t constant;
+    std::int8_t state;
+};
+constexpr constant_row constant_states[] = {
+    {xp_const_0, 17},  // 0S
+    {xp_const_1, 19},  // 1S
+    {xp_const_x, 18},  // xS
+    {xp_const_z, 6},   // xZ
+};
+
+std::int8_t state_of(std::int32_t constant) {
+    for (const constant_row& row : constant_states)
+        if (row.constant == constant) return row.state;
+    return 0;
+}
+
+std::int16_t kind_of(const xp_flat_net& net) {
+    if (net.constant != 0) return yx_kind_initialised;
+    return net.is_input ? (net.is_output ? xp_kind_inout : xp_kind_input)
+                        : (net.is_output ? xp_kind_output : xp_kind_inner);
+}
+
+template <typename Record>
+void set_properties(Record& record, const property_run& run) {
+    record.first_prop = run.first;
+    record.nb_of_property = run.count;
+}
+
+void add_nets(builder& b) {
+    b.image.nets.reserve(b.flat.nets.size() + b.flat.buses.size());
+    for (std::size_t i = 0; i < b.flat.nets.size(); ++i) {
+        const xp_flat_net& net = b.flat.nets[i];
+        yx_net_record_t& record = b.image.nets.emplace_back();
+        record.self = net_index(static_cast<std::int32_t>(i));
+        record.net_type = YX_TSTANDARD;
+        record.net_kind = kind_of(net);
+        record.name = b.paths.net_name[i];
+        record.sim_path = b.paths.net_path[i];
+        record.UU.U1.state_init = state_of(net.constant);
+        set_properties(record, name_run(b, record.name));
+    }
+}
+
+std::uint32_t width_of(const builder& b, const xp_bus& bus) {
+    return xp_name_of(b.flat, {bus.scope, bus.name, 0}).bits.count;
+}
+
+// A bus that has no path is left out; the record numbers of the others close up.
+void add_buses(builder& b) {
+    for (std::size_t i = 0; i < b.flat.buses.size(); ++i) {
+        if (b.paths.bus_path[i] == 0) continue;
+        const xp_bus& bus = b.flat.buses[i];
+        yx_net_record_t& record = b.image.nets.emplace_back();
+        record.self = static_cast<std::int32_t>(b.image.nets.size());
+        record.net_type = YX_TSTD_BUS;
+        record.name = b.paths.bus_name[i];
+        record.sim_path = b.paths.bus_path[i];
+        record.UU.U2.net_bus_end = static_cast<std::int16_t>(width_of(b, bus) - 1);
+        record.UU.U2.netind_start = net_index(bus.first_net);
+        set_properties(record, name_run(b, record.name));
+        for (std::uint32_t k = 0; k < width_of(b, bus); ++k) {
+            yx_net_u1_t& member = b.image.nets[static_cast<std::size_t>(bus.first_net) + k].UU.U1;
+            member.bus = record.self;
+            member.posinbus = static_cast<std::int16_t>(k + 1);
+        }
+    }
+}
+
+void add_children(builder& b) {
+    std::int32_t last_net = -1;
+    for (const xp_child_name& child : b.paths.children) {
+        const std::int32_t net = b.flat.aliases[child.alias].net;
+        yx_net_record_t& parent = b.image.nets[static_cast<std::size_t>(net)];
+        yx_net_child_record_t record;
+        record.self = static_cast<std::int32_t>(b.image.net_children.size()) + 1;
+        record.sim_path = child.path;
+        record.name = child.name;
+        record.net_kind = parent.net_kind;
+        if (net == last_net)
+            b.image.net_children.back().next_child = record.self;
+        else
+            parent.first_child = record.self;
+        ++parent.nb_of_child;
+        last_net = net;
+        b.image.net_children.push_back(record);
+    }
+}
+
+// ---- pins and instances
+
+// A net counts 32,767 input pins; more of them hang on sub-nets of it.
+yx_net_record_t& net_for_input(builder& b, std::int32_t net) {
+    const auto place = static_cast<std::size_t>(net);
+    yx_net_record_t& taking = b.image.nets[static_cast<std::size_t>(b.sink[place] - 1)];
+    if (taking.nb_pin_in < INT16_MAX) return taking;
+    yx_net_record_t sub_net;
+    yx_net_record_t& root = b.image.nets[place];
+    sub_net.self = static_cast<std::int32_t>(b.image.nets.size()) + 1;
+    sub_net.net_type = YX_TSUB_NET;
+    sub_net.name = root.name;
+    sub_net.sim_path = root.sim_path;
+    sub_net.UU.U1.father_net = root.self;
+    sub_net.UU.U1.next_sub_net = root.UU.U1.first_sub_net;
+    root.UU.U1.first_sub_net = sub_net.self;
+    b.sink[place] = sub_net.self;
+    b.last_in[place] = 0;
+    return b.image.nets.emplace_back(sub_net);
+}
+
+yx_pin_record_t& add_pin(builder& b, std::int16_t io_type, const pin_values& values) {
+    yx_pin_record_t& pin = b.image.pins.emplace_back();
+    pin.self = static_cast<std::int32_t>(b.image.pins.size());
+    pin.io_type = io_type;
+    pin.pin_hdl_priority = xp_priority_data;
+    pin.instance_ind = static_cast<std::int32_t>(b.image.insts.size());
+    pin.sim_path = b.paths.pin_path[static_cast<std::size_t>(b.pin_string++)];
+    set_properties(pin, pin_run(b, values));
+    return pin;
+}
+
+void add_input(builder& b, const xp_pin& input, std::int32_t net) {
+    yx_pin_record_t& pin = add_pin(b, 1, {yxw_string(b.image, input.name), 0, 0, 0, 0, 0, 0, 0});
+    yx_net_record_t& record = net_for_input(b, net);
+    pin.net_ind = record.self;
+    std::int32_t& last = b.last_in[static_cast<std::size_t>(net)];
+    (last == 0 ? record.first_pin_in_ind : b.image.pins[static_cast<std::size_t>(last - 1)].next_pin_in_ind) =
+        pin.self;
+    last = pin.self;
+    ++record.nb_pin_in;
+}
+
+void add_output(builder& b, std::int32_t net, const xp_delays& delays, std::string_view drive) {
+    const xp_delay &r = delays.rise, &f = delays.fall;
+    yx_pin_record_t& pin = add_pin(
+        b, 2, {yxw_string(b.image, "Y"), r[0], r[1], r[2], f[0], f[1], f[2], yxw_string(b.image, drive)});
+    yx_net_record_t& record = b.image.nets[static_cast<std::size_t>(net)];
+    pin.net_ind = record.self;
+    std::int32_t& last = b.last_out[static_cast<std::size_t>(net)];
+    (last == 0 ? record.first_pin_out_ind
+               : b.image.pins[static_cast<std::size_t>(last - 1)].next_pin_out_ind) = pin.self;
+    last = pin.self;
+    ++record.nb_pin_out;
+}
+
+void add_instance(builder& b, const xp_scope& scope, std::uint32_t index) {
+    constexpr xp_delays one_step{{1, 1, 1}, {1, 1, 1}};
+    const xp_body& body = xp_body_of(b.flat, scope);
+    const xp_gate& gate = body.gates[index];
+    const xp_part& part = body.parts[gate.part];
+    const xp_cell& cell = xp_module_of(b.flat, scope).cells[part.cell];
+    const bool is_last = xp_is_last_gate(body, index);
+    yx_inst_record_t& record = b.image.insts.emplace_back();
+    record.self = static_cast<std::int32_t>(b.image.insts.size());
+    record.sim_path = b.paths.gate_path[scope.first_gate + index];
+    record.file_path = yxw_string(b.image, cell.type);
+    record.nb_of_pin = static_cast<std::int16_t>(gate.pin_count + 1);
+    record.first_pin_ind = static_cast<std::int32_t>(b.image.pins.size()) + 1;
+    set_properties(record, instance_run(b, xp_model_names[static_cast<std::size_t>(gate.model)],
+                                        b.paths.gate_name[scope.first_gate + index]));
+    for (std::uint32_t i = 0; i < gate.pin_count; ++i) {
+        const xp_pin& pin = body.pins[gate.first_pin + i];
+        add_input(b, pin, xp_net_at(b.flat, scope, pin.net));
+    }
+    const xp_delays& of_cell = b.delays[scope.first_part + gate.part];
+    add_output(b, xp_net_at(b.flat, scope, gate.output),
+               is_last ? xp_last_gate_delays(of_cell, part.depth) : one_step, is_last ? cell.drive : "");
+}
+
+void add_instances(builder& b) {
+    b.image.insts.reserve(b.flat.gate_count);
+    b.image.pins.reserve(b.flat.pin_count);
+    b.last_in.assign(b.flat.nets.size(), 0);
+    b.last_out.assign(b.flat.nets.size(), 0);
+    for (const yx_net_record_t& net : b.image.nets) b.sink.push_back(net.self);
+    for (const xp_scope& scope : b.flat.scopes)
+        for (std::uint32_t gate = 0; gate < xp_body_of(b.flat, scope).gates.size(); ++gate)
+            add_instance(b, scope, gate);
+}
+
+// ---- macros
+
+std::int32_t macro_pin_path(builder& b, std::size_t scope, const std::string& pin) {
+    const std::string text = std::string(xp_string_text(b.image, b.paths.macro_path[scope])) + "/" + pin;
+    if (b.paths.economy->share_pins || text.size() > xp_text_max) return b.paths.macro_path[scope];
+    return yxw_string(b.image, text);
+}
+
+void add_macro_pin(builder& b, std::size_t scope, const std::string& name, std::int32_t net,
+                   std::int16_t pin_end, std::int16_t pin_net_start) {
+    yx_pinm_record_t& pin = b.image.pinms.emplace_back();
+    pin.self = static_cast<std::int32_t>(b.image.pinms.size());
+    pin.sim_path = macro_pin_path(b, scope, name);
+    pin.macro_ind = static_cast<std::int32_t>(b.image.macros.size());
+    pin.net_ind = net;
+    pin.pin_end = pin_end;
+    pin.pin_net_start = pin_net_start;
+    const std::int32_t string = name.size() <= xp_text_max ? yxw_string(b.image, name) : 0;
+    if (string == 0) return;
+    const auto [known, is_new] = b.pin_runs.try_emplace(pin_values{string, -1});
+    if (is_new) known->second = name_run(b, string);
+    set_properties(pin, known->second);
+}
+
+// The first of consecutive members of one bus that the bits of a port are, else -1.
+std::int32_t bus_range(const builder& b, const std::vector<std::int32_t>& nets) {
+    const std::int32_t bus = b.flat.nets[static_cast<std::size_t>(nets[0])].bus;
+    if (nets.size() < 2 || bus < 0 || b.paths.bus_path[static_cast<std::size_t>(bus)] == 0) return -1;
+    for (std::size_t k = 0; k < nets.size(); ++k)
+        if (nets[k] != nets[0] + static_cast<std::int32_t>(k) ||
+            b.flat.nets[static_cast<std::size_t>(nets[k])].bus != bus)
+            return -1;
+    return nets[0] - b.flat.buses[static_cast<std::size_t>(bus)].first_net;
+}
+
+void add_macro_port(builder& b, std::size_t scope, const xp_net_name& port) {
+    std::vector<std::int32_t> nets;
+    for (std::uint32_t k = 0; k < port.bits.count; ++k)
+        nets.push_back(xp_net_at(b.flat, b.flat.scopes[scope],
+                                 xp_module_of(b.flat, b.flat.scopes[scope]).bits[port.bits.first + k]));
+    const bool is_read = std::none_of(nets.begin(), nets.end(), [](std::int32_t net) { return net < 0; });
+    const std::int32_t range = is_read && !nets.empty() ? bus_range(b, nets) : -1;
+    if (range >= 0)
+        return add_macro_pin(b, scope, std::string(port.name),
+                             b.image.nets[static_cast<std::size_t>(nets[0])].UU.U1.bus,
+                             static_cast<std::int16_t>(nets.size() - 1), static_cast<std::int16_t>(range));
+    for (std::uint32_t k = 0; k < port.bits.count; ++k)
+        if (nets[k] >= 0)
+            add_macro_pin(b, scope, std::string(port.name) + xp_bit_suffix(port, k), net_index(nets[k]), 0,
+                          0);
+}
+
+void add_macro(builder& b, std::size_t scope) {
+    const xp_body& body = xp_body_of(b.flat, b.flat.scopes[scope]);
+    const std::string module = xp_clean_name(xp_module_of(b.flat, b.flat.scopes[scope]).name);
+    yx_macro_record_t& macro = b.image.macros.emplace_back();
+    macro.self = static_cast<std::int32_t>(b.image.macros.size());
+    macro.sim_path = b.paths.macro_path[scope];
+    macro.file_path = yxw_string(b.image, module);
+    macro.first_pin_ind = static_cast<std::int32_t>(b.image.pinms.size()) + 1;
+    set_properties(macro, instance_run(b, module, b.paths.macro_name[scope]));
+    for (const xp_net_name& name : body.names)
+        if (name.is_port) add_macro_port(b, scope, name);
+    const std::size_t count = b.image.pinms.size() + 1 - static_cast<std::size_t>(macro.first_pin_ind);
+    if (count > INT16_MAX)
+        return xp_fail(
+            b.status, xp_fault::too_large, xp_raw_scope_path(b.flat, scope),
+            "pins of a macro: " + std::to_string(count) + ", at most " + std::to_string(INT16_MAX));
+    macro.nb_of_pin = static_cast<std::int16_t>(count);
+    if (count == 0) macro.first_pin_ind = 0;
+}
+
+// ---- the whole
+
+void clear_records(yx_design_image_t& image) {
+    image.props.clear();
+    image.insts.clear();
+    image.pins.clear();
+    image.nets.clear();
+    image.net_children.clear();
+    image.macros.clear();
+    image.pinms.clear();
+}
+
+void set_header(yx_design_image_t& image, float time_step, const xp_status& status) {
+    std::int16_t hour = 0, minute = 0;
+    tm_get_date(image.info.day, image.info.month, image.info.year, hour, minute);
+    image.info.software_revision = revision;
+    image.info.time_step = time_step;
+    image.info.num_warnings =
+        static_cast<std::int16_t>(std::min<std::size_t>(status.warnings.size(), INT16_MAX));
+}
+
+bool build(const xp_flat& flat, const std::vector<xp_delays>& delays, const xp_economy& economy,
+           yx_design_image_t& image, xp_paths& paths, xp_status& status) {
+    clear_records(image);
+    if (!xp_make_paths(flat, economy, image, paths)) return false;
+    builder b{flat, delays, image, paths, status, {}, {}, {}, {}, {}, 0};
+    add_nets(b);
+    add_buses(b);
+    add_children(b);
+    add_instances(b);
+    for (std::size_t scope = 1; scope < flat.scopes.size(); ++scope) add_macro(b, scope);
+    return xp_strings_fit(image) && image.props.size() <= yx_max_index;
+}
+
+}  // namespace
+
+void xp_build_design(const xp_flat& flat, const std::vector<xp_delays>& delays, float time_step,
+                     std::span<const xp_economy> economies, yx_design_image_t& image, xp_paths& paths,
+                     xp_status& status) {
+    if (!xp_ok(status)) return;
+    add_names(instance_properties, image.prop_instance);
+    add_names(pin_properties, image.prop_pin);
+    add_names(net_properties, image.prop_net);
+    set_header(image, time_step, status);
+    for (const xp_economy& economy : economies)
+        if (build(flat, delays, economy, image, paths, status)) return;
+    const bool by_strings = image.strings.size() > yx_max_index;
+    xp_fail(status, xp_fault::too_large, "",
+            std::string(image.chars.size() > yx_max_index ? "characters of names"
+                        : by_strings                      ? "strings"
+                                                          : "property values") +
+                ": more than " + std::to_string(yx_max_index) + ", the limit, with the shortest names");
+}

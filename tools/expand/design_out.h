@@ -1,0 +1,26 @@
+// xp_design: the records of the design file.  Fills a design image from the flattened design: nets, then
+// buses, then the sub-nets that carry input pins beyond the 32,767 a net can count; one instance a gate with
+// its inputs and its output; one macro a module instance.  Objects with the same property values share them.
+#pragma once
+
+#include "expand/delays.h"
+#include "expand/flatten.h"
+#include "expand/paths.h"
+#include "netlist/design_image.h"
+
+inline constexpr std::int16_t xp_priority_data = 1;  // handler priority of an ordinary output pin
+
+enum xp_net_kinds : std::int16_t {
+    xp_kind_inner = 0,
+    xp_kind_input = 1,
+    xp_kind_output = 2,
+    xp_kind_inout = 3
+};
+
+// The delays of every part of the design, in order.  A cell of the delay file that is not there is refused.
+void xp_find_delays(const xp_flat& flat, xp_timing& timing, std::vector<xp_delays>& delays,
+                    xp_status& status);
+// Tries the economies in their order until the strings and properties fit.
+void xp_build_design(const xp_flat& flat, const std::vector<xp_delays>& delays, float time_step,
+                     std::span<const xp_economy> economies, yx_design_image_t& image, xp_paths& paths,
+                     xp_status& status);

@@ -1,0 +1,90 @@
+#include "expand/expand.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <vector>
+
+#include "expand/buses_out.h"
+#include "expand/design_out.h"
+#include "foundation/files.h"
+
+namespace {
+
+// A text on its way to a file: written beside it, renamed at the end, or gone.
+class pending_file {
+public:
+    explicit pending_file(std::string path) : path_(std::move(path)), name_(path_ + ".new") {}
+    pending_file(const pending_file&) = delete;
+    pending_file& operator=(const pending_file&) = delete;
+    ~pending_file() {
+        if (exists_) unlink(name_.c_str());
+    }
+
+    void write(std::string_view text, xp_status& status) {
+        if (!xp_ok(status)) return;
+        std::FILE* file = std::fopen(name_.c_str(), "wb");
+        exists_ = file != nullptr;
+        bool ok = exists_ && std::fwrite(text.data(), 1, text.size(), file) == text.size();
+        if (exists_ && std::fclose(file) != 0) ok = false;
+        if (!ok) fail(status);
+    }
+    void keep(xp_status& status) {
+        if (!xp_ok(status)) return;
+        exists_ = std::rename(name_.c_str(), path_.c_str()) != 0;
+        if (exists_) fail(status);
+    }
+
+private:
+    void fail(xp_status& status) { xp_fail(status, xp_fault::cannot_write, path_, std::strerror(errno)); }
+
+    std::string path_, name_;
+    bool exists_ = false;
+};
+
+void read_inputs(const xp_options& options, xp_netlist& netlist, xp_timing& timing, xp_status& status) {
+    xp_read_netlist(options.netlist, netlist, status);
+    if (!options.timing.empty()) xp_read_timing(options.timing, timing, status);
+    if (!options.delays.empty()) xp_read_delays(options.delays, timing, status);
+}
+
+void write_design(const std::string& path, const yx_design_image_t& image, xp_status& status) {
+    std::string why;
+    if (xp_ok(status) && !yxw_write(image, path, why)) xp_fail(status, xp_fault::cannot_write, path, why);
+}
+
+// The texts first, under their temporary names: the design file appears when nothing else can fail but a
+// rename.
+void write_outputs(const xp_options& options, const xp_flat& flat, const xp_paths& paths,
+                   const yx_design_image_t& image, xp_status& status) {
+    if (!xp_ok(status)) return;
+    pending_file buses(options.output + ".buses"), names(options.names);
+    buses.write(xp_buses_text(flat), status);
+    if (!options.names.empty()) names.write(xp_name_map(flat, paths, image), status);
+    write_design(options.output, image, status);
+    buses.keep(status);
+    if (!options.names.empty()) names.keep(status);
+}
+
+}  // namespace
+
+void xp_expand(const xp_options& options, xp_summary& summary, xp_status& status) {
+    xp_netlist netlist;
+    xp_hierarchy hierarchy;
+    xp_flat flat;
+    xp_timing timing;
+    std::vector<xp_delays> delays;
+    yx_design_image_t image;
+    xp_paths paths;
+    read_inputs(options, netlist, timing, status);
+    xp_choose_top(netlist, options.top, hierarchy, status);
+    xp_map_modules(netlist, hierarchy, status);
+    xp_flatten(netlist, hierarchy, flat, status);
+    xp_find_delays(flat, timing, delays, status);
+    xp_build_design(flat, delays, options.time_step, xp_economies(), image, paths, status);
+    write_outputs(options, flat, paths, image, status);
+    if (!xp_ok(status)) return;
+    summary = {image.insts.size(), flat.nets.size(), image.macros.size(), std::string(paths.economy->name)};
+}
