@@ -1,0 +1,23 @@
+// A session over a small design: inputs /a and /b, the bus /d of /d[0] and /d[1], and /y, which is a and b,
+// rising 2 and falling 1 after them.
+#pragma once
+
+#include "command_session.h"
+#include "kernel/say.h"
+#include "support/design_build.h"
+
+inline const std::string count_error(nb_par_invalid);
+
+class design_session : public command_session {
+protected:
+    void SetUp() override {
+        command_session::SetUp();
+        const tm_shell_t recorder = tm_shell;
+        tst_build("in a b; bus d 2; and g1 y = a b rise 2 fall 1");
+        tm_shell = recorder;
+    }
+    // The lines of a refused command.
+    static std::vector<std::string> refused(const std::string& words, const std::string& error) {
+        return {"# " + words, error};
+    }
+};

@@ -1,0 +1,71 @@
+// WRITE LIST.
+#include "design_session.h"
+
+namespace {
+
+using lines = std::vector<std::string>;
+
+class write_list : public design_session {
+protected:
+    void SetUp() override {
+        design_session::SetUp();
+        std::filesystem::create_directories(folder);
+        tm_vext.nb_arg_comline = 2;
+        tm_vext.argcomline[1] = tm_string(folder.string());
+    }
+    std::string text_of(const std::string& name) const {
+        std::ifstream stream(folder / name);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+    lines cannot_open(const std::string& words, const std::string& name) const {
+        return {"# WRIte LISt  " + words,
+                " !! impossible to open : ", " !! \"" + (folder / name).string() + "\" "};
+    }
+};
+
+TEST_F(write_list, writes_what_a_run_left_in_the_histories) {
+    type("def bus c ab a b;list b y ab;force a a 1 0;force a b 0 0;force a b 1 10;run 40");
+    const std::string header =
+        "               y \n"
+        "                  ab \n"
+        "               \n"
+        "               \n"
+        "\n\n";
+    const std::string all = header +
+                            "         0.0  iU 1S0S\n"
+                            "       1.000  0S 1S0S\n"
+                            "      10.000  0S 1S1S\n"
+                            "      12.000  1S 1S1S\n"
+                            "      40.000  1S 1S1S\n";
+    EXPECT_EQ(type("write list"), lines{" WRIte LISt "});
+    EXPECT_EQ(text_of("kolv_list_result"), all);
+    EXPECT_EQ(type("wri lis out.txt"), lines{" WRIte LISt out.txt "});
+    EXPECT_EQ(text_of("out.txt"), all);
+    EXPECT_EQ(type("wri lis out.txt 20 39"), lines{" WRIte LISt out.txt 20 39 "});
+    EXPECT_EQ(text_of("out.txt"), header + "      20.000  1S 1S1S\n");
+    EXPECT_EQ(type("wri lis out.txt 10 5"), lines{" WRIte LISt out.txt 10 5 "});
+    EXPECT_EQ(text_of("out.txt"), header);
+}
+
+TEST_F(write_list, a_rejected_command_leaves_the_file_alone) {
+    file("kept", "old");
+    const std::string begin = "# !! Error : Invalid begin_time ", end = "# !! Error : Invalid end_time ";
+    expect_each({{"wri lis kept 1", {"# WRIte LISt kept 1 ", count_error}},
+                 {"wri lis kept -1 x", {"# WRIte LISt kept -1 x ", begin}},
+                 {"wri lis kept 1 2x", {"# WRIte LISt kept 1 2x ", end}},
+                 {"wri lis no/file", cannot_open("no/file ", "no/file")},
+                 {"wri lis . 0 1", cannot_open(". 0 1 ", ".")}},
+                type);
+    EXPECT_EQ(text_of("kept"), "old");
+    EXPECT_EQ(type("wri lis kept"), lines{" WRIte LISt kept "});
+    EXPECT_EQ(text_of("kept"), "");  // nothing is listed
+}
+
+TEST_F(write_list, a_full_disk_is_reported) {
+    if (::access("/dev/full", W_OK) != 0) GTEST_SKIP();
+    std::filesystem::create_symlink("/dev/full", folder / "full");
+    type("list h a");
+    EXPECT_EQ(type("wri lis full"), cannot_open("full ", "full"));
+}
+
+}  // namespace
