@@ -120,5 +120,6 @@ void kol_exec_cmd(const char* text) {
 
 void kol_system_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
     kol_echo(" SYSTem ", 2, nkeyword, keyword);
+    tm_shell.flush();  // the user sees what led to the program while it runs
     tm_system(keyword[1]);
 }

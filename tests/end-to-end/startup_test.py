@@ -1,0 +1,150 @@
+#!/usr/bin/env python3
+"""Start-up and shutdown: every refusal with its lines and exit status, the way through an accepted start, and
+the closing summary.  Design files are empty designs: a header alone."""
+import os
+import pathlib
+import shutil
+import struct
+import subprocess
+import time
+import unittest
+
+from kolv_session import BIN, Display, work_directory
+
+ABORTED, KILLED = -6, -9
+FATAL = " ?? error in tm_package  code : %d\n ?? error  : %30s\n"
+BANNER = "\n            ######   KOLV   version 2.02  22 mar 2004   ###### \n"
+BAD_RANGE = "\n !!! error invalid parameter : should be : \"MIn\" or \"TYp\" or \"MAx\" \n\n" + FATAL % (69, "invalid_string")
+SUMMARY = "\n -- KOLV  Execution complete...%s, %s --\n"
+NO_TRACE_FILE = "!!! ( kolv_root ) impossible to open debugfile  : \"%s\" \n"
+
+
+def empty_design(path, errors=0, warnings=0):
+    path.write_bytes(struct.pack("<hhhxxf12if2h", 1, 1, 2020, 1.0, *[0] * 12, 1.0, errors, warnings))
+
+
+def echo(arguments):
+    return "".join(" argument : %2d\n   '%s' \n" % row for row in enumerate([str(BIN / "kolv"), *map(str, arguments)]))
+
+
+def title():
+    now = time.gmtime()
+    return "%28s date : %d-%d-%d\n\n%23sLOGIC SIMULATOR  from QUILLARN \n" % (
+        "", now.tm_mday, now.tm_mon, now.tm_year, "")
+
+
+class StartUp(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.display = Display().__enter__()
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.display.__exit__()
+
+    def setUp(self):
+        folder = work_directory()
+        self.addCleanup(folder.cleanup)
+        self.directory = pathlib.Path(folder.name) / "sheet"
+        self.cwd = pathlib.Path(folder.name) / "here"
+        self.directory.mkdir()
+        self.cwd.mkdir()
+        empty_design(self.directory / "design_yx")
+
+    def run_kolv(self, arguments):
+        program = self.display.start(arguments, self.cwd)
+        stdout, _ = program.communicate(timeout=60)
+        return stdout.decode("latin-1"), program.returncode
+
+    def expect(self, arguments, lines, status):
+        """Echo of the arguments, then the lines; the session ends with the status."""
+        self.assertEqual(self.run_kolv(arguments), (echo(arguments) + lines, status))
+
+    def test_arguments_that_name_no_session_are_refused(self):
+        missing, plain = self.cwd / "missing", self.cwd / "plain"
+        plain.touch()
+        no_directory = " !! Unrecoverable Error : the file :'%s' is not a  directory ? \n"
+        long_path = str(self.directory) + "/." * 100
+        self.assertEqual(self.run_kolv([]), (" !! Unrecoverable Error : Invalid argument number: 0  < 1 \n", 1))
+        self.expect([missing], no_directory % missing, 1)
+        self.expect([plain], no_directory % plain, 1)
+        self.expect([self.directory, *["x"] * 39], " !!! invalid usage  : arg number : 41\n", 0)
+        self.assertEqual(self.run_kolv([long_path]), (
+            echo([long_path[:128]]) + "\n        !!! error no SHEET dir_name  \n\n", 1))
+
+    def test_files_that_cannot_be_opened_end_the_start(self):
+        in_use = self.cwd / "in_use"  # a running program can be read, not written, even by the superuser
+        shutil.copy("/bin/sleep", in_use)
+        sleeper = subprocess.Popen([in_use, "60"])
+        self.addCleanup(sleeper.wait)
+        self.addCleanup(sleeper.kill)
+        trace, simulator_trace = self.directory / "debug_kolv", self.cwd / "debug_kolv2"
+        fatal = FATAL % (19, "file_data_invalid")
+        not_writable = "??  kolv_root : impossible to open debugfile_name :'%s' (for W)\n"
+        transcript = self.directory / "current_session"
+        no_transcript = "!! ( INITIALIZE ) impossible to open current_session_file  : \"%s\" \n" % transcript
+        rows = [
+            (trace, None, NO_TRACE_FILE % trace, 1),
+            (trace, in_use, not_writable % trace, 0),
+            (simulator_trace, None, NO_TRACE_FILE % "debug_kolv2" + fatal, ABORTED),
+            (simulator_trace, in_use, not_writable % "debug_kolv2", 0),
+            (transcript, None, BANNER + no_transcript + fatal, ABORTED),
+        ]
+        for path, target, lines, status in rows:
+            with self.subTest(path=path, target=target):
+                path.unlink(missing_ok=True)
+                path.symlink_to(target or self.cwd)
+                self.expect([self.directory], title() + lines, status)
+                path.unlink()
+
+    def test_without_a_display_the_trace_file_says_why(self):
+        environment = {k: v for k, v in os.environ.items() if k != "DISPLAY"}
+        result = subprocess.run([BIN / "kolv", self.directory], cwd=self.cwd, env=environment, timeout=60,
+                                stdout=subprocess.PIPE, start_new_session=True)
+        self.assertEqual(result.returncode, ABORTED)
+        self.assertTrue(result.stdout.decode().endswith(BANNER + FATAL % (19, "file_data_invalid")))
+        self.assertIn("!!!  INIT TM package impossible \n", (self.directory / "debug_kolv").read_text())
+
+    def test_two_letters_choose_the_timing_range(self):
+        empty_design(self.directory / "design_yx", errors=1)  # such a design ends at once, without a session
+        accepted = (title() + BANNER + SUMMARY % ("1 error", "0 warning"), 0)
+        refused = (title() + BANNER + BAD_RANGE, ABORTED)
+        for word, (lines, status) in {"": accepted, "Mi": accepted, "TYPICAL": accepted, "max": accepted, "MX": refused,
+                                      "tx": refused, "m": refused}.items():
+            with self.subTest(word=word):
+                self.expect([self.directory, word], lines, status)
+
+    def test_a_design_with_errors_is_only_summed_up(self):
+        for errors, warnings, counts in [(3, 0, ("3 errors", "0 warning")), (1, 2, ("1 error", "2 warnings"))]:
+            empty_design(self.directory / "other", errors, warnings)
+            arguments = [self.directory, "TYP", "missing.cmd", "other"]
+            self.expect(arguments, title() + BANNER + SUMMARY % counts, 0)
+
+    def test_a_design_that_cannot_be_read_is_refused(self):
+        (self.directory / "design_yx").write_bytes(b"short")
+        stdout, status = self.run_kolv([self.directory])
+        self.assertEqual(status, 1)
+        self.assertTrue(stdout.endswith("\n !!! ERROR...Design file open trouble.\n"), stdout)
+
+    def test_a_session_ends_by_its_command_file(self):
+        commands = self.cwd / "s.cmd"
+        commands.write_text("COMMAND '$ARG1.$ARG2.$ARG3'\nBYE\nRUN 10\n")
+        full = [self.directory, "TYP", commands, "design_yx", *map(str, range(35))]  # 40 with the program name
+        self.expect(full, title() + BANNER + SUMMARY % ("0 error", "0 warning"), KILLED)
+        transcript = (self.directory / "current_session").read_text().splitlines()
+        called = "# DO %s %s " % (commands, " ".join(map(str, range(28))))  # a command has 30 keywords
+        self.assertEqual(transcript[1:], [called[:98], "# COMmand '0.1.2' ", "0.1.2 ", " BYE "])
+        self.assertTrue((self.directory / "debug_kolv").stat().st_size > 0)
+        self.assertTrue((self.cwd / "debug_kolv2").exists())
+
+    def test_parameters_stop_at_the_first_empty_one_and_bytes_beyond_ascii_cut(self):
+        commands = self.cwd / "s.cmd"
+        commands.write_text("COMMAND '<$ARG1><$ARG2>'\nQUIT\n")
+        arguments = [self.directory, "TYP", commands, "", "one\xe9two", "", "three"]
+        stdout, _ = self.run_kolv(arguments)
+        self.assertIn(" argument :  5\n   'one' \n", stdout)
+        self.assertIn("# COMmand '<one><>' ", (self.directory / "current_session").read_text())
+
+
+if __name__ == "__main__":
+    unittest.main()
