@@ -86,27 +86,27 @@ yx_signal_rec_t* last_member(const yx_bus_rec_t& bus) {
     return member;
 }
 
-void append_members(yx_bus_rec_t& bus, const found_members& members) {
-    yx_signal_rec_t* last = last_member(bus);
+void append_members(yx_bus_rec_t& bus, yx_signal_rec_t* last, const found_members& members) {
     for (const kol_found_signal_t& found : members)
         kol_append_record(kol_make_signal(found, kol_binary), bus.signal, last);
 }
 
-void drop_last_members(yx_bus_rec_t& bus, std::size_t count) {
-    yx_signal_rec_t* last = last_member(bus);
-    for (; count > 0; --count) {
-        yx_signal_rec_t* before = last->previous;
-        (before == nullptr ? bus.signal : before->next) = nullptr;
-        kol_drop_signal(last);
-        last = before;
+// Takes back what stands behind the member, or everything when there is none.
+void drop_members_behind(yx_bus_rec_t& bus, yx_signal_rec_t* member) {
+    yx_signal_rec_t*& link = member == nullptr ? bus.signal : member->next;
+    while (link != nullptr) {
+        yx_signal_rec_t* dropped = link;
+        link = dropped->next;
+        kol_drop_signal(dropped);
     }
 }
 
 // Members that nest too many others, or a listed bus that outgrows the list, are taken back.
 bool add_members(yx_bus_rec_t& bus, const found_members& members) {
-    append_members(bus, members);
+    yx_signal_rec_t* last = last_member(bus);
+    append_members(bus, last, members);
     if (count_members(bus) <= max_members && every_bus_fits() && kol_list_fits()) return true;
-    drop_last_members(bus, members.size());
+    drop_members_behind(bus, last);
     return false;
 }
 

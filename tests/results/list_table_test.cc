@@ -1,3 +1,4 @@
+// Where the entries stand and what their cursors show.
 #include "list_table.h"
 
 namespace {
@@ -10,9 +11,7 @@ struct layout_row {
 
 constexpr layout_row layouts[] = {
     {true, "a b c d e", "a@1/1 b@4/2 c@7/3 d@10/4 e@13/1"},
-    {false, "a b c d e", "a@1/1 b@3/2 c@5/3 d@7/4 e@9/1"},
     {false, "W[p q r s] z", "W@1/1 p@1/1 q@2/2 r@3/3 s@4/4 z@6/1"},
-    {true, "W[p q r s] z", "W@1/1 p@1/1 q@3/2 r@5/3 s@7/4 z@10/1"},
     {true, "W(p q) z", "W@1/1 p@1/1 q@4/2 z@7/3"},
     // The closing blank: not before another packed value, but before a separate bus.
     {true, "a W[p q] V[r] z", "a@1/1 W@4/2 p@4/2 q@6/3 V@8/4 r@8/4 z@11/1"},
@@ -34,13 +33,6 @@ TEST_F(list_table, entries_and_members_take_columns_and_header_lines_in_turn) {
     }
 }
 
-TEST_F(list_table, assignment_ends_behind_the_stop_bus) {
-    list("a W[p] b");
-    kol_update_column_list(bus_of["W"]);
-    EXPECT_EQ(signal_of["p"]->column, 4);
-    EXPECT_EQ(signal_of["b"]->column, 0);
-}
-
 TEST_F(list_table, a_list_fits_as_long_as_its_last_value_begins_within_1024_columns) {
     std::string entries;
     for (int n = 0; n < 341; ++n) entries += "s ";
@@ -48,8 +40,6 @@ TEST_F(list_table, a_list_fits_as_long_as_its_last_value_begins_within_1024_colu
     EXPECT_TRUE(kol_list_fits());
     EXPECT_EQ(signal_of["t"]->column, 1024);
     list(entries + "s t");
-    EXPECT_FALSE(kol_list_fits());
-    list(entries + "W(s p)");
     EXPECT_FALSE(kol_list_fits());
 }
 
@@ -60,6 +50,39 @@ TEST_F(list_table, a_first_column_outside_the_table_is_fatal) {
     kol_update_column_list(nullptr);
     kol_ext.list_cur_column = 0;
     EXPECT_DEATH(kol_list_write_signame(), "");
+}
+
+TEST_F(list_table, the_cursor_rests_on_the_last_change_not_later_than_the_time) {
+    list("a late");
+    history("a", "iU@0 0S@10 1S@10 xW@20");
+    history("late", "1S@5 0S@7");
+    struct {
+        const char* signal;
+        std::int32_t time;
+        std::int8_t state;
+    } const steps[] = {{"a", 15, 19}, {"a", 9, 0},     {"a", 10, 19},   {"a", 400, 14},
+                       {"a", 0, 0},   {"late", 3, 19}, {"late", 9, 17}, {"late", 0, 19}};
+    for (const auto& step : steps) {
+        kol_list_get_sigresult(signal_of[step.signal], step.time);
+        EXPECT_EQ(signal_of[step.signal]->list_state_cur->state, step.state)
+            << step.signal << " at " << step.time;
+    }
+}
+
+TEST_F(list_table, the_next_change_is_the_earliest_of_all_members_bounded_by_the_present) {
+    list("a V(W[p] q)");
+    history("a", "iU@0 1S@30 0S@60");
+    history("p", "iU@0 1S@12 0S@13");
+    history("q", "iU@0 1S@30");
+    kol_ext.cur_time = 50;
+    struct {
+        std::int32_t time, next;
+    } const steps[] = {{0, 12}, {12, 13}, {13, 30}, {30, 50}, {5, 12}, {49, 50}, {50, 50}};
+    for (const auto& step : steps) {
+        std::int32_t next = 0;
+        kol_list_get_nextime(step.time, next);
+        EXPECT_EQ(next, step.next) << "after " << step.time;
+    }
 }
 
 }  // namespace
