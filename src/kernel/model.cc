@@ -26,3 +26,8 @@ void kol_clear_models() {
     for (const kol_model_t& model : models)
         if (model.clear != nullptr) model.clear();
 }
+
+void kol_restart_models() {
+    for (const kol_model_t& model : models)
+        if (model.restart != nullptr) model.restart();
+}

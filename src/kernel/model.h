@@ -13,12 +13,15 @@ struct kol_model_t {
     bool by_pin_property;   // false: one handler serves every input pin
     // Null result: no handler; the text is empty where one handler serves every pin.
     yx_procedure_t (*handler_of)(std::string_view pin_value);
-    yx_procedure_t clear = nullptr;  // forgets the data of every instance
+    yx_procedure_t clear = nullptr;    // forgets the data of every instance
+    yx_procedure_t restart = nullptr;  // returns the data of every instance to what set-up left
+    yx_procedure_t refresh = nullptr;  // takes the timing of kol_ext.cur_inst over from its properties again
 };
 
 void kol_set_models(std::span<const kol_model_t> table);
 std::span<const kol_model_t> kol_models();
 // The row of a MODEL value, null when there is none.
 const kol_model_t* kol_find_model(std::string_view name);
-// Runs every model's clear.
+// Runs every model's clear, or restart.
 void kol_clear_models();
+void kol_restart_models();

@@ -65,4 +65,14 @@ void kol_init_net_state() {
         for (yx_pin_record_t* pin = yx_ptrto_inst_rec(i)->first_pin_ptr; pin != nullptr;
              pin = pin->next_pin_inst_ptr)
             kol_reset_pin_state(*pin);
+    kol_restart_models();
+}
+
+void kol_refresh_timing() {
+    for (std::int32_t i = 1; i <= yx_sext.max_inst_cur; ++i) {
+        kol_ext.cur_inst = yx_ptrto_inst_rec(i);
+        const kol_model_t* model = kol_model_of(*kol_ext.cur_inst);
+        if (model != nullptr && model->refresh != nullptr) model->refresh();
+    }
+    kol_compute_max_delay();
 }

@@ -32,14 +32,19 @@ bool receives_a_signal(const yx_pin_record_t& pin) {
     return pin.io_type == 1 || pin.io_type == 3 || pin.io_type == 4;
 }
 
-// The MODEL property of an instance when it is a text that is not empty; shows why not otherwise.
-const yx_prop_record_t* model_of(const yx_inst_record_t& inst) {
+const yx_prop_record_t* model_property(const yx_inst_record_t& inst) {
     static const tm_string_record_t name = tm_string("MODEL");
     yx_prop_record_t* model = nullptr;
     bool is_found = false;
     kol_inst_getvalueof_prop_on(&inst, name, model, is_found);
+    return is_found ? model : nullptr;
+}
+
+// The MODEL property of an instance when it is a text that is not empty; shows why not otherwise.
+const yx_prop_record_t* model_of(const yx_inst_record_t& inst) {
+    const yx_prop_record_t* model = model_property(inst);
     std::string_view fault;
-    if (!is_found)
+    if (model == nullptr)
         fault = no_model;
     else if (model->prop_type != YX_PSTRING)
         fault = model_type;
@@ -92,6 +97,12 @@ bool kol_set_up_instances() {
     for (std::int32_t i = 1; i <= yx_sext.max_inst_cur; ++i)
         if (!set_up_instance(*yx_ptrto_inst_rec(i))) return false;
     return true;
+}
+
+const kol_model_t* kol_model_of(const yx_inst_record_t& inst) {
+    const yx_prop_record_t* model = model_property(inst);
+    const bool is_text = model != nullptr && model->prop_type == YX_PSTRING;
+    return is_text ? kol_find_model(kol_path(model->valuec)) : nullptr;
 }
 
 void kol_install_pinhdler(yx_pin_record_t* pin, const yx_prop_record_t* model, bool& install_ok) {

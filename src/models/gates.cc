@@ -148,6 +148,12 @@ void kol_or_i1_hdler() { evaluate<or_of>(); }
 void kol_nor_i1_hdler() { evaluate<nor_of>(); }
 void kol_xor_i1_hdler() { evaluate<xor_of>(); }
 
+void kol_gate_refresh() {
+    kol_refresh_pin_delays(*kol_ext.cur_inst);
+    // What was gathered is gathered again with the new delays.
+    if (!outputs.empty()) kol_clear_gates();
+}
+
 void kol_clear_gates() {
     gates.clear();
     inputs.clear();

@@ -15,3 +15,5 @@ void kol_nor_i1_hdler();
 void kol_xor_i1_hdler();
 // Forgets every gate.
 void kol_clear_gates();
+// Takes the delays of the current instance over from its properties again, silently.
+void kol_gate_refresh();

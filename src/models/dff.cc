@@ -1,0 +1,57 @@
+#include "models/dff.h"
+
+#include "models/storage.h"
+#include "models/timing_checks.h"
+#include "models/user_data.h"
+
+namespace {
+
+using kol_dff_userdata_rec_t = kol_storage_t;
+
+constexpr kol_role_rule_t role_rules[] = {
+    kol_data_rule,
+    {'C', "LK", true, 'R', 'F', "# !!! Error : Invalid Clock Name (CLK,CLKN,CLKP,CLKX) on pin : ",
+     kol_clock_polarity_error, kol_limit_use::stored, kol_limit_use::warned},
+    kol_reset_rule,
+    kol_set_rule,
+};
+constexpr kol_pin_plan_t plan = {role_rules, kol_other_pin::output, true, true};
+
+kol_user_data<kol_dff_userdata_rec_t> user_data;
+
+}  // namespace
+
+void kol_dff_init() {
+    kol_dff_userdata_rec_t& dff = user_data.create();
+    kol_set_up_pins(plan, dff.roles(), &dff.outputs);
+}
+
+void kol_dff_clear() { user_data.all().clear(); }
+
+void kol_dff_restart() {
+    for (kol_dff_userdata_rec_t& dff : user_data.all()) kol_restart_storage(dff);
+}
+
+void kol_dff_refresh() { kol_refresh_pins(plan, user_data.current().roles()); }
+
+void kol_dff_d_hdler() {
+    kol_dff_userdata_rec_t& dff = user_data.current();
+    const kol_transition_t data = kol_record_transition(dff.d);
+    if (dff.check_data_on) kol_check_hold(dff.d, data, dff.control);
+}
+
+void kol_dff_clk_hdler() {
+    kol_dff_userdata_rec_t& dff = user_data.current();
+    const kol_transition_t clock = kol_record_transition(dff.control);
+    if (dff.check_data_on) {
+        kol_check_pulse_width(dff.control, clock);
+        kol_check_setup(dff.control, clock, dff.d);
+    }
+    if (dff.s.found) kol_check_setup(dff.control, clock, dff.s);
+    if (dff.r.found) kol_check_setup(dff.control, clock, dff.r);
+    if (!kol_is_active(dff.control.edge, clock.change) || dff.s.on || dff.r.on) return;
+    kol_capture(dff, dff.control.pin);
+}
+
+void kol_dff_s_hdler() { kol_set_changed(user_data.current()); }
+void kol_dff_r_hdler() { kol_reset_changed(user_data.current()); }

@@ -1,0 +1,42 @@
+// kol: what flip-flop and latch share: data, control (clock or enable), set and reset inputs, up to 8 true
+// and 8 inverted outputs, capture of the data value, and the set and reset handlers, in which reset wins.
+#pragma once
+
+#include "models/pin_roles.h"
+
+struct kol_storage_t {
+    kol_timing_role_t d, control, r, s;
+    kol_outputs_t outputs;
+    bool check_data_on = true;  // data checks are on; off while set or reset is active
+
+    kol_storage_t() { d.edge = 'X'; }
+    std::array<kol_timing_role_t*, 4> roles() { return {&d, &control, &r, &s}; }
+};
+
+// The reset and set rows of both models.
+inline constexpr kol_role_rule_t kol_reset_rule = {'R',
+                                                   "",
+                                                   true,
+                                                   'R',
+                                                   'F',
+                                                   "# !!! Error : Invalid Reset Name (R,RN,RP,RX)  on pin : ",
+                                                   "# !!! Error : INVALID Pin Name(RN,RP,RX)  on pin : ",
+                                                   kol_limit_use::stored,
+                                                   kol_limit_use::stored};
+inline constexpr kol_role_rule_t kol_set_rule = {'S',
+                                                 "",
+                                                 true,
+                                                 'R',
+                                                 'F',
+                                                 "# !!! Error : Invalid Set Name (S,SN,SP,SX) on pin : ",
+                                                 "# !!! Error : INVALID Pin Name (SN,SP,SX)  on pin : ",
+                                                 kol_limit_use::stored,
+                                                 kol_limit_use::stored};
+
+// Schedules the data value on the outputs; the input delay is that of the pin that caused it.
+void kol_capture(const kol_storage_t& storage, const yx_pin_record_t* cause);
+// The handlers of set and reset.
+void kol_set_changed(kol_storage_t& storage);
+void kol_reset_changed(kol_storage_t& storage);
+// Returns the run-time fields to their initial values.
+void kol_restart_storage(kol_storage_t& storage);
