@@ -17,7 +17,8 @@
 //       prio N  drive TEXT          of its output pins (1, no DRIVE)
 //       iprio N                     of its input pins (1)
 //       timing N                    timing_index
-//   pin /g1/I2 [OPTION...]          changes a pin that exists: rise T  fall T  prio N  io N  drive TEXT
+//   pin /g1/I2 [OPTION...]          changes a pin that exists: rise T  fall T  prio N  drive TEXT
+//       io N                        4: the pin drives its net, too
 //       pin TEXT  edge TEXT         and the next two
 //       without NAME                the pin has no property NAME, nor those behind it in their order: PIN,
 //       RISE,

@@ -116,6 +116,15 @@ void take_delays(builder_t& b, std::int32_t net, std::istream& in) {
     std::ranges::copy(time_prop(take(in)).valuet, at(b.image.nets, net).UU.U1.*field);
 }
 
+void append_to_chain(builder_t& b, yx_net_record_t& net, const yx_pin_record_t& pin, bool is_output) {
+    std::int32_t& last = (is_output ? b.last_out : b.last_in)[static_cast<std::size_t>(net.self)];
+    std::int32_t& first = is_output ? net.first_pin_out_ind : net.first_pin_in_ind;
+    const auto next = is_output ? &yx_pin_record_t::next_pin_out_ind : &yx_pin_record_t::next_pin_in_ind;
+    (last == 0 ? first : at(b.image.pins, last).*next) = pin.self;
+    last = pin.self;
+    ++(is_output ? net.nb_pin_out : net.nb_pin_in);
+}
+
 const options_t net_options{
     {"fixed",
      [](builder_t& b, std::int32_t i, std::istream&) { at(b.image.nets, i).UU.U1.cur_state.fixed = true; }},
@@ -146,7 +155,11 @@ const options_t pin_options{
     {"prio", [](builder_t& b, std::int32_t i,
                 std::istream& in) { at(b.image.pins, i).pin_hdl_priority = take_number(in); }},
     {"io",
-     [](builder_t& b, std::int32_t i, std::istream& in) { at(b.image.pins, i).io_type = take_number(in); }},
+     [](builder_t& b, std::int32_t i, std::istream& in) {
+         yx_pin_record_t& pin = at(b.image.pins, i);
+         pin.io_type = take_number(in);
+         if (pin.io_type == 4) append_to_chain(b, at(b.image.nets, pin.net_ind), pin, true);
+     }},
     {"pin", take_text_prop<PIN>},
     {"rise", take_time_prop<RISE>},
     {"fall", take_time_prop<FALL>},
@@ -267,16 +280,6 @@ void read_child(builder_t& b, std::istream& in) {
 
 // ---- instances and pins
 
-void append_to_chain(builder_t& b, yx_net_record_t& net, const yx_pin_record_t& pin) {
-    const bool is_output = pin.io_type == 2;
-    std::int32_t& last = (is_output ? b.last_out : b.last_in)[static_cast<std::size_t>(net.self)];
-    std::int32_t& first = is_output ? net.first_pin_out_ind : net.first_pin_in_ind;
-    const auto next = is_output ? &yx_pin_record_t::next_pin_out_ind : &yx_pin_record_t::next_pin_in_ind;
-    (last == 0 ? first : at(b.image.pins, last).*next) = pin.self;
-    last = pin.self;
-    ++(is_output ? net.nb_pin_out : net.nb_pin_in);
-}
-
 // word: [NAME:]NET[.BIT[-BIT]]
 void add_pin(builder_t& b, const std::string& inst, std::string name, std::string word, bool is_output) {
     if (const std::size_t colon = word.find(':'); colon != word.npos) {
@@ -301,7 +304,7 @@ void add_pin(builder_t& b, const std::string& inst, std::string name, std::strin
         pin.pin_end = static_cast<std::int16_t>(std::stoi(word.substr(dash + 1)));
     b.pins.emplace(inst + "/" + name, pin.self);
     b.pin_props.push_back({text_prop(b, name), time_prop("0"), time_prop("0")});
-    append_to_chain(b, net, pin);
+    append_to_chain(b, net, pin, is_output);
 }
 
 // An option of the instance; of its output pins; or, with an i in front, of its input pins.
