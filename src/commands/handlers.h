@@ -34,10 +34,12 @@ void kol_run_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_define_bus_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 
-// settings: spikes and timing.
+// settings and timing: spikes, delays and limits.
 void kol_spike_check_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_spike_min_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_spike_model_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_timing_coeficient_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_timing_index_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 
 // files: the list file.
 void kol_write_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
