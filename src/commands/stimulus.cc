@@ -17,7 +17,7 @@ constexpr kol_rejection_t force_mode_invalid{
     "# !! Error : 2nd parameter invalid ( should be : \"Abs\" or \"Current\" ) "};
 constexpr kol_rejection_t force_net_invalid{
     "# !! Error : 3rd parameter invalid ( should begin with letter or \"/\" ) "};
-constexpr kol_rejection_t force_state_invalid{"# !! Error : state invalid ( 3rd parameter ) ", true};
+constexpr kol_rejection_t force_state_invalid{"# !! Error : state invalid ( 3rd parameter ) "};
 constexpr kol_rejection_t force_time_invalid{"# !! Error : Invalid time  ( 5th parameter ) ", true};
 constexpr kol_rejection_t force_stop_time_invalid{"# !! Error : Invalid stop_time  ( 7th parameter ) ", true};
 constexpr kol_rejection_t force_repeat_invalid{

@@ -22,8 +22,7 @@ struct executed_t {
 
 executed_t exec_head() {
     const yx_event_rec_t& event = *kol_ext.cur_event;
-    const executed_t executed{event.pin == nullptr, event.time,
-                              event.pin == nullptr ? event.net : event.pin->net_ptr};
+    const executed_t executed{event.pin == nullptr, event.time, event.net};
     kol_ext.cur_time = event.time;
     kol_exec_cur_event();
     kol_retire_cur_event();

@@ -20,7 +20,7 @@ TEST_F(stimulus, a_wrong_force_is_refused_and_kept_out) {
             {"force a a 1", refused("FORCE a a 1 ", count_error)},
             {"force x 9 9 9z", refused("FORCE x 9 9 9z ", mode)},
             {"force a 9a 9 9z", refused("FORCE a 9a 9 9z ", name)},
-            {"force a a 2 9z", refused("FORCE \"a\" \"a\" \"2\" \"9z\" ", state)},
+            {"force a a 2 9z", refused("FORCE a a 2 9z ", state)},
             {"force a a 1 9z z 9z", refused("FORCE \"a\" \"a\" \"1\" \"9z\" \"z\" \"9z\" ", time)},
             {"force a a 1 -1", refused("FORCE \"a\" \"a\" \"1\" \"-1\" ", time)},
             {"force c a 1 648", refused("FORCE \"c\" \"a\" \"1\" \"648\" ", time)},
