@@ -140,6 +140,7 @@ void pages_pointer_position() {
 
 void kol_drawing_area_callback_expose(Widget area, XtPointer, XtPointer) {
     if (!on_a_page(area)) return;
+    tm_window.exposed = true;
     discard_exposures(area);
     redraw_soon();
 }

@@ -21,7 +21,7 @@ using steady = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds key_interval{20};
 
 // The pointer stays busy through a command file: the normal shape returns with the event loop.
-bool busy_shown = false, busy_wanted = false;
+bool busy_shown = false, busy_wanted = false, restore_waits = false;
 
 void show_pointer() {
     static const Cursor watch = XCreateFontCursor(tm_window.dpy, XC_watch);
@@ -33,12 +33,17 @@ void show_pointer() {
         XUndefineCursor(tm_window.dpy, XtWindow(tm_window.top_window));
 }
 
-void idle_pointer_cb(XtPointer, XtIntervalId*) { show_pointer(); }
+void idle_pointer_cb(XtPointer, XtIntervalId*) {
+    restore_waits = false;
+    show_pointer();
+}
 
 void show_busy(bool on) {
     busy_wanted = on;
     if (on) return show_pointer();
-    if (busy_shown) XtAppAddTimeOut(tm_window.app, 0, idle_pointer_cb, nullptr);
+    if (!busy_shown || restore_waits) return;
+    restore_waits = true;
+    XtAppAddTimeOut(tm_window.app, 0, idle_pointer_cb, nullptr);
 }
 
 Bool is_control_key(Display*, XEvent* event, XPointer letter) {

@@ -197,12 +197,28 @@ void create_widgets(const char* name) {
     XtVaSetValues(form, XmNinitialFocus, entry_row, nullptr);
 }
 
-// Serves the window's first events, so that the drawing area has its size before anything is drawn.
+// What the user does waits for the event loop: there is no design yet.
+Bool is_no_input(Display*, XEvent* event, XPointer) {
+    return event->type != ClientMessage && (event->type < KeyPress || event->type > MotionNotify);
+}
+
+bool serve_events() {
+    bool served = false;
+    XEvent event;
+    for (; XCheckIfEvent(tm_window.dpy, &event, is_no_input, nullptr) != 0; served = true)
+        XtDispatchEvent(&event);
+    return served;
+}
+
+// Serves the window's first events, until it has been shown and nothing more comes: from then on the drawing
+// area has its size.
 void settle() {
-    const auto limit = steady::now() + std::chrono::milliseconds(250);
-    while (steady::now() < limit) {
+    constexpr auto quiet = std::chrono::milliseconds(60), limit = std::chrono::milliseconds(1000);
+    const auto start = steady::now();
+    auto last_event = start;
+    while (steady::now() - start < limit && (!tm_window.exposed || steady::now() - last_event < quiet)) {
         XSync(tm_window.dpy, False);
-        while (XtAppPending(tm_window.app) != 0) XtAppProcessEvent(tm_window.app, XtIMAll);
+        if (serve_events()) last_event = steady::now();
         xdelayms(10);
     }
 }

@@ -25,6 +25,7 @@ struct tm_window_t {
     Widget curdrawarea = nullptr;
     std::array<Pixmap, tm_pixmaps> drareapixmap{};
     Pixmap curdrareapixmap = 0;
+    bool exposed = false;          // a drawing area has been on the screen
     bool picture_changed = false;  // drawn on since it was last copied to the window
     tm_bounds_t curdarea_pixel_bounds;
     Widget textsession = nullptr;
