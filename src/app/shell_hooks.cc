@@ -48,7 +48,7 @@ void show_busy(bool on) {
 
 Bool is_control_key(Display*, XEvent* event, XPointer letter) {
     if (event->type != KeyPress || (event->xkey.state & ControlMask) == 0) return False;
-    const KeySym wanted = static_cast<KeySym>(*letter);
+    const KeySym wanted = static_cast<KeySym>(static_cast<unsigned char>(*letter));
     KeySym lower = 0, upper = 0;
     XConvertCase(XLookupKeysym(&event->xkey, 0), &lower, &upper);
     return lower == wanted;

@@ -47,9 +47,10 @@ class Display:
         env.setdefault("QUILLARN", str(SOURCE / "share"))
         return env
 
-    def start(self, arguments, cwd, stdout=subprocess.PIPE):
-        """The program with these arguments, in a session of its own."""
-        return subprocess.Popen([str(BIN / "kolv"), *map(str, arguments)], cwd=cwd, env=self.environment(cwd),
+    def start(self, arguments, cwd, stdout=subprocess.PIPE, **environment):
+        """The program with these arguments, in a session of its own; more variables change its environment."""
+        return subprocess.Popen([str(BIN / "kolv"), *map(str, arguments)], cwd=cwd,
+                                env=self.environment(cwd) | environment,
                                 stdin=subprocess.DEVNULL, stdout=stdout, stderr=subprocess.STDOUT,
                                 start_new_session=True)
 

@@ -51,8 +51,8 @@ class StartUp(unittest.TestCase):
         self.cwd.mkdir()
         empty_design(self.directory / "design_yx")
 
-    def run_kolv(self, arguments):
-        program = self.display.start(arguments, self.cwd)
+    def run_kolv(self, arguments, **environment):
+        program = self.display.start(arguments, self.cwd, **environment)
         stdout, _ = program.communicate(timeout=60)
         return stdout.decode("latin-1"), program.returncode
 
@@ -136,6 +136,15 @@ class StartUp(unittest.TestCase):
         self.assertEqual(transcript[1:], [called[:98], "# COMmand '0.1.2' ", "0.1.2 ", " BYE "])
         self.assertTrue((self.directory / "debug_kolv").stat().st_size > 0)
         self.assertTrue((self.cwd / "debug_kolv2").exists())
+
+    def test_the_key_file_of_the_installation_is_run_first(self):
+        keys = self.cwd / "kolv" / "init_key"
+        keys.parent.mkdir()
+        keys.write_text("DEFINE KEY F7 'RUN 5'\nDEFINE KEY F13 'RUN'\nQUIT\n")
+        self.run_kolv([self.directory, "MX"], QUILLARN=str(self.cwd))  # before the timing range is looked at
+        self.assertEqual((self.directory / "current_session").read_text().splitlines(), [
+            "# DO %s " % keys, " DEFine KEY F7 'RUN 5' ", "# DEFine KEY F13 'RUN' ",
+            "# !! Error :  Invalid DEFine KEY "])
 
     def test_parameters_stop_at_the_first_empty_one_and_bytes_beyond_ascii_cut(self):
         commands = self.cwd / "s.cmd"
