@@ -7,7 +7,7 @@ PERIOD = 1000
 A = ["N%d" % (1 + 17 * i) for i in range(16)]  # least significant first
 B = ["N%d" % (273 + 17 * i) for i in range(16)]
 P = ("N545 N1581 N1901 N2223 N2548 N2877 N3211 N3552 N3895 N4241 N4591 N4946 N5308 N5672 N5971 N6123 N6150 N6160 "
-     "N6170 N6180 N6190 N6200 N6210 N6220 N6230 N6240 N6250 N6260 N6270 N6280 N6287 N6288").split()
+     "N6170 N6180 N6190 N6200 N6210 N6220 N6230 N6240 N6250 N6260 N6270 N6280 N6288 N6287").split()  # the last two outputs stand the other way round
 
 random.seed(6288)
 PAIRS = [(0, 0), (1, 1), (65535, 65535), (43690, 21845), (21845, 43690), (65535, 1), (1, 65535), (32768, 32768),

@@ -54,11 +54,12 @@ class Display:
                                 stdin=subprocess.DEVNULL, stdout=stdout, stderr=subprocess.STDOUT,
                                 start_new_session=True)
 
-    def run(self, directory, commands, timing="TYP", design="design_yx", parameters=(), timeout=120):
-        """Runs a session whose initial command file holds these commands (the last must end the program)."""
+    def run(self, directory, commands, timing="TYP", design="design_yx", parameters=(), timeout=120, **environment):
+        """Runs a session in the directory, whose initial command file holds these commands; the last must end the
+        program.  The transcript names no path of the machine."""
         directory = pathlib.Path(directory)
         (directory / "session.cmd").write_text(commands)
-        program = self.start([directory, timing, directory / "session.cmd", design, *parameters], directory)
+        program = self.start([".", timing, "session.cmd", design, *parameters], directory, **environment)
         try:
             stdout, _ = program.communicate(timeout=timeout)
         except subprocess.TimeoutExpired:
