@@ -1,6 +1,7 @@
 #include "foundation/files.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 
 #include <cstdlib>
 
@@ -18,11 +19,14 @@ constexpr int file_mode = 0660;
 constexpr std::int32_t probe_delay = 10;  // milliseconds
 constexpr std::int32_t line_max = 198;
 
-// Whether the path can be opened at all; without rdoly the file exists afterwards.
+// Whether the path can be opened as a file; without rdoly the file exists afterwards.
 bool probe(const std::string& path, bool rdoly) {
     const int fd = xfopen(path.c_str(), rdoly ? O_RDONLY : O_CREAT, file_mode);
     if (fd < 0) return false;
+    struct stat info {};
+    const bool is_directory = fstat(fd, &info) == 0 && S_ISDIR(info.st_mode);
     xfclose(fd);
+    if (is_directory) return false;
     xdelayms(probe_delay);
     return true;
 }
