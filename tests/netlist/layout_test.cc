@@ -12,38 +12,33 @@ struct layout_row {
     const char* fields;  // name offset width, in the order of the rows
 };
 
+// clang-format off
 constexpr layout_row documented[] = {
-    {"header",
-     "day 0 2 month 2 2 year 4 2 software_revision 8 4 nbof_prop_instance 12 4 nbof_prop_pin 16 4 "
-     "nbof_prop_net "
-     "20 4 nbof_char 24 4 nbof_string 28 4 nbof_prop 32 4 nbof_instance 36 4 nbof_pin 40 4 nbof_net 44 4 "
-     "nbof_net_child 48 4 nbof_pinm 52 4 nbof_macro 56 4 time_step 60 4 num_errors 64 2 num_warnings 66 2"},
+    {"header", "day 0 2 month 2 2 year 4 2 software_revision 8 4 nbof_prop_instance 12 4 nbof_prop_pin 16 4 "
+               "nbof_prop_net 20 4 nbof_char 24 4 nbof_string 28 4 nbof_prop 32 4 nbof_instance 36 4 "
+               "nbof_pin 40 4 nbof_net 44 4 nbof_net_child 48 4 nbof_pinm 52 4 nbof_macro 56 4 time_step 60 4 "
+               "num_errors 64 2 num_warnings 66 2"},
     {"strings", "index 0 4 len 8 1"},
-    {"instances",
-     "self 0 4 object_id 4 2 status 6 2 timing_index 8 1 sim_path 16 4 file_path 20 4 nb_of_pin 24 2 "
-     "first_pin_ind 28 4 nb_of_property 36 1 first_prop 40 4"},
-    {"pins",
-     "self 0 4 object_id 4 2 status 6 2 io_type 8 2 pin_hdl_priority 16 2 rise 36 4 fall 48 4 drive_array 60 "
-     "2 "
-     "sim_path 68 4 instance_ind 72 4 net_ind 84 4 next_pin_in_ind 92 4 next_pin_out_ind 100 4 pin_start 108 "
-     "2 "
-     "pin_end 110 2 pin_net_start 112 2 nb_of_property 114 1 first_prop 116 4 pin_state.state 20 1 "
-     "pin_state.time 24 4 pin_state.fixed 28 1"},
-    {"nets",
-     "self 0 4 object_id 4 2 net_type 6 2 status 8 2 net_kind 10 2 name 12 4 sim_path 16 4 nb_of_child 20 4 "
-     "first_child 24 4 nb_of_property 32 1 first_prop 36 4 nb_pin_in 40 2 first_pin_in_ind 44 4 nb_pin_out "
-     "52 2 "
-     "first_pin_out_ind 56 4 state_init 64 1 cur_state.state 68 1 cur_state.time 72 4 cur_state.fixed 76 1 "
-     "old_state.state 80 1 old_state.time 84 4 old_state.fixed 88 1 rise 92 4 fall 104 4 bus 124 4 posinbus "
-     "132 2 first_sub_net 136 4 father_net 144 4 next_sub_net 152 4"},
+    {"property values", "prop_type 0 2 valuec 4 4"},
+    {"instances", "self 0 4 object_id 4 2 status 6 2 timing_index 8 1 sim_path 16 4 file_path 20 4 "
+                  "nb_of_pin 24 2 first_pin_ind 28 4 nb_of_property 36 1 first_prop 40 4"},
+    {"pins", "self 0 4 object_id 4 2 status 6 2 io_type 8 2 pin_hdl_priority 16 2 rise 36 4 fall 48 4 "
+             "drive_array 60 2 sim_path 68 4 instance_ind 72 4 net_ind 84 4 next_pin_in_ind 92 4 "
+             "next_pin_out_ind 100 4 pin_start 108 2 pin_end 110 2 pin_net_start 112 2 nb_of_property 114 1 "
+             "first_prop 116 4 pin_state.state 20 1 pin_state.time 24 4 pin_state.fixed 28 1"},
+    {"nets", "self 0 4 object_id 4 2 net_type 6 2 status 8 2 net_kind 10 2 name 12 4 sim_path 16 4 "
+             "nb_of_child 20 4 first_child 24 4 nb_of_property 32 1 first_prop 36 4 nb_pin_in 40 2 "
+             "first_pin_in_ind 44 4 nb_pin_out 52 2 first_pin_out_ind 56 4 state_init 64 1 "
+             "cur_state.state 68 1 cur_state.time 72 4 cur_state.fixed 76 1 old_state.state 80 1 "
+             "old_state.time 84 4 old_state.fixed 88 1 rise 92 4 fall 104 4 bus 124 4 posinbus 132 2 "
+             "first_sub_net 136 4 father_net 144 4 next_sub_net 152 4"},
     {"net children", "self 0 4 sim_path 4 4 object_id 8 2 name 12 4 net_kind 16 2 next_child 20 4"},
-    {"macros",
-     "self 0 4 object_id 4 2 status 6 2 timing_index 8 1 sim_path 12 4 file_path 16 4 nb_of_pin 20 2 "
-     "first_pin_ind 24 4 nb_of_property 32 1 first_prop 36 4"},
-    {"macro pins",
-     "self 0 4 object_id 4 2 status 6 2 sim_path 8 4 macro_ind 12 4 net_ind 20 4 pin_start 28 2 pin_end 30 2 "
-     "pin_net_start 32 2 nb_of_property 34 1 first_prop 36 4"},
+    {"macros", "self 0 4 object_id 4 2 status 6 2 timing_index 8 1 sim_path 12 4 file_path 16 4 "
+               "nb_of_pin 20 2 first_pin_ind 24 4 nb_of_property 32 1 first_prop 36 4"},
+    {"macro pins", "self 0 4 object_id 4 2 status 6 2 sim_path 8 4 macro_ind 12 4 net_ind 20 4 pin_start 28 2 "
+                   "pin_end 30 2 pin_net_start 32 2 nb_of_property 34 1 first_prop 36 4"},
 };
+// clang-format on
 
 TEST(layout, fields_lie_where_the_file_format_has_them) {
     const tst_directory directory;
@@ -110,25 +105,18 @@ void expect_image_survives(const yxl_layout<Record>& layout, std::mt19937& rando
 
 TEST(layout, any_image_keeps_its_fields_and_loses_its_reference_slots) {
     std::mt19937 random(1);
-    for (int round = 0; round < 200; ++round) {
-        expect_image_survives(yxl_header, random);
-        expect_image_survives(yxl_strings, random);
-        expect_image_survives(yxl_insts, random);
-        expect_image_survives(yxl_pins, random);
-        expect_image_survives(yxl_nets, random);
-        expect_image_survives(yxl_net_children, random);
-        expect_image_survives(yxl_macros, random);
-        expect_image_survives(yxl_pinms, random);
-    }
+    const auto survive = [&](const auto&... layouts) { (expect_image_survives(layouts, random), ...); };
+    for (int round = 0; round < 200; ++round)
+        survive(yxl_header, yxl_strings, yxl_insts, yxl_pins, yxl_nets, yxl_net_children, yxl_macros,
+                yxl_pinms);
 }
 
 // One instance with one pin on its own net, a child, a macro and a macro pin, as often as wanted.
 yx_design_image_t repeated_design(std::int32_t count) {
     yx_design_image_t d;
     for (std::int32_t k = 1; k <= count; ++k) {
-        tst_add_inst(d, ("/i" + std::to_string(k)).c_str(), 1, 0, 0);
-        yx_pin_record_t& pin = tst_add_pin(d, "/p", false, k);
-        pin.first_prop = 0, pin.nb_of_property = 0;
+        tst_add_inst(d, ("/i" + std::to_string(k)).c_str(), 1);
+        tst_add_pin(d, "/p", k);
         yx_net_record_t& net = tst_add_net(d, YX_TSTANDARD, "/n");
         tst_set_chain_in(net, k, 1);
         net.first_child = k, net.nb_of_child = 1;

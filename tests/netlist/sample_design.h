@@ -13,7 +13,7 @@
 #include "netlist/design_image.h"
 #include "netlist/layout.h"
 
-// The working directory of a test: a new one that goes with it.
+// The working directory of a test: a new one that goes with it, in memory where the system has room for it.
 class tst_directory {
 public:
     tst_directory() {
@@ -24,16 +24,15 @@ public:
         std::filesystem::current_path(before_);
         std::filesystem::remove_all(path);
     }
-    std::string path = testing::TempDir() + "kolv_netlist_XXXXXX";
+    std::string path = (std::filesystem::is_directory("/dev/shm") ? "/dev/shm/" : testing::TempDir()) +
+                       "kolv_netlist_XXXXXX";
 
 private:
     std::filesystem::path before_ = std::filesystem::current_path();
 };
 
-inline void tst_add_name(std::vector<yx_prop_type_record_t>& names, const char* name, const char* type) {
-    names.emplace_back();
-    names.back().name = tm_string(name);
-    names.back().prop_type = tm_string(type);
+inline void tst_add_name(std::vector<yx_prop_type_record_t>& names, const char* name) {
+    names.push_back({tm_string(name), tm_string("any")});
 }
 
 inline void tst_add_text(yx_design_image_t& d, const char* text) {
@@ -55,36 +54,9 @@ inline void tst_add_numbers(yx_design_image_t& d, std::int16_t type, std::int32_
 inline yx_net_record_t& tst_add_net(yx_design_image_t& d, std::int16_t type, const char* path) {
     yx_net_record_t& net = d.nets.emplace_back();
     net.self = static_cast<std::int32_t>(d.nets.size());
-    net.object_id = static_cast<std::int16_t>(100 + net.self);
     net.net_type = type;
     net.sim_path = yxw_string(d, path);
     return net;
-}
-
-inline void tst_add_inst(yx_design_image_t& d, const char* path, std::int16_t pins, std::int32_t first_prop,
-                         std::int8_t nb_of_property) {
-    yx_inst_record_t& inst = d.insts.emplace_back();
-    inst.self = static_cast<std::int32_t>(d.insts.size());
-    inst.sim_path = yxw_string(d, path);
-    inst.nb_of_pin = pins;
-    inst.first_pin_ind = static_cast<std::int32_t>(d.pins.size()) + 1;
-    inst.first_prop = first_prop;
-    inst.nb_of_property = nb_of_property;
-}
-
-// A pin of the newest instance.  Inputs carry the properties from 4 on, outputs those from 7 on.
-inline yx_pin_record_t& tst_add_pin(yx_design_image_t& d, const char* path, bool is_output,
-                                    std::int32_t net) {
-    yx_pin_record_t& pin = d.pins.emplace_back();
-    pin.self = static_cast<std::int32_t>(d.pins.size());
-    pin.io_type = is_output ? 2 : 1;
-    pin.pin_hdl_priority = static_cast<std::int16_t>(pin.self);
-    pin.sim_path = yxw_string(d, path);
-    pin.instance_ind = static_cast<std::int32_t>(d.insts.size());
-    pin.net_ind = net;
-    pin.first_prop = is_output ? 7 : 4;
-    pin.nb_of_property = is_output ? 4 : 3;
-    return pin;
 }
 
 inline void tst_set_chain_in(yx_net_record_t& net, std::int32_t first, std::int16_t count) {
@@ -92,85 +64,119 @@ inline void tst_set_chain_in(yx_net_record_t& net, std::int32_t first, std::int1
     net.nb_pin_in = count;
 }
 
-inline void tst_set_chain_out(yx_net_record_t& net, std::int32_t first) {
-    net.first_pin_out_ind = first;
-    net.nb_pin_out = 1;
+template <typename Record>
+void tst_set_properties(Record& record, std::int32_t first, std::int8_t count) {
+    record.first_prop = first;
+    record.nb_of_property = count;
 }
+
+inline yx_inst_record_t& tst_add_inst(yx_design_image_t& d, const char* path, std::int16_t pins) {
+    yx_inst_record_t& inst = d.insts.emplace_back();
+    inst.self = static_cast<std::int32_t>(d.insts.size());
+    inst.sim_path = yxw_string(d, path);
+    inst.nb_of_pin = pins;
+    inst.first_pin_ind = static_cast<std::int32_t>(d.pins.size()) + 1;
+    return inst;
+}
+
+// A pin of the newest instance.
+inline yx_pin_record_t& tst_add_pin(yx_design_image_t& d, const char* path, std::int32_t net) {
+    yx_pin_record_t& pin = d.pins.emplace_back();
+    pin.self = static_cast<std::int32_t>(d.pins.size());
+    pin.io_type = 1;
+    pin.sim_path = yxw_string(d, path);
+    pin.instance_ind = static_cast<std::int32_t>(d.insts.size());
+    pin.net_ind = net;
+    return pin;
+}
+
+struct tst_net_row {
+    std::int16_t type;
+    const char* path;
+    std::int32_t first_sub, father, next_sub, bus;
+    std::int16_t posinbus;
+    std::int32_t first_in;
+    std::int16_t nb_in;
+    std::int32_t first_out;
+};
+
+// clang-format off
+inline constexpr tst_net_row tst_nets[] = {
+    // type        path   first_sub father next_sub bus posinbus first_in nb_in first_out
+    {YX_TSTANDARD, "/a",     2,       0,     0,      0,    0,      1,      1,     0},
+    {YX_TSUB_NET,  "/u/a",   0,       1,     3,      0,    0,      2,      1,     0},
+    {YX_TSUB_NET,  "/v/a",   0,       1,     0,      0,    0,      0,      0,     0},
+    {YX_TSTANDARD, "/q[0]",  0,       0,     0,      6,    1,      6,      2,     4},  // its own pin, then the bus's
+    {YX_TSTANDARD, "/q[1]",  0,       0,     0,      6,    2,      0,      0,     0},
+    {YX_TSTD_BUS,  "/q",     0,       0,     0,      0,    0,      5,      1,     0},
+    {YX_TSTANDARD, "/y",     0,       0,     0,      0,    0,      0,      0,     3},
+    {YX_TSTANDARD, "/z",     0,       0,     0,      0,    0,      0,      0,     7},
+};
+// clang-format on
 
 inline void tst_add_nets(yx_design_image_t& d) {
-    d.nets.reserve(8);
-    yx_net_record_t& a = tst_add_net(d, YX_TSTANDARD, "/a");  // 1, with the sub-nets 2 and 3
-    a.name = yxw_string(d, "a");
-    a.nb_of_child = 2, a.first_child = 1;
-    a.UU.U1.first_sub_net = 2;
-    tst_set_chain_in(a, 1, 1);
-    yx_net_record_t& sub = tst_add_net(d, YX_TSUB_NET, "/u/a");
-    sub.UU.U1.father_net = 1, sub.UU.U1.next_sub_net = 3;
-    tst_set_chain_in(sub, 2, 1);
-    tst_add_net(d, YX_TSUB_NET, "/v/a").UU.U1.father_net = 1;
-    for (std::int16_t k = 1; k <= 2; ++k) {  // 4 and 5, members of the bus 6
-        yx_net_record_t& member = tst_add_net(d, YX_TSTANDARD, k == 1 ? "/q[0]" : "/q[1]");
-        member.UU.U1.bus = 6, member.UU.U1.posinbus = k;
+    for (const tst_net_row& row : tst_nets) {
+        yx_net_record_t& net = tst_add_net(d, row.type, row.path);
+        yx_net_u1_t& u1 = net.UU.U1;
+        u1.first_sub_net = row.first_sub, u1.father_net = row.father, u1.next_sub_net = row.next_sub;
+        u1.bus = row.bus, u1.posinbus = row.posinbus;
+        tst_set_chain_in(net, row.first_in, row.nb_in);
+        net.first_pin_out_ind = row.first_out, net.nb_pin_out = row.first_out != 0;
     }
-    tst_set_chain_in(d.nets[3], 6, 2);  // its own pin, then the bus's
-    tst_set_chain_out(d.nets[3], 4);
-    yx_net_record_t& bus = tst_add_net(d, YX_TSTD_BUS, "/q");
-    bus.UU.U2.net_bus_end = 1, bus.UU.U2.netind_start = 4;
-    tst_set_chain_in(bus, 5, 1);
-    yx_net_record_t& y = tst_add_net(d, YX_TSTANDARD, "/y");  // 7
-    y.net_kind = yx_kind_initialised;
-    y.UU.U1.state_init = 17, y.UU.U1.rise[1] = 5, y.UU.U1.fall[2] = 6;
-    tst_set_chain_out(y, 3);
-    tst_set_chain_out(tst_add_net(d, YX_TSTANDARD, "/z"), 7);  // 8
-    for (const std::size_t net : {0, 2}) d.nets[net].first_prop = 11, d.nets[net].nb_of_property = 2;
+    d.nets[0].name = yxw_string(d, "a"), d.nets[0].nb_of_child = 2, d.nets[0].first_child = 1;
+    d.nets[5].UU.U2.net_bus_end = 1, d.nets[5].UU.U2.netind_start = 4;
+    d.nets[6].net_kind = yx_kind_initialised, d.nets[6].UU.U1.state_init = 17;
+    for (const std::size_t net : {0, 2}) tst_set_properties(d.nets[net], 11, 2);
 }
 
-inline void tst_add_children(yx_design_image_t& d) {
-    for (std::int32_t k = 1; k <= 2; ++k) {
-        yx_net_child_record_t& child = d.net_children.emplace_back();
-        child.self = k;
-        child.sim_path = yxw_string(d, k == 1 ? "/u/a" : "/v/a");
-        child.name = yxw_string(d, "a");
-        child.next_child = k == 1 ? 2 : 0;
+inline void tst_add_gates(yx_design_image_t& d) {
+    yx_inst_record_t& first = tst_add_inst(d, "/g1", 4);
+    first.timing_index = 3, first.file_path = yxw_string(d, "lib/nand2");
+    tst_set_properties(first, 1, 2);
+    tst_add_pin(d, "/g1/A", 1), tst_add_pin(d, "/g1/B", 2), tst_add_pin(d, "/g1/Y", 7);
+    tst_add_pin(d, "/g1/Z", 4);
+    tst_set_properties(tst_add_inst(d, "/g2", 3), 3, 1);
+    tst_add_pin(d, "/g2/Q", 6).pin_end = 1;
+    tst_add_pin(d, "/g2/A", 4).next_pin_in_ind = 5;
+    tst_add_pin(d, "/g2/Y", 8);
+    for (yx_pin_record_t& pin : d.pins) tst_set_properties(pin, 4, 3);
+    for (const std::size_t output : {2, 3, 6}) {
+        d.pins[output].io_type = 2;
+        tst_set_properties(d.pins[output], 7, 4);
     }
 }
 
-inline void tst_add_macro(yx_design_image_t& d) {
+// Two children of net 1, a macro and its two pins.
+inline void tst_add_others(yx_design_image_t& d) {
     yx_macro_record_t& macro = d.macros.emplace_back();
     macro.self = 1, macro.nb_of_pin = 2, macro.first_pin_ind = 1;
-    macro.first_prop = 1, macro.nb_of_property = 1;
+    tst_set_properties(macro, 1, 1);
     for (std::int32_t k = 1; k <= 2; ++k) {
+        yx_net_child_record_t& child = d.net_children.emplace_back();
+        child.self = k, child.sim_path = yxw_string(d, k == 1 ? "/u/a" : "/v/a");
+        child.name = yxw_string(d, "a"), child.next_child = k == 1 ? 2 : 0;
         yx_pinm_record_t& pinm = d.pinms.emplace_back();
         pinm.self = k, pinm.macro_ind = 1, pinm.net_ind = k;
-        pinm.first_prop = 4, pinm.nb_of_property = 1;
+        tst_set_properties(pinm, 4, 1);
     }
 }
 
 inline yx_design_image_t tst_sample_design() {
     yx_design_image_t d;
     d.info.day = 3, d.info.month = 4, d.info.year = 2026;
-    d.info.time_step = 0.5F, d.info.software_revision = 1.5F;
-    d.info.num_errors = 0, d.info.num_warnings = 2;
-    for (const char* name : {"MODEL", "INST"}) tst_add_name(d.prop_instance, name, "string");
-    for (const char* name : {"PIN", "RISE", "FALL", "COUNT"}) tst_add_name(d.prop_pin, name, "any");
-    for (const char* name : {"CAP", "NET"}) tst_add_name(d.prop_net, name, "any");
+    d.info.time_step = 0.5F, d.info.software_revision = 1.5F, d.info.num_warnings = 2;
+    for (const char* name : {"MODEL", "INST"}) tst_add_name(d.prop_instance, name);
+    for (const char* name : {"PIN", "RISE", "FALL", "COUNT"}) tst_add_name(d.prop_pin, name);
+    for (const char* name : {"CAP", "NET"}) tst_add_name(d.prop_net, name);
     for (const char* text : {"nand", "g1", "or", "A"}) tst_add_text(d, text);  // 1..4
     tst_add_numbers(d, YX_PTIME, 10), tst_add_numbers(d, YX_PTIME, 20);        // 5, 6
     tst_add_text(d, "Y");                                                      // 7
     tst_add_numbers(d, YX_PTIME, 30), tst_add_numbers(d, YX_PTIME, 40);        // 8, 9
     tst_add_numbers(d, YX_PINTEGER, -1), tst_add_numbers(d, YX_PREAL, 3);      // 10, 11
     tst_add_text(d, "net_of_sheet");                                           // 12
-    tst_add_inst(d, "/g1", 4, 1, 2);
-    d.insts[0].timing_index = 3, d.insts[0].file_path = yxw_string(d, "lib/nand2");
-    tst_add_pin(d, "/g1/A", false, 1), tst_add_pin(d, "/g1/B", false, 2);
-    tst_add_pin(d, "/g1/Y", true, 7), tst_add_pin(d, "/g1/Z", true, 4);
-    tst_add_inst(d, "/g2", 3, 3, 1);
-    tst_add_pin(d, "/g2/Q", false, 6).pin_end = 1;
-    tst_add_pin(d, "/g2/A", false, 4).next_pin_in_ind = 5;
-    tst_add_pin(d, "/g2/Y", true, 8);
+    tst_add_gates(d);
     tst_add_nets(d);
-    tst_add_children(d);
-    tst_add_macro(d);
+    tst_add_others(d);
     return d;
 }
 

@@ -35,7 +35,7 @@ TEST_F(views, several_properties_of_the_naming_kind_give_the_first_or_the_last) 
     yx_design_image_t design = tst_sample_design();
     for (auto* names : {&design.prop_instance, &design.prop_pin, &design.prop_net}) {
         names->clear();
-        for (const char* name : {"NET", "pin", "Inst", "Net", "PIN", "INST"}) tst_add_name(*names, name, "");
+        for (const char* name : {"NET", "pin", "Inst", "Net", "PIN", "INST"}) tst_add_name(*names, name);
     }
     design.props.clear();
     for (const char* text : {"n1", "p1", "i1", "n2", "p2", "i2", "x", "x", "x", "x", "x", "x"})
