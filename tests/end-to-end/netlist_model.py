@@ -17,10 +17,11 @@ class Netlist:
             self.module = next(iter(json.load(file)["modules"].values()))
         self.ports = self.module["ports"]
         self.cells = self.module["cells"]
-        self.inputs = [n for n, p in self.ports.items() if p["direction"] == "input"]
+        self.registers = [c["connections"] for c in self.cells.values() if c["type"] == "$_DFF_P_"]
+        driven = ("CK", "RSTN") if self.registers else ()  # not by the vectors
+        self.inputs = [n for n, p in self.ports.items() if p["direction"] == "input" and n not in driven]
         self.outputs = [n for n, p in self.ports.items() if p["direction"] == "output"]
         self.net = {n: p["bits"][0] for n, p in self.ports.items()}
-        self.registers = [c for c in self.cells.values() if c["type"] == "$_DFF_P_"]
         self.order = self._levelise()
 
     def _levelise(self):
@@ -49,11 +50,26 @@ class Netlist:
             values[pins["Y"][0]] = GATES[cell["type"]](*[values[pins[p][0]] for p in "AB" if p in pins])
         return values
 
+    def rows(self, stimuli):
+        """The output values, in output net order, before each next vector; with registers, after the clock edge that
+        follows the vector, reset being active for the first two."""
+        outputs = [net for net, _ in self.output_nets()]
+        values = {r["Q"][0]: 0 for r in self.registers}
+        for k, vector in enumerate(stimuli):
+            values.update((self.net[port], bit) for port, bit in zip(self.inputs, vector))
+            if self.registers:
+                values.update({self.net["CK"]: 1, self.net["RSTN"]: int(k >= 2)})
+                self.settle(values)
+                values.update({r["Q"][0]: values[r["D"][0]] for r in self.registers})
+            self.settle(values)
+            yield [values[net] for net in outputs]
+
     def output_nets(self):
         """Output nets in the order in which the signature takes them, each with a port name."""
         number = {}
-        for name in self.inputs:
-            number.setdefault(self.net[name], len(number))
+        for name, port in self.ports.items():
+            if port["direction"] == "input":
+                number.setdefault(self.net[name], len(number))
         for cell in self.cells.values():
             for pin in ("A", "B", "Y") if "Y" in cell["connections"] else ("Q", "C", "D"):
                 if pin in cell["connections"]:
