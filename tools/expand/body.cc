@@ -99,7 +99,9 @@ void xp_name_remaining_nets(xp_mapping& m) {
     for (const xp_gate& gate : m.body.gates) {
         if (named[static_cast<std::size_t>(gate.output)]) continue;
         named[static_cast<std::size_t>(gate.output)] = true;
-        xp_add_net_name(m, gate.output, std::string(gate.raw) + ".Y", std::string(gate.name) + ".Y");
+        const std::string pin(xp_output_pin(gate.model));
+        xp_add_net_name(m, gate.output, std::string(gate.raw) + "." + pin,
+                        std::string(gate.name) + "." + pin);
     }
     for (std::int32_t net = 0; net < m.module.net_count; ++net)
         if (!named[static_cast<std::size_t>(net)]) xp_add_net_name(m, net, "net", "net");

@@ -14,6 +14,7 @@
 #include "expand/message.h"
 #include "expand/names.h"
 #include "expand/netlist_json.h"
+#include "expand/timed_cells.h"
 
 struct xp_pin {  // input pin of a gate
     std::string_view name;
@@ -81,6 +82,8 @@ void xp_name_module(xp_mapping& m);
 void xp_add_net_name(xp_mapping& m, std::int32_t net, std::string_view raw, std::string_view wanted);
 // The gates of one cell of a type of the table.
 void xp_map_cell(xp_mapping& m, std::uint32_t cell, const xp_cell_type& type);
+// The same of a type that becomes flip-flops, latches or switches.
+void xp_map_timed(xp_mapping& m, std::uint32_t cell, const xp_timed_form& form);
 // The bindings of a module instance; the body of its module is made.
 void xp_bind_child(xp_mapping& m, std::uint32_t cell, std::uint32_t module, const xp_body& body,
                    const xp_module& contents);

@@ -21,11 +21,28 @@ void add_bus(const xp_net_name& port, std::string& text) {
     text += line + "\n";
 }
 
+// A vector with a register behind every bit.
+bool is_register(const xp_flat& flat, const xp_net_name& name) {
+    if (!xp_is_vector(name)) return false;
+    const xp_scope& top = flat.scopes[0];
+    for (std::uint32_t k = 0; k < name.bits.count; ++k) {
+        const std::int32_t net = xp_net_at(flat, top, xp_module_of(flat, top).bits[name.bits.first + k]);
+        if (net < 0 || !xp_is_register_net(flat, flat.nets[static_cast<std::size_t>(net)])) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
-std::string xp_buses_text(const xp_flat& flat) {
+std::string xp_buses_text(const xp_flat& flat, bool has_inner_names) {
     std::string text = "# The vector ports of the top module.\n";
-    for (const xp_net_name& name : xp_body_of(flat, flat.scopes[0]).names)
+    const std::vector<xp_net_name>& names = xp_body_of(flat, flat.scopes[0]).names;
+    for (const xp_net_name& name : names)
         if (name.is_port && xp_is_vector(name)) add_bus(name, text);
+    std::string registers;
+    for (const xp_net_name& name : names)
+        if (has_inner_names && !name.is_port && !name.hidden && is_register(flat, name))
+            add_bus(name, registers);
+    if (!registers.empty()) text += "# Its registers.\n" + registers;
     return text;
 }

@@ -1,6 +1,6 @@
-// xp_buses: the command file beside the design file.  One DEFINE BUS for every vector port of the top module,
-// most significant bit first; a vector with more members than a command takes goes on with DEFINE BUS A
-// lines.
+// xp_buses: the command file beside the design file.  One DEFINE BUS for every vector port of the top module
+// and for its other public vectors that registers drive, most significant bit first; a vector with more
+// members than a command takes goes on with DEFINE BUS A lines.
 #pragma once
 
 #include <string>
@@ -9,4 +9,5 @@
 
 inline constexpr std::size_t xp_command_words = 30, xp_command_characters = 198;
 
-std::string xp_buses_text(const xp_flat& flat);
+// has_inner_names: nets other than ports have kept their names.
+std::string xp_buses_text(const xp_flat& flat, bool has_inner_names = true);

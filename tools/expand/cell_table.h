@@ -14,11 +14,25 @@
 #include <string_view>
 #include <vector>
 
-enum class xp_model : std::uint8_t { and_gate, nand_gate, or_gate, nor_gate, xor_gate, count };
+enum class xp_model : std::uint8_t {
+    and_gate,
+    nand_gate,
+    or_gate,
+    nor_gate,
+    xor_gate,
+    dff,
+    latch,
+    smos,
+    count
+};
 
 // The MODEL property of a model.
-inline constexpr std::array<std::string_view, 5> xp_model_names = {"AND", "NAND", "OR", "NOR", "XOR"};
+inline constexpr std::array<std::string_view, 8> xp_model_names = {"AND", "NAND", "OR",    "NOR",
+                                                                   "XOR", "DFF",  "LATCH", "SMOS"};
 static_assert(xp_model_names.size() == static_cast<std::size_t>(xp_model::count));
+
+constexpr bool xp_is_register(xp_model model) { return model == xp_model::dff || model == xp_model::latch; }
+constexpr std::string_view xp_output_pin(xp_model model) { return xp_is_register(model) ? "Q" : "Y"; }
 
 enum class xp_shape : std::uint8_t {
     gate,      // ports of one bit

@@ -8,6 +8,7 @@
 
 #include "expand/cell_table.h"
 #include "expand/netlist_json.h"
+#include "expand/timed_cells.h"
 
 namespace {
 
@@ -72,23 +73,53 @@ void read_numbers(timing_reader& r, const json& object, const std::string& place
     }
 }
 
-void read_cell_rule(timing_reader& r, const json& object, const std::string& place, xp_cell_rule& rule) {
+struct limit_row {
+    std::string_view key;
+    xp_delay xp_limits::*limit;
+};
+constexpr limit_row limit_rows[] = {
+    {"setup", &xp_limits::setup},
+    {"hold", &xp_limits::hold},
+    {"min_high", &xp_limits::min_high},
+    {"min_low", &xp_limits::min_low},
+};
+
+bool is_limit(const json& value) {
+    return value.is_number_unsigned() && value.get<std::uint64_t>() <= std::uint64_t{xp_delay_max};
+}
+
+// A whole number of steps for all three, or an array of minimum, typical and maximum.
+void read_limit(timing_reader& r, const json& value, const std::string& place, xp_delay& limit) {
+    const bool is_triple =
+        value.is_array() && value.size() == 3 && std::all_of(value.begin(), value.end(), is_limit);
+    if (!is_triple && !is_limit(value))
+        return refuse(r, place, "expected a whole number of steps from 0 on, or three");
+    for (std::size_t i = 0; i < 3; ++i) limit[i] = (is_triple ? value[i] : value).get<std::int32_t>();
+}
+
+void read_cell_rule(timing_reader& r, const json& object, const std::string& place, bool has_limits,
+                    xp_cell_rule& rule) {
     if (!object.is_object()) return refuse(r, place, "expected an object");
     for (const auto& [key, value] : object.items()) {
-        const auto row = std::find_if(std::begin(edge_rows), std::end(edge_rows),
-                                      [&](const auto& x) { return x.key == key; });
-        if (row == std::end(edge_rows)) return refuse(r, place, "unknown key " + xp_quoted(key));
-        read_numbers(r, value, place + "/" + key, rule_rows, xp_delay_max, rule.*row->rule);
+        const auto has_key = [&](const auto& x) { return x.key == key; };
+        const auto edge = std::find_if(std::begin(edge_rows), std::end(edge_rows), has_key);
+        const auto limit = std::find_if(std::begin(limit_rows), std::end(limit_rows), has_key);
+        if (edge != std::end(edge_rows))
+            read_numbers(r, value, place + "/" + key, rule_rows, xp_delay_max, rule.*edge->rule);
+        else if (has_limits && limit != std::end(limit_rows))
+            read_limit(r, value, place + "/" + key, rule.limits.*limit->limit);
+        else
+            return refuse(r, place, "unknown key " + xp_quoted(key));
     }
 }
 
 void read_cell_rules(timing_reader& r, const json& object, xp_timing& timing) {
     if (!object.is_object()) return refuse(r, "cells", "expected an object");
     for (const auto& [type, value] : object.items()) {
-        if (xp_find_cell_type(type) == nullptr)
+        if (xp_find_cell_type(type) == nullptr && !xp_is_timed(type))
             return refuse(r, "cells", "unknown cell type " + xp_quoted(type));
         xp_cell_rule& rule = timing.by_type[type] = timing.general;
-        read_cell_rule(r, value, "cells/" + type, rule);
+        read_cell_rule(r, value, "cells/" + type, xp_is_timed(type), rule);
     }
 }
 
@@ -158,7 +189,7 @@ void xp_parse_timing(const std::string& path, std::string_view text, xp_timing& 
             return refuse(r, "", "unknown key " + xp_quoted(key));
     if (root.contains("factors"))
         read_numbers(r, root["factors"], "factors", factor_rows, factor_max, timing);
-    if (root.contains("default")) read_cell_rule(r, root["default"], "default", timing.general);
+    if (root.contains("default")) read_cell_rule(r, root["default"], "default", true, timing.general);
     if (root.contains("cells")) read_cell_rules(r, root["cells"], timing);
     if (timing.minimum > 1 || timing.maximum < 1)
         refuse(r, "factors", "minimum is at most 1 and maximum at least 1");
@@ -191,7 +222,7 @@ xp_delays xp_delays_of(const xp_timing& timing, const xp_cell_rule& rule, std::i
         return nearest_step(edge.base + edge.per_input * inputs +
                             edge.per_load * std::min<double>(loads, edge.load_cap));
     };
-    return {spread(timing, typical(rule.rise)), spread(timing, typical(rule.fall))};
+    return {spread(timing, typical(rule.rise)), spread(timing, typical(rule.fall)), nullptr};
 }
 
 xp_delays xp_last_gate_delays(const xp_delays& cell, std::int32_t depth) {

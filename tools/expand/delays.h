@@ -2,8 +2,8 @@
 // for single cells.  A rule gives typical delays:
 //     base + per_input * inputs + per_load * min(loads, load_cap)
 // rounded to the nearest step, at least 1; minimum and maximum are the typical delay times a factor, rounded
-// alike.  Timing files are JSON, delay files lines of cell, rise and fall between tabs; what does not belong
-// there is refused with its place.
+// alike.  Limits of registers are given as they are, without factors.  Timing files are JSON, delay files
+// lines of cell, rise and fall between tabs; what does not belong there is refused with its place.
 #pragma once
 
 #include <array>
@@ -19,8 +19,14 @@ inline constexpr std::int32_t xp_delay_max = 100'000'000;
 
 using xp_delay = std::array<std::int32_t, 3>;  // minimum, typical, maximum
 
+// The limits of a register: setup and hold of its data, least pulse widths of its clock or enable.  0: none.
+struct xp_limits {
+    xp_delay setup{2, 2, 2}, hold{}, min_high{}, min_low{};
+};
+
 struct xp_delays {
     xp_delay rise{}, fall{};
+    const xp_limits* limits = nullptr;  // of the rule of the cell's type
 };
 
 struct xp_rule {
@@ -29,6 +35,7 @@ struct xp_rule {
 
 struct xp_cell_rule {
     xp_rule rise{2, 1, 1, 4}, fall{1, 1, 1, 4};
+    xp_limits limits;
 };
 
 struct xp_timing {

@@ -14,7 +14,9 @@ struct property_name {
 // In the order of need: an object carries the values of the first names only.
 constexpr property_name instance_properties[] = {{"MODEL", "string"}, {"INST", "string"}};
 constexpr property_name pin_properties[] = {
-    {"PIN", "string"}, {"RISE", "time"}, {"FALL", "time"}, {"DRIVE", "string"}};
+    {"PIN", "string"},     {"RISE", "time"},          {"FALL", "time"},
+    {"DRIVE", "string"},   {"EDGE", "string"},        {"SETUP_TIME", "time"},
+    {"HOLD_TIME", "time"}, {"MIN_TIME_HIGH", "time"}, {"MIN_TIME_LOW", "time"}};
 constexpr property_name net_properties[] = {{"NET", "string"}};
 
 struct property_run {
@@ -22,8 +24,9 @@ struct property_run {
     std::int8_t count = 0;
 };
 
-// The values of a pin: PIN, RISE, FALL, DRIVE (string index, 0: none).
-using pin_values = std::array<std::int32_t, 8>;
+// The values of a pin in that order, strings by their index, times as three numbers; 0 for none.
+using pin_values = std::array<std::int32_t, 21>;
+constexpr std::size_t at_rise = 1, at_fall = 4, at_drive = 7, at_edge = 8, at_limits = 9;
 struct hash_of_values {
     std::size_t operator()(const pin_values& values) const {
         std::size_t hash = 0;
@@ -68,14 +71,29 @@ void add_time_property(builder& b, const std::int32_t* times) {
 
 std::int32_t next_property(const builder& b) { return static_cast<std::int32_t>(b.image.props.size()) + 1; }
 
+// What stands for a string that nothing reads, in front of values that are read.
+std::int32_t unread_string(builder& b, std::size_t at) {
+    return yxw_string(b.image, at == at_drive ? "SSSS" : "X");
+}
+
+// Values behind the last one that is needed are left out.
 property_run pin_run(builder& b, const pin_values& values) {
     const auto [known, is_new] = b.pin_runs.try_emplace(values);
     if (!is_new) return known->second;
-    property_run run{next_property(b), static_cast<std::int8_t>(values[7] == 0 ? 3 : 4)};
-    add_string_property(b, values[0]);
-    add_time_property(b, &values[1]);
-    add_time_property(b, &values[4]);
-    if (values[7] != 0) add_string_property(b, values[7]);
+    property_run run{next_property(b), 0};
+    std::size_t needed = values.size();
+    while (needed > at_drive && values[needed - 1] == 0) --needed;
+    std::size_t at = 0;
+    for (const property_name& name : pin_properties) {
+        if (at >= needed) break;
+        const bool is_time = name.type == "time";
+        if (is_time)
+            add_time_property(b, &values[at]);
+        else
+            add_string_property(b, values[at] != 0 ? values[at] : unread_string(b, at));
+        at += is_time ? 3 : 1;
+        ++run.count;
+    }
     return known->second = run;
 }
 
@@ -140,7 +158,7 @@ void add_nets(builder& b) {
         record.net_kind = kind_of(net);
         record.name = b.paths.net_name[i];
         record.sim_path = b.paths.net_path[i];
-        record.UU.U1.state_init = state_of(net.constant);
+        record.UU.U1.state_init = state_of(net.constant != 0 ? net.constant : net.initial);
         set_properties(record, name_run(b, record.name));
     }
 }
@@ -222,10 +240,7 @@ yx_pin_record_t& add_pin(builder& b, std::int16_t io_type, const pin_values& val
     return pin;
 }
 
-void add_input(builder& b, const xp_pin& input, std::int32_t net) {
-    yx_pin_record_t& pin = add_pin(b, 1, {yxw_string(b.image, input.name), 0, 0, 0, 0, 0, 0, 0});
-    yx_net_record_t& record = net_for_input(b, net);
-    pin.net_ind = record.self;
+void chain_input(builder& b, yx_pin_record_t& pin, std::int32_t net, yx_net_record_t& record) {
     std::int32_t& last = b.last_in[static_cast<std::size_t>(net)];
     (last == 0 ? record.first_pin_in_ind : b.image.pins[static_cast<std::size_t>(last - 1)].next_pin_in_ind) =
         pin.self;
@@ -233,21 +248,113 @@ void add_input(builder& b, const xp_pin& input, std::int32_t net) {
     ++record.nb_pin_in;
 }
 
-void add_output(builder& b, std::int32_t net, const xp_delays& delays, std::string_view drive) {
-    const xp_delay &r = delays.rise, &f = delays.fall;
-    yx_pin_record_t& pin = add_pin(
-        b, 2, {yxw_string(b.image, "Y"), r[0], r[1], r[2], f[0], f[1], f[2], yxw_string(b.image, drive)});
-    yx_net_record_t& record = b.image.nets[static_cast<std::size_t>(net)];
-    pin.net_ind = record.self;
+// The pin of a sub-net, which only switches drive, goes to the front of its chain.
+void chain_output(builder& b, yx_pin_record_t& pin, std::int32_t net, yx_net_record_t& record) {
     std::int32_t& last = b.last_out[static_cast<std::size_t>(net)];
-    (last == 0 ? record.first_pin_out_ind
-               : b.image.pins[static_cast<std::size_t>(last - 1)].next_pin_out_ind) = pin.self;
-    last = pin.self;
+    if (last == 0 || record.net_type == YX_TSUB_NET) {
+        pin.next_pin_out_ind = record.first_pin_out_ind;
+        record.first_pin_out_ind = pin.self;
+    } else {
+        b.image.pins[static_cast<std::size_t>(last - 1)].next_pin_out_ind = pin.self;
+    }
+    if (record.net_type != YX_TSUB_NET) last = pin.self;
     ++record.nb_pin_out;
 }
 
+constexpr std::int16_t io_input = 1, io_output = 2, io_both = 4;
+
+// A pin that reads the net, or as io_both reads and drives it.
+void add_input(builder& b, std::int16_t io_type, const pin_values& values, std::int32_t net) {
+    yx_pin_record_t& pin = add_pin(b, io_type, values);
+    yx_net_record_t& record = net_for_input(b, net);
+    pin.net_ind = record.self;
+    chain_input(b, pin, net, record);
+    if (io_type == io_both) chain_output(b, pin, net, record);
+}
+
+void put_time(pin_values& values, std::size_t at, const xp_delay& time) {
+    std::copy(time.begin(), time.end(), values.begin() + static_cast<std::ptrdiff_t>(at));
+}
+
+pin_values output_values(builder& b, const xp_gate& gate, const xp_delays& delays, std::string_view drive) {
+    pin_values values{yxw_string(b.image, xp_output_pin(gate.model))};
+    put_time(values, at_rise, delays.rise);
+    put_time(values, at_fall, delays.fall);
+    values[at_drive] = yxw_string(b.image, drive);
+    return values;
+}
+
+void add_output(builder& b, const pin_values& values, std::int32_t net) {
+    yx_pin_record_t& pin = add_pin(b, io_output, values);
+    yx_net_record_t& record = b.image.nets[static_cast<std::size_t>(net)];
+    pin.net_ind = record.self;
+    if (b.flat.nets[static_cast<std::size_t>(net)].is_clock) pin.pin_hdl_priority = xp_priority_clock;
+    chain_output(b, pin, net, record);
+}
+
+// ---- registers
+
+pin_values register_input_values(builder& b, const xp_pin& pin, const xp_limits& limits) {
+    pin_values values{yxw_string(b.image, pin.name)};
+    if (pin.name == "D") {
+        values[at_edge] = yxw_string(b.image, "X");
+        put_time(values, at_limits, limits.setup);
+        put_time(values, at_limits + 3, limits.hold);
+    } else if (pin.name.starts_with("CLK") || pin.name.starts_with('E')) {
+        put_time(values, at_limits + 6, limits.min_high);
+        put_time(values, at_limits + 9, limits.min_low);
+    }
+    return values;
+}
+
+// ---- switches
+
+// The pin that changes and the pin that is driven share the delay of a switch: one step on its inputs, the
+// rest on its output.
+xp_delay input_share(const xp_delay& delay) {
+    xp_delay share = delay;
+    for (std::int32_t& step : share) step = step > 1 ? 1 : 0;
+    return share;
+}
+
+xp_delay output_share(const xp_delay& delay) {
+    xp_delay share = delay;
+    for (std::int32_t& step : share) step -= step > 1 ? 1 : 0;
+    return share;
+}
+
+pin_values switch_input_values(builder& b, const xp_pin& pin, const xp_delays& delays) {
+    pin_values values{yxw_string(b.image, pin.name)};
+    put_time(values, at_rise, input_share(delays.rise));
+    put_time(values, at_fall, input_share(delays.fall));
+    return values;
+}
+
+void add_gate_pins(builder& b, const xp_scope& scope, const xp_gate& gate, const xp_delays& delays,
+                   std::string_view drive) {
+    const xp_body& body = xp_body_of(b.flat, scope);
+    const bool is_switch = gate.model == xp_model::smos;
+    for (std::uint32_t i = 0; i < gate.pin_count; ++i) {
+        const xp_pin& pin = body.pins[gate.first_pin + i];
+        const std::int32_t net = xp_net_at(b.flat, scope, pin.net);
+        if (is_switch)
+            add_input(b, pin.name == "A" ? io_both : io_input, switch_input_values(b, pin, delays), net);
+        else if (xp_is_register(gate.model))
+            add_input(b, io_input, register_input_values(b, pin, *delays.limits), net);
+        else
+            add_input(b, io_input, {yxw_string(b.image, pin.name)}, net);
+    }
+    const std::int32_t output = xp_net_at(b.flat, scope, gate.output);
+    if (is_switch)
+        add_input(b, io_both,
+                  output_values(b, gate, {output_share(delays.rise), output_share(delays.fall), nullptr}, {}),
+                  output);
+    else
+        add_output(b, output_values(b, gate, delays, drive), output);
+}
+
 void add_instance(builder& b, const xp_scope& scope, std::uint32_t index) {
-    constexpr xp_delays one_step{{1, 1, 1}, {1, 1, 1}};
+    constexpr xp_delays one_step{{1, 1, 1}, {1, 1, 1}, nullptr};
     const xp_body& body = xp_body_of(b.flat, scope);
     const xp_gate& gate = body.gates[index];
     const xp_part& part = body.parts[gate.part];
@@ -261,13 +368,9 @@ void add_instance(builder& b, const xp_scope& scope, std::uint32_t index) {
     record.first_pin_ind = static_cast<std::int32_t>(b.image.pins.size()) + 1;
     set_properties(record, instance_run(b, xp_model_names[static_cast<std::size_t>(gate.model)],
                                         b.paths.gate_name[scope.first_gate + index]));
-    for (std::uint32_t i = 0; i < gate.pin_count; ++i) {
-        const xp_pin& pin = body.pins[gate.first_pin + i];
-        add_input(b, pin, xp_net_at(b.flat, scope, pin.net));
-    }
     const xp_delays& of_cell = b.delays[scope.first_part + gate.part];
-    add_output(b, xp_net_at(b.flat, scope, gate.output),
-               is_last ? xp_last_gate_delays(of_cell, part.depth) : one_step, is_last ? cell.drive : "");
+    add_gate_pins(b, scope, gate, is_last ? xp_last_gate_delays(of_cell, part.depth) : one_step,
+                  is_last ? cell.drive : "");
 }
 
 void add_instances(builder& b) {

@@ -8,7 +8,8 @@
 #include "expand/paths.h"
 #include "netlist/design_image.h"
 
-inline constexpr std::int16_t xp_priority_data = 1;  // handler priority of an ordinary output pin
+// Handler priorities of output pins: one that drives a clock runs before data that change at the same time.
+inline constexpr std::int16_t xp_priority_data = 1, xp_priority_clock = 10;
 
 enum xp_net_kinds : std::int16_t {
     xp_kind_inner = 0,

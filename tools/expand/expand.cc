@@ -61,7 +61,7 @@ void write_outputs(const xp_options& options, const xp_flat& flat, const xp_path
                    const yx_design_image_t& image, xp_status& status) {
     if (!xp_ok(status)) return;
     pending_file buses(options.output + ".buses"), names(options.names);
-    buses.write(xp_buses_text(flat), status);
+    buses.write(xp_buses_text(flat, !paths.economy->short_visible), status);
     if (!options.names.empty()) names.write(xp_name_map(flat, paths, image), status);
     write_design(options.output, image, status);
     buses.keep(status);

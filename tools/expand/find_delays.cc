@@ -25,10 +25,17 @@ xp_timing::single* single_of(finder& f, const std::string& scope_path, const xp_
 xp_delays delays_of(finder& f, const xp_scope& scope, const std::string& scope_path, const xp_part& part) {
     const xp_body& body = xp_body_of(f.flat, scope);
     const xp_cell& cell = xp_module_of(f.flat, scope).cells[part.cell];
-    if (const xp_timing::single* single = single_of(f, scope_path, cell)) return single->delays;
-    const std::int32_t output = body.gates[part.first_gate + part.gate_count - 1].output;
-    const std::int32_t loads = f.flat.nets[static_cast<std::size_t>(xp_net_at(f.flat, scope, output))].loads;
-    return xp_delays_of(f.timing, rule_of(f, cell.type), static_cast<std::int32_t>(part.leaf_count), loads);
+    const xp_cell_rule& rule = rule_of(f, cell.type);
+    if (const xp_timing::single* single = single_of(f, scope_path, cell))
+        return {single->delays.rise, single->delays.fall, &rule.limits};
+    const xp_gate& last = body.gates[part.first_gate + part.gate_count - 1];
+    const bool is_timed = xp_is_register(last.model) || last.model == xp_model::smos;
+    const std::int32_t inputs = is_timed ? 1 : static_cast<std::int32_t>(part.leaf_count);
+    const std::int32_t loads =
+        f.flat.nets[static_cast<std::size_t>(xp_net_at(f.flat, scope, last.output))].loads;
+    xp_delays delays = xp_delays_of(f.timing, rule, inputs, loads);
+    delays.limits = &rule.limits;
+    return delays;
 }
 
 // The delay line that stands first in its file and names no cell.

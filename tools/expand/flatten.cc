@@ -247,7 +247,8 @@ void count_ports(xp_flat& flat) {
 }
 
 bool has_drive(const xp_flat& flat, const xp_scope& scope, const xp_gate& gate) {
-    return !xp_module_of(flat, scope).cells[xp_body_of(flat, scope).parts[gate.part].cell].drive.empty();
+    return gate.model == xp_model::smos ||
+           !xp_module_of(flat, scope).cells[xp_body_of(flat, scope).parts[gate.part].cell].drive.empty();
 }
 
 const xp_scope& scope_of_gate(const xp_flat& flat, std::uint32_t gate) {
@@ -279,13 +280,62 @@ void add_driver(xp_flat& flat, const xp_scope& scope, std::uint32_t gate, xp_sta
             gate_path(flat, net.driver) + " drives the same net");
 }
 
+bool is_clock_pin(const xp_gate& gate, const xp_pin& pin) {
+    return gate.model == xp_model::dff ? pin.name.starts_with("CLK")
+                                       : gate.model == xp_model::latch && pin.name.starts_with('E');
+}
+
+void mark_clocks(xp_flat& flat, const xp_scope& scope, const xp_body& body) {
+    for (const xp_gate& gate : body.gates) {
+        if (!xp_is_register(gate.model)) continue;
+        for (std::uint32_t i = 0; i < gate.pin_count; ++i)
+            if (const xp_pin& pin = body.pins[gate.first_pin + i]; is_clock_pin(gate, pin))
+                net_at(flat, scope, pin.net).is_clock = true;
+    }
+}
+
 void count_pins(xp_flat& flat, xp_status& status) {
     for (const xp_scope& scope : flat.scopes) {
         const xp_body& body = xp_body_of(flat, scope);
         for (const std::int32_t leaf : body.leaves) ++net_at(flat, scope, leaf).loads;
         for (std::uint32_t gate = 0; gate < body.gates.size() && xp_ok(status); ++gate)
             add_driver(flat, scope, gate, status);
+        mark_clocks(flat, scope, body);
     }
+}
+
+// ---- initial values
+
+std::string net_path(const xp_flat& flat, const xp_net_ref& ref) {
+    const xp_net_name& name = xp_name_of(flat, ref);
+    return xp_raw_scope_path(flat, ref.scope) + std::string(name.raw) + xp_bit_suffix(name, ref.bit);
+}
+
+void set_initial(xp_flat& flat, xp_flat_net& net, std::int32_t initial, xp_status& status) {
+    if (!xp_is_register_net(flat, net))
+        return xp_warn(status, net_path(flat, net.name),
+                       "the initial value of a net that no register drives is left out");
+    if (net.initial != 0 && net.initial != initial)
+        return xp_fail(status, xp_fault::bad_value, net_path(flat, net.name), "two initial values");
+    net.initial = initial;
+}
+
+void set_initial_bits(xp_flat& flat, const xp_scope& scope, const xp_netname& name, xp_status& status) {
+    const std::size_t count = std::min<std::size_t>(name.init.size(), name.bits.count);
+    for (std::size_t k = 0; k < count; ++k) {
+        const char digit = name.init[name.init.size() - 1 - k];
+        const std::int32_t bit = xp_module_of(flat, scope).bits[name.bits.first + k];
+        const std::int32_t net = xp_net_at(flat, scope, bit);
+        if ((digit != '0' && digit != '1') || net < 0) continue;
+        set_initial(flat, flat.nets[static_cast<std::size_t>(net)], digit == '0' ? xp_const_0 : xp_const_1,
+                    status);
+    }
+}
+
+void set_initial_values(xp_flat& flat, xp_status& status) {
+    for (const xp_scope& scope : flat.scopes)
+        for (const xp_netname& name : xp_module_of(flat, scope).netnames)
+            if (!name.init.empty()) set_initial_bits(flat, scope, name, status);
 }
 
 void warn_of_nets(const xp_flat& flat, xp_status& status) {
@@ -293,10 +343,7 @@ void warn_of_nets(const xp_flat& flat, xp_status& status) {
         const bool is_driven_input = net.is_input && !net.is_output && net.drivers > 0;
         const bool is_open = !net.is_input && net.drivers == 0 && net.loads > 0 && net.constant == 0;
         if (!is_driven_input && !is_open) continue;
-        const xp_net_name& name = xp_name_of(flat, net.name);
-        xp_warn(status,
-                xp_raw_scope_path(flat, net.name.scope) + std::string(name.raw) +
-                    xp_bit_suffix(name, net.name.bit),
+        xp_warn(status, net_path(flat, net.name),
                 is_open ? "nothing drives this net" : "an input port is driven by a cell");
     }
 }
@@ -316,7 +363,14 @@ void xp_flatten(xp_netlist& netlist, xp_hierarchy& hierarchy, xp_flat& flat, xp_
     for (std::int32_t& net : flat.net_of) net = n.net_of_element[net];
     count_ports(flat);
     count_pins(flat, status);
+    if (xp_ok(status)) set_initial_values(flat, status);
     if (xp_ok(status)) warn_of_nets(flat, status);
+}
+
+bool xp_is_register_net(const xp_flat& flat, const xp_flat_net& net) {
+    if (net.drivers == 0) return false;
+    const xp_scope& scope = scope_of_gate(flat, net.driver);
+    return xp_is_register(xp_body_of(flat, scope).gates[net.driver - scope.first_gate].model);
 }
 
 const xp_body& xp_body_of(const xp_flat& flat, const xp_scope& scope) {

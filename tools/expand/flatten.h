@@ -3,7 +3,7 @@
 // the design file is element i - 1 of the nets.  A net takes its name from the highest level at which it has
 // one: there from a port, else from a vector, else from a scalar, hidden names last; every other name is an
 // alias. The members of a bus are consecutive nets, least significant first.  Refuses joined constants, two
-// drivers without drive strengths and designs over the limits of the design file.
+// drivers without drive strengths, initial values that differ and designs over the limits of the design file.
 #pragma once
 
 #include <cstdint>
@@ -30,6 +30,8 @@ struct xp_flat_net {
     xp_net_ref name;
     std::int32_t constant = 0;                 // xp_const_0 ..., 0 for an ordinary net
     bool is_input = false, is_output = false;  // ports of the top module
+    bool is_clock = false;                     // clock of a flip-flop or enable of a latch
+    std::int32_t initial = 0;                  // xp_const_0 or xp_const_1, 0 for none
     std::int32_t loads = 0;                    // input pins of cells and output ports
     std::int32_t drivers = 0;
     std::uint32_t driver = 0;  // gate of the design that drives it first
@@ -60,6 +62,8 @@ struct xp_flat {
 
 void xp_flatten(xp_netlist& netlist, xp_hierarchy& hierarchy, xp_flat& flat, xp_status& status);
 
+// Whether a flip-flop or latch drives the net.
+bool xp_is_register_net(const xp_flat& flat, const xp_flat_net& net);
 const xp_body& xp_body_of(const xp_flat& flat, const xp_scope& scope);
 const xp_module& xp_module_of(const xp_flat& flat, const xp_scope& scope);
 const xp_net_name& xp_name_of(const xp_flat& flat, const xp_net_ref& ref);

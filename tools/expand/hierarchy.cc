@@ -68,6 +68,7 @@ void map_one_cell(walk& w, xp_mapping& m, std::uint32_t cell, std::size_t depth)
     const xp_cell& c = m.module.cells[cell];
     if (const xp_cell_type* type = xp_find_cell_type(c.type); type != nullptr)
         return xp_map_cell(m, cell, *type);
+    if (xp_timed_form form; xp_find_timed(c.type, form) != nullptr) return xp_map_timed(m, cell, form);
     if (const auto found = w.index.find(c.type); found != w.index.end())
         return map_instance(w, m, cell, found->second, depth);
     const bool is_internal = c.type.starts_with('$') && !c.type.starts_with("$paramod");

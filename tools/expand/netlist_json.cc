@@ -1,6 +1,7 @@
 #include "expand/netlist_json.h"
 
 #include <algorithm>
+#include <bitset>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <unordered_map>
@@ -27,6 +28,7 @@ enum class place : std::uint8_t {
     connections,
     netnames,
     netname,
+    netname_attributes,
     bits,
 };
 
@@ -131,10 +133,26 @@ bool set_drive(reader& r, const scalar& value) {
     return value.kind == scalar::kind::text && !value.text.empty();
 }
 
+// The binary digits of a parameter or attribute.
+std::string digits_of(const scalar& value) {
+    return value.kind == scalar::kind::number
+               ? std::bitset<32>(static_cast<std::uint64_t>(value.number)).to_string()
+               : std::string(value.text);
+}
+
+bool set_init(reader& r, const scalar& value) {
+    std::int64_t number = 0;
+    if (!number_of(value, number)) return false;
+    module_of(r).netnames.back().init = xp_keep_once(r.netlist.texts, digits_of(value));
+    return true;
+}
+
 bool add_parameter(reader& r, const scalar& value) {
     std::int64_t number = 0;
     if (!number_of(value, number)) return true;
-    module_of(r).parameters.push_back({xp_keep_once(r.netlist.texts, key_of(r)), number});
+    const std::string_view bits =
+        key_of(r).ends_with("_VALUE") ? xp_keep_once(r.netlist.texts, digits_of(value)) : std::string_view();
+    module_of(r).parameters.push_back({xp_keep_once(r.netlist.texts, key_of(r)), number, bits});
     ++module_of(r).cells.back().parameter_count;
     return true;
 }
@@ -175,6 +193,7 @@ constexpr scalar_row scalar_rows[] = {
     {place::netname,           "hide_name", set_hidden<&xp_module::netnames>,  "expected 0 or 1"},
     {place::netname,           "offset",    set_offset<&xp_module::netnames>,  "expected a number"},
     {place::netname,           "upto",      set_upto<&xp_module::netnames>,    "expected 0 or 1"},
+    {place::netname_attributes, "init",     set_init,                          "expected the digits 0, 1 and x"},
     {place::port,              "direction", set_direction,                     "expected \"input\", \"output\" or \"inout\""},
     {place::port,              "offset",    set_offset<&xp_module::ports>,     "expected a number"},
     {place::port,              "upto",      set_upto<&xp_module::ports>,       "expected 0 or 1"},
@@ -251,6 +270,7 @@ constexpr branch_row branch_rows[] = {
     {place::cell,        "connections", place::connections,       false, begin_plain},
     {place::connections, "",            place::bits,              true,  begin_connection},
     {place::netnames,    "",            place::netname,           false, begin_netname},
+    {place::netname,     "attributes",  place::netname_attributes, false, begin_plain},
     {place::netname,     "bits",        place::bits,              true,  begin_netname_bits},
 };
 // clang-format on
@@ -371,10 +391,24 @@ const xp_connection* xp_find_connection(const xp_module& module, const xp_cell& 
     return nullptr;
 }
 
-std::int64_t xp_parameter_of(const xp_module& module, const xp_cell& cell, std::string_view name,
-                             std::int64_t absent) {
+namespace {
+
+const xp_parameter* find_parameter(const xp_module& module, const xp_cell& cell, std::string_view name) {
     for (std::uint32_t i = 0; i < cell.parameter_count; ++i)
         if (module.parameters[cell.first_parameter + i].name == name)
-            return module.parameters[cell.first_parameter + i].value;
-    return absent;
+            return &module.parameters[cell.first_parameter + i];
+    return nullptr;
+}
+
+}  // namespace
+
+std::int64_t xp_parameter_of(const xp_module& module, const xp_cell& cell, std::string_view name,
+                             std::int64_t absent) {
+    const xp_parameter* parameter = find_parameter(module, cell, name);
+    return parameter == nullptr ? absent : parameter->value;
+}
+
+std::string_view xp_bits_of_parameter(const xp_module& module, const xp_cell& cell, std::string_view name) {
+    const xp_parameter* parameter = find_parameter(module, cell, name);
+    return parameter == nullptr ? std::string_view() : parameter->bits;
 }

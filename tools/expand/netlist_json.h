@@ -1,7 +1,7 @@
 // xp_netlist: a netlist in Yosys' JSON format as it stands in the file.  Owns the modules with their ports,
 // cells and net names, and the texts they refer to.  Bits are numbered densely from 0 within their module;
-// the constants are negative.  Attributes other than "top", "blackbox" and a cell's "drive" are skipped.
-// Malformed text and values of the wrong kind are refused with their place in the file.
+// the constants are negative.  Attributes other than "top", "blackbox", a cell's "drive" and a net's "init"
+// are skipped. Malformed text and values of the wrong kind are refused with their place in the file.
 #pragma once
 
 #include <cstdint>
@@ -38,6 +38,7 @@ struct xp_netname {
     xp_bits bits;
     std::int32_t offset = 0;
     bool upto = false;
+    std::string_view init;  // initial values, most significant bit first
 };
 
 struct xp_connection {
@@ -48,6 +49,7 @@ struct xp_connection {
 struct xp_parameter {
     std::string_view name;
     std::int64_t value = 0;
+    std::string_view bits;  // of a parameter that ends in "_VALUE", most significant first
 };
 
 struct xp_cell {
@@ -94,3 +96,5 @@ void xp_parse_netlist(const std::string& path, std::string_view text, xp_netlist
 const xp_connection* xp_find_connection(const xp_module& module, const xp_cell& cell, std::string_view port);
 std::int64_t xp_parameter_of(const xp_module& module, const xp_cell& cell, std::string_view name,
                              std::int64_t absent);
+// Empty for a parameter that is not there.
+std::string_view xp_bits_of_parameter(const xp_module& module, const xp_cell& cell, std::string_view name);
