@@ -20,7 +20,7 @@ protected:
 TEST_F(Files, installation_root_replaces_its_name_in_front) {
     const std::tuple<const char*, const char*, const char*> rows[] = {
         {nullptr, "$quillarn/x", "/users/quillarn/x"}, {"", "$QUILLARN/x", "/users/quillarn/x"},
-        {"/opt/q", "$QUILLARN/a", "/opt/q/a"},         {"/a/long/root", "$QuillarN/a", "/a/long/root/a"},
+        {"/opt/q", "$QUILLARN/a", "/opt/q/a"},         {"/a/long/base", "$QuillarN/a", "/a/long/base/a"},
         {"/opt/q", "/$QUILLARN/a", "/$QUILLARN/a"},    {"/opt/q", "$QUILLAR", "$QUILLAR"}};
     for (const auto& [root, path, resolved] : rows) {
         root == nullptr ? unsetenv("QUILLARN") : setenv("QUILLARN", root, 1);
