@@ -118,6 +118,8 @@ template <typename T>
 void yxl_put_value(T value, std::uint8_t* at) {
     if constexpr (std::is_same_v<T, float>) {
         yxl_put_value(std::bit_cast<std::uint32_t>(value), at);
+    } else if constexpr (std::is_signed_v<T>) {
+        yxl_put_value(static_cast<std::make_unsigned_t<T>>(value), at);
     } else {
         const auto bits = static_cast<std::uint32_t>(value);
         for (std::size_t i = 0; i < sizeof(T); ++i) at[i] = static_cast<std::uint8_t>(bits >> (8 * i));

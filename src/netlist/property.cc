@@ -10,9 +10,11 @@ namespace {
 using name_table_t = std::array<yx_prop_type_record_t, yx_max_names>;
 
 [[noreturn]] void stop_at_name(const char* lookup, const tm_string_record_t& name) {
-    if (yx_debugfile != nullptr)
+    if (yx_debugfile != nullptr) {
         std::fprintf(yx_debugfile, " !! %s : name length : %d\n \"%.*s\"\n", lookup, name.len,
                      std::clamp(name.len, 0, tm_string_max), name.char_);
+        std::fflush(yx_debugfile);
+    }
     tm_fatal(invalid_string);
 }
 

@@ -15,8 +15,7 @@ struct open_row {
 
 TEST(open, names_too_long_and_missing_files_end_the_program) {
     const tst_directory directory;
-    const std::string status_69 = "code : 69\n \\?\\? error  :                 invalid_string\n",
-                      d150(150, 'd'), f201(201, 'f');
+    const std::string d150(150, 'd'), f201(201, 'f');
     const open_row rows[] = {
         {d150, std::string(49, 'f'), 69,
          "!!! error invalid designfile dirname\n dirname  : \"d{150}\"\n filetype : \"f{49}\"\n \\?\\? error "
