@@ -1,0 +1,255 @@
+// The names of a design as the command language meets them: typeable names, the hierarchy, vectors as buses,
+// and what is left of names when they would overflow.
+#include <set>
+#include <sstream>
+
+#include "commands/interpreter.h"
+#include "expand/design_out.h"
+#include "expansion.h"
+#include "foundation/context.h"
+#include "kernel/lookup.h"
+#include "kernel/say.h"
+#include "support/design_build.h"
+#include "support/session.h"
+
+namespace {
+
+using lines = std::vector<std::string>;
+
+class names : public expansion {
+protected:
+    // What a command shows.
+    static lines type(const std::string& line) {
+        tst_take_lines();
+        kol_process_command(tm_string(line), kol_ext.ext_arg, kol_ext.top_var);
+        return tst_take_lines();
+    }
+    static lines members_of(const std::string& bus_name) {
+        yx_bus_rec_t* bus = nullptr;
+        lines members;
+        if (kol_find_sim_bus(tm_string(bus_name), bus) == 0) return members;
+        for (const yx_signal_rec_t* signal = bus->signal; signal != nullptr; signal = signal->next)
+            members.emplace_back(kol_path(signal->net->sim_path));
+        return members;
+    }
+};
+
+TEST_F(names, that_cannot_be_typed_are_replaced_and_clashes_numbered) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"plain", "plain"},      {"a b", "a_b"},         {"a,b", "a_b_2"},      {"a;b", "a_b_3"},
+        {"A_B", "A_B_4"},        {"a/b", "a.b"},         {"q'd", "q_d"},        {"q\"e", "q_e"},
+        {"#c", "x_c"},           {"!s", "x_s"},          {"9", "N9"},           {"_u", "x_u"},
+        {"$auto$1", "x$auto$1"}, {"N_7", "xN_7"},        {"nI_7", "xnI_7"},     {"n7", "n7"},
+        {"a$arg1", "a_arg1"},    {"a$VAR2x", "a_VAR2x"}, {"\\e[3]", "x\\e[3]"}, {"w\xC3\xA4", "w__"},
+    };
+    std::string nets = "{\"modules\": {\"top\": {\"netnames\": {";
+    int bit = 2;
+    for (const auto& [raw, name] : rows) {
+        std::string escaped;
+        for (const char c : std::string(raw))
+            escaped += c == '"' || c == '\\' ? std::string("\\") + c : std::string(1, c);
+        nets += (bit > 2 ? ",\"" : "\"") + escaped + "\": {\"bits\": [" + std::to_string(bit) + "]}";
+        ++bit;
+    }
+    ASSERT_EQ(expand_json(nets + "}}}}", "--names", folder / "map"), "");
+    load();
+    std::string map;
+    for (const auto& [raw, name] : rows) {
+        EXPECT_EQ(found(name), std::string("/") + name);
+        if (std::string(raw) != name) map += std::string("/") + name + "\t/" + raw + "\tnet\n";
+    }
+    EXPECT_EQ(text_of("map"), map);
+}
+
+TEST_F(names, with_any_printable_character_in_them_can_be_typed_as_a_command) {
+    for (char c = '!'; c <= '~'; ++c) {
+        std::string raw = std::string("p") + c + "1q";
+        if (c == '"' || c == '\\') raw.insert(1, "\\");
+        ASSERT_EQ(expand_json("{\"modules\": {\"top\": {\"netnames\": {\"" + raw + "\": {\"bits\": [2]}}}}}"),
+                  "");
+        load();
+        const std::string path(kol_path(yx_ptrto_net_rec(1)->sim_path));
+        type("FORCE A " + path.substr(1) + " 1 0");
+        type("RUN 5");
+        EXPECT_EQ(value(path), '1') << path;
+    }
+}
+
+// Two levels below the top: /u1 and /u2 invert twice each.
+constexpr std::string_view two_levels =
+    "module inverter; in x 2; out y 3; cell $_NOT_ g A=2 Y=3; net inner 3\n"
+    "module pair; in i 2; out o 4; cell inverter a x=2 y=3; cell inverter b x=3 y=4; net between 3; in v "
+    "5..7\n"
+    "module top top; in a 2; in w 10..12; out z 4; cell pair u1 i=2 o=3 v=10..12; cell pair u2 i=3 o=4 "
+    "v=x,11,12"
+    "; net mid 3\n";
+
+TEST_F(names, of_every_level_lead_to_the_net) {
+    start(two_levels);
+    const struct {
+        const char *name, *level, *path;
+    } rows[] = {
+        {"a", "/", "/a"},
+        {"/a", "/u1/", "/a"},
+        {"A", "/", "/a"},
+        {"/u1/i", "/", "/a"},
+        {"i", "/u1/", "/a"},
+        {"/u1/a/x", "/", "/a"},
+        {"u1/a/x", "/", "/a"},
+        {"/u1/o", "/", "/mid"},
+        {"/u2/i", "/", "/mid"},
+        {"/u1/b/inner", "/", "/mid"},
+        {"between", "/u2/", "/u2/between"},
+        {"/u2/a/y", "/", "/u2/between"},
+        {"/u1/a/g/A", "/", "/a"},
+        {"/u1/a/g/Y", "/", "/u1/between"},
+        {"b/g/A", "/u2/", "/u2/between"},
+        {"/u2/v[1]", "/", "/w[1]"},
+        {"/u1/v[0]", "/", "/w[0]"},
+        {"w[2]", "/", "/w[2]"},
+        {"/u1/a", "/", ""},
+        {"/u3/i", "/", ""},
+        {"between", "/", ""},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(found(row.name, row.level), row.path) << row.level << " " << row.name;
+    EXPECT_EQ(yx_sext.max_macro_cur, 6);
+    force({{"a", '1'}});
+    EXPECT_EQ(value("z"), '1');
+    EXPECT_EQ(value("/u1/between"), '0');
+}
+
+TEST_F(names, of_vectors_are_buses_of_consecutive_nets) {
+    start(
+        "in plain 2..4; in high 5..7; in up 8..10; out twice 2,2; net part 3,4; cell $_NOT_ n A=8 Y=20; hide "
+        "$h 20..21");
+    const yx_net_record_t& low = *net("plain[0]");
+    EXPECT_EQ(net("plain[1]")->self, low.self + 1);
+    EXPECT_EQ(net("plain[2]")->self, low.self + 2);
+    EXPECT_EQ(low.UU.U1.posinbus, 1);
+    std::set<std::string> buses;
+    for (std::int32_t i = 1; i <= yx_sext.max_net_cur; ++i)
+        if (const yx_net_record_t& bus = *yx_ptrto_net_rec(i); bus.net_type == YX_TSTD_BUS) {
+            buses.emplace(kol_path(bus.sim_path));
+            EXPECT_EQ(bus.UU.U2.net_bus_end - bus.UU.U2.net_bus_start, 2);
+        }
+    EXPECT_EQ(buses, (std::set<std::string>{"/plain[2:0]", "/high[2:0]", "/up[2:0]"}));
+    EXPECT_EQ(found("part[1]"), "/plain[2]");
+    EXPECT_EQ(found("twice[1]"), "/plain[0]");
+}
+
+TEST_F(names, of_buses_are_defined_by_the_command_file_most_significant_bit_first) {
+    std::string json = netlist_json("in down 2..4; in up 5..7; in long 10..79; in one 90; out zcopy 2,3");
+    const std::string up = "\"bits\":[5,6,7]", down = "\"bits\":[2,3,4]";
+    json.insert(json.find(up), "\"upto\": 1, \"offset\": 4, ");
+    json.insert(json.find(down), "\"offset\": 8, ");
+    ASSERT_EQ(expand_json(json), "");
+    load();
+    type("DO " + (folder / "design.buses").string());
+    EXPECT_EQ(tm_vext.num_errors, 0);
+    EXPECT_EQ(members_of("down"), (lines{"/down[10]", "/down[9]", "/down[8]"}));
+    EXPECT_EQ(members_of("up"), (lines{"/up[4]", "/up[5]", "/up[6]"}));
+    EXPECT_EQ(members_of("zcopy"), (lines{"/down[9]", "/down[8]"}));
+    EXPECT_EQ(members_of("one"), lines{});
+    const lines members = members_of("long");
+    ASSERT_EQ(members.size(), 70U);
+    for (std::size_t k = 0; k < 70; ++k) EXPECT_EQ(members[k], "/long[" + std::to_string(69 - k) + "]");
+    std::istringstream text(text_of("design.buses"));
+    for (std::string line; std::getline(text, line);) EXPECT_LE(line.size(), 198U);
+}
+
+// ---- economies
+
+void expect_distinct_paths() {
+    std::set<std::string> paths;
+    for (std::int32_t i = 1; i <= yx_sext.max_net_cur; ++i)
+        EXPECT_TRUE(paths.emplace(kol_path(yx_ptrto_net_rec(i)->sim_path)).second) << *paths.rbegin();
+    for (std::int32_t i = 1; i <= yx_sext.max_inst_cur; ++i)
+        EXPECT_TRUE(paths.emplace(kol_path(yx_ptrto_inst_rec(i)->sim_path)).second) << i;
+}
+
+TEST_F(names, of_ports_and_the_function_stay_whatever_the_economy) {
+    const std::string text =
+        netlist_json(std::string(two_levels) +
+                     "hide $hidden 20; cell $_MUX_ $m A=2 B=4 S=10 Y=20\n"
+                     "out m 21; cell $_XNOR_ w1 A=20 B=3 Y=21; out w1_ 22; cell $_BUF_ g1 A=2 Y=22");
+    for (const xp_economy& economy : xp_economies()) {
+        SCOPED_TRACE(economy.name);
+        xp_netlist netlist;
+        xp_hierarchy hierarchy;
+        xp_flat flat;
+        xp_timing timing;
+        std::vector<xp_delays> delays;
+        yx_design_image_t image;
+        xp_paths paths;
+        status = {};
+        xp_parse_netlist("", text, netlist, status);
+        xp_choose_top(netlist, "", hierarchy, status);
+        xp_map_modules(netlist, hierarchy, status);
+        xp_flatten(netlist, hierarchy, flat, status);
+        xp_find_delays(flat, timing, delays, status);
+        xp_build_design(flat, delays, 1, std::span(&economy, 1), image, paths, status);
+        ASSERT_TRUE(xp_ok(status)) << xp_message_text(status);
+        tst_load(image);
+        tst_set_up();
+        EXPECT_EQ(tst_take_lines(), lines{});
+        kol_ext.spike_on = false;
+        expect_distinct_paths();
+        for (const char* const port : {"a", "z", "m", "w1_", "w[0]", "w[2]"})
+            EXPECT_EQ(found(port), std::string("/") + port);
+        for (const char a : {'0', '1'}) {
+            force({{"a", a}, {"w[0]", '1'}});
+            EXPECT_EQ(value("z"), a);
+            EXPECT_EQ(value("m"), '1');
+            EXPECT_EQ(value("w1_"), a);
+        }
+    }
+}
+
+// A chain of inverters with long names.
+std::string chain(int count, const std::string& name) {
+    std::string text = "in a 2\nout z " + std::to_string(count + 2) + "\n";
+    for (int i = 0; i < count; ++i) {
+        const std::string n = std::to_string(i);
+        text += "cell $_NOT_ " + name + "_cell_" + n + " A=" + std::to_string(i + 2) +
+                " Y=" + std::to_string(i + 3) + "\n";
+        if (i + 1 < count)
+            text +=
+                (name[0] == '$' ? "hide " : "net ") + name + "_net_" + n + " " + std::to_string(i + 3) + "\n";
+    }
+    return text;
+}
+
+TEST_F(names, are_shortened_as_far_as_the_design_needs_and_mapped_back) {
+    const struct {
+        int count;
+        const char *name, *economy;
+    } rows[] = {
+        {2000, "quite_a_long_name", "full"},
+        {8000, "$quite_a_long_name", "hidden"},
+        {20000, "a_long_name", "derived"},
+        {30000, "quite_a_long_name", "short"},
+    };
+    for (const auto& row : rows) {
+        start(chain(row.count, row.name), "--names", folder / "map");
+        EXPECT_EQ(summary.economy, row.economy) << row.count;
+        expect_distinct_paths();
+        force({{"a", '1'}});
+        EXPECT_EQ(value("z"), '1');
+        std::map<std::string, std::string> full_of;
+        std::istringstream map(text_of("map"));
+        for (std::string path, full, kind; std::getline(map, path, '\t');) {
+            std::getline(map, full, '\t');
+            std::getline(map, kind);
+            full_of[path] = full;
+        }
+        for (std::int32_t i = 1; i <= yx_sext.max_inst_cur; ++i) {
+            const std::string path(kol_path(yx_ptrto_inst_rec(i)->sim_path));
+            const std::string full = "/" + std::string(row.name) + "_cell_";
+            EXPECT_TRUE((full_of.contains(path) ? full_of[path] : path).starts_with(full)) << path;
+            if (HasFailure()) return;
+        }
+    }
+}
+
+}  // namespace
