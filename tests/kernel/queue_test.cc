@@ -25,9 +25,13 @@ struct both_queues {
             pins.push_back(&tst_pin("/g" + std::to_string(k) + "/O"));
             pins[k]->pin_hdl_priority = priorities[k];
         }
-        kol_ext.spiked = model.spiked = spiked;
-        kol_ext.spike_model = spike_model;
+        model.spiked = spiked;
         model.spike_model = spike_model;
+        apply_spikes();
+    }
+    void apply_spikes() const {
+        kol_ext.spiked = model.spiked;
+        kol_ext.spike_model = static_cast<std::int16_t>(model.spike_model);
     }
     yx_net_record_t* net(int k) const { return pins[static_cast<std::size_t>(k)]->net_ptr; }
 
@@ -77,9 +81,11 @@ struct both_queues {
 struct every_sequence {
     both_queues& queues;
     std::vector<std::int32_t> forces;
-    std::vector<int> steps;
+    int delays;  // 0, 1, ...
+    std::vector<int> steps{};
     int checked = 0;
 
+    int retires() const { return 3 * delays; }
     void replay() {
         queues.reset();
         for (const std::int32_t time : forces) queues.force(0, time, 19);
@@ -90,9 +96,9 @@ struct every_sequence {
             const int step = steps[k];
             if (!executing && step < 2) queues.force(0, step, state);
             if (!executing && step == 2) queues.begin_head();
-            if (executing && step < 6) queues.output(step / 2, step % 2, state);
-            if (executing && step == 6) queues.retire();
-            if (executing ? step == 6 : step == 2) executing = !executing;
+            if (executing && step < retires()) queues.output(step / delays, step % delays, state);
+            if (executing && step == retires()) queues.retire();
+            if (executing ? step == retires() : step == 2) executing = !executing;
         }
     }
     void visit(std::size_t depth, bool executing) {
@@ -106,10 +112,10 @@ struct every_sequence {
             FAIL() << difference << " after" << text;
         }
         if (depth == 0 || testing::Test::HasFatalFailure()) return;
-        for (int step = 0; step < (executing ? 7 : 3); ++step) {
+        for (int step = 0; step < (executing ? retires() + 1 : 3); ++step) {
             if (!executing && step == 2 && is_empty) continue;
             steps.push_back(step);
-            visit(depth - 1, executing ? step != 6 : step == 2);
+            visit(depth - 1, executing ? step != retires() : step == 2);
             steps.pop_back();
             if (testing::Test::HasFatalFailure()) return;
         }
@@ -121,14 +127,15 @@ TEST(event_queue, follows_the_rules_in_every_short_sequence) {
     kol_max_delay = 1;
     for (const std::vector<std::int16_t>& priorities :
          {std::vector<std::int16_t>{1, 2, 3}, {3, 2, 1}, {2, 1, 2}, {1, 1, 1}})
-        for (const std::int16_t spike_model : {kol_suppress, kol_pessimistic})
-            for (const std::vector<std::int32_t>& forces : {std::vector<std::int32_t>{0}, {0, 0, 1}}) {
-                both_queues queues(priorities, spike_model, spike_model == kol_pessimistic);
-                every_sequence sequences{queues, forces, {}};
-                sequences.visit(6, true);
-                ASSERT_FALSE(HasFatalFailure()) << "spike model " << spike_model;
+        for (const std::vector<std::int32_t>& forces : {std::vector<std::int32_t>{0}, {0, 0, 1}}) {
+            both_queues plain(priorities, kol_suppress, false), spiked(priorities, kol_pessimistic, true);
+            for (every_sequence sequences : {every_sequence{plain, forces, 2}, {spiked, forces, 3}}) {
+                sequences.queues.apply_spikes();
+                sequences.visit(sequences.delays == 2 ? 6 : 5, true);
+                ASSERT_FALSE(HasFatalFailure());
                 EXPECT_GT(sequences.checked, 10000);
             }
+        }
 }
 
 // Delays that leave the near times, starts of runs before what an earlier run left, bursts at one time.
