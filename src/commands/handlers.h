@@ -41,5 +41,7 @@ void kol_spike_model_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_timing_coeficient_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_timing_index_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 
-// files: the list file.
+// files and state_file: the list file, the states of the whole design.
 void kol_write_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_save_state_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_restore_state_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);

@@ -63,6 +63,7 @@ struct kol_defref_var_rec_t {
     // Run.
     std::int32_t start_time = 0, cur_time = 0, end_time = 0;
     bool time_breaked = false;
+    std::int32_t resume_time = 0;  // of the state restored last
     std::int32_t history = 0;
     bool history_abs = false;
     yx_inst_record_t* cur_inst = nullptr;

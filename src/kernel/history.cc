@@ -24,6 +24,7 @@ void begin_history(yx_net_record_t* net) {
     const yx_signal_state_rec& cur = net->UU.U1.cur_state;
     kol_append_history(net, 0, cur.time == 0 ? cur.state : std::int8_t{0});
     if (cur.time > 0) kol_append_history(net, cur.time, cur.state);
+    if (cur.time < 0 && cur.state != 0) kol_append_history(net, kol_ext.resume_time, cur.state);
 }
 
 void end_history(yx_net_u1_t& net) {

@@ -1,7 +1,8 @@
 // kol: the state histories of observed nets.  A history begins with a record (0, iU) when the net gets its
 // first observer (a list or trace signal, a member of a user bus) and goes on until the last one leaves; it
 // is in order of time, the net's list_state being the newest record and its first_state the oldest.  A net
-// that has changed before it is observed gets a record of its last change too.  Records are recycled.
+// that has changed before it is observed gets a record of its last change too, one whose state was restored a
+// record of that.  Records are recycled.
 #pragma once
 
 #include "kernel/context.h"

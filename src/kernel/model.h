@@ -14,7 +14,7 @@ struct kol_model_t {
     // Null result: no handler; the text is empty where one handler serves every pin.
     yx_procedure_t (*handler_of)(std::string_view pin_value);
     yx_procedure_t clear = nullptr;    // forgets the data of every instance
-    yx_procedure_t restart = nullptr;  // returns the data of every instance to what set-up left
+    yx_procedure_t restart = nullptr;  // the data of every instance to what the states of the nets say
     yx_procedure_t refresh = nullptr;  // takes the timing of kol_ext.cur_inst over from its properties again
 };
 

@@ -4,7 +4,7 @@
 
 void kol_dff_init();
 void kol_dff_clear();    // forgets every instance
-void kol_dff_restart();  // every flip-flop's run-time fields to their initial values
+void kol_dff_restart();  // every flip-flop's run-time fields to what the nets say
 void kol_dff_refresh();  // the current instance's delays and limits from its properties, silently
 void kol_dff_d_hdler();
 void kol_dff_clk_hdler();

@@ -6,7 +6,7 @@
 
 void kol_latch_init();
 void kol_latch_clear();    // forgets every instance
-void kol_latch_restart();  // every latch's run-time fields to their initial values
+void kol_latch_restart();  // every latch's run-time fields to what the nets say
 void kol_latch_refresh();  // the current instance's delays and limits from its properties, silently
 void kol_latch_d_hdler();
 void kol_latch_e_hdler();

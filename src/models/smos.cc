@@ -59,7 +59,7 @@ void kol_smos_init() {
 void kol_smos_clear() { user_data.all().clear(); }
 
 void kol_smos_restart() {
-    for (kol_smos_userdata_rec_t& smos : user_data.all()) kol_restart_role(smos.e);
+    for (kol_smos_userdata_rec_t& smos : user_data.all()) kol_restart_enable(smos.e, false, smos.e.on);
 }
 
 void kol_smos_refresh() { kol_refresh_pins(plan, {}); }

@@ -5,7 +5,7 @@
 
 void kol_smos_init();
 void kol_smos_clear();    // forgets every instance
-void kol_smos_restart();  // every switch opens
+void kol_smos_restart();  // every switch opens, unless its enable net says closed
 void kol_smos_refresh();  // the current instance's delays from its properties, silently
 void kol_smos_e_hdler();
 void kol_smos_d_hdler();

@@ -34,7 +34,7 @@ void kol_stable_clear() { user_data.all().clear(); }
 void kol_stable_restart() {
     for (kol_stable_userdata_rec_t& stable : user_data.all()) {
         for (kol_timing_role_t* role : stable.roles()) kol_restart_role(*role);
-        stable.check_data_on = true;
+        kol_restart_enable(stable.e, true, stable.check_data_on);
     }
 }
 

@@ -75,5 +75,5 @@ void kol_reset_changed(kol_storage_t& storage) {
 
 void kol_restart_storage(kol_storage_t& storage) {
     for (kol_timing_role_t* role : storage.roles()) kol_restart_role(*role);
-    storage.check_data_on = true;
+    storage.check_data_on = !storage.s.on && !storage.r.on;
 }

@@ -38,5 +38,5 @@ void kol_capture(const kol_storage_t& storage, const yx_pin_record_t* cause);
 // The handlers of set and reset.
 void kol_set_changed(kol_storage_t& storage);
 void kol_reset_changed(kol_storage_t& storage);
-// Returns the run-time fields to their initial values.
+// Returns the run-time fields to what the states of the nets say.
 void kol_restart_storage(kol_storage_t& storage);

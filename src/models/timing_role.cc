@@ -16,6 +16,12 @@ kol_change classify(std::int16_t old_value, std::int16_t new_value) {
     return kol_change::unknown;
 }
 
+// That of the net of the role's pin; unknown for a net that has never changed.
+kol_change last_change(const kol_timing_role_t& role) {
+    const yx_net_u1_t& net = kol_input_net(role.pin)->UU.U1;
+    return classify(kol_value_of(net.old_state.state), kol_value_of(net.cur_state.state));
+}
+
 std::int32_t opposite_time(const kol_timing_role_t& role, kol_change change) {
     switch (change) {
         case kol_change::rising:
@@ -87,6 +93,14 @@ void kol_follow_enable(char edge, kol_change change, bool& on) {
 }
 
 void kol_restart_role(kol_timing_role_t& role) {
-    role.on = false;
+    const bool single_edge = is_edge(role.edge, 'R') || is_edge(role.edge, 'F');
+    role.on = single_edge && role.pin != nullptr && kol_is_active(role.edge, last_change(role));
     role.rising_time = role.falling_time = 0;
+}
+
+void kol_restart_enable(const kol_timing_role_t& role, bool initially_on, bool& on) {
+    on = initially_on;
+    if (role.pin == nullptr) return;
+    const kol_change change = last_change(role);
+    if (change != kol_change::unknown) kol_follow_enable(role.edge, change, on);
 }
