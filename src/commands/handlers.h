@@ -30,9 +30,39 @@ void kol_force_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_clock_period_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_run_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 
-// observation and user_bus: signals on the views, buses of the user.
+// restart: simulation from time 0 again.
+void kol_reset_sim_time_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_history_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_regenerate_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_update_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
+// breaks: states that stop a run.
+void kol_break_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_status_break_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
+// forget: whatever the user named.
+void kol_forget_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
+// observation and move_signal: signals on the views.
 void kol_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_trace_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_move_signal_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
+// view_settings: how the views show them.
+void kol_period_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_period_trace_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_scale_trace_time_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_scale_user_unit_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_switche_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
+// user_bus and bus_status: buses of the user.
 void kol_define_bus_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_status_bus_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
+// probes: nets of the sheets.
+void kol_probe_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_status_probe_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_status_net_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 
 // settings and timing: spikes, delays and limits.
 void kol_spike_check_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);

@@ -26,11 +26,29 @@ struct kol_rejection_t {
 void kol_reject(std::string_view words, std::int16_t first, std::int16_t nkeyword,
                 kol_array_keyword_t& keyword, const kol_rejection_t& rejection);
 
-// Puts a record at the end of a list.
+// A list is known by its first and its last record, or by its last alone.  Puts a record at its end.
 template <typename T>
 void kol_append_record(T* record, T*& first, T*& last) {
     record->previous = last;
     record->next = nullptr;
     (last == nullptr ? first : last->next) = record;
     last = record;
+}
+
+template <typename T>
+void kol_append_record(T* record, T*& last) {
+    T* first = last;
+    kol_append_record(record, first, last);
+}
+
+// Takes a record out of its list; the caller frees it.
+template <typename T>
+void kol_remove_record(T* record, T*& last) {
+    (record->next != nullptr ? record->next->previous : last) = record->previous;
+    if (record->previous != nullptr) record->previous->next = record->next;
+}
+template <typename T>
+void kol_remove_record(T* record, T*& first, T*& last) {
+    if (first == record) first = record->next;
+    kol_remove_record(record, last);
 }

@@ -1,25 +1,31 @@
-// LIST.
+// LIST and TRACE.
 #include "commands/handlers.h"
 #include "commands/keyword.h"
 #include "commands/observed_signal.h"
+#include "commands/view_rules.h"
 #include "foundation/context.h"
 #include "foundation/shell.h"
 #include "results/list_view.h"
 
 namespace {
 
-constexpr std::string_view list_words = " LIST ";
-
 constexpr kol_rejection_t radix_invalid{
     "# !! Error:2nd parameter invalid(should be:\"Hex\",\"Bin\",\"Dec\")"};
-constexpr kol_rejection_t window_invalid{"# !! Error :  Invalid window ? "};
-constexpr kol_rejection_t no_sheet{"# !! Error :  No sheet in Context window ? "};
 constexpr kol_rejection_t name_invalid{
     "# !! Error : parameter invalid ( should begin with letter or \"/\") "};
 constexpr kol_rejection_t signal_not_found{"# !! Error : Signal NOT FOUND ? "};
-constexpr kol_rejection_t list_too_wide{"# !! Error : too many columns in LIST ( max : 1024 ) "};
+constexpr kol_rejection_t trace_too_high{"# !! Error : too many rows in TRACe ( max : 1023 ) "};
 
-constexpr std::int16_t context_page = 1;
+struct view_t {
+    std::string_view words;
+    std::int16_t first_name;                         // keyword
+    yx_signal_rec_t* kol_defref_var_rec_t::*newest;  // entry
+    bool (*fits)();
+    kol_rejection_t too_large;
+};
+constexpr view_t list_view{" LIST ", 3, &kol_defref_var_rec_t::list_signal, kol_list_fits, kol_list_too_wide};
+constexpr view_t trace_view{" TRACe ", 2, &kol_defref_var_rec_t::trace_signal, kol_trace_fits,
+                            trace_too_high};
 
 bool read_radix(const tm_string_record_t& keyword, std::int16_t& radix) {
     constexpr std::string_view letters = "HBD";  // in the order of the radix codes
@@ -31,55 +37,56 @@ bool read_radix(const tm_string_record_t& keyword, std::int16_t& radix) {
     return false;
 }
 
-void append_entry(yx_signal_rec_t* entry) {
-    entry->previous = kol_ext.list_signal;
-    if (kol_ext.list_signal != nullptr) kol_ext.list_signal->next = entry;
-    kol_ext.list_signal = entry;
-}
-
-void drop_newest_entry() {
-    yx_signal_rec_t* entry = kol_ext.list_signal;
-    kol_ext.list_signal = entry->previous;
-    if (kol_ext.list_signal != nullptr) kol_ext.list_signal->next = nullptr;
-    kol_drop_signal(entry);
-}
-
-kol_rejection_t list_one(const tm_string_record_t& name, std::int16_t radix) {
+kol_rejection_t show_one(const view_t& view, const tm_string_record_t& name, std::int16_t radix) {
     if (!kol_begins_like_signal(name)) return name_invalid;
     kol_found_signal_t found;
     if (!kol_find_signal(name, found)) return signal_not_found;
-    append_entry(kol_make_signal(found, radix));
-    if (kol_list_fits()) return {};
-    drop_newest_entry();
-    return list_too_wide;
+    yx_signal_rec_t*& newest = kol_ext.*view.newest;
+    yx_signal_rec_t* const entry = kol_make_signal(found, radix);
+    kol_append_record(entry, newest);
+    if (view.fits()) return {};
+    kol_remove_record(entry, newest);
+    kol_drop_signal(entry);
+    return view.too_large;
 }
 
-void reject_listed(std::int16_t nkeyword, kol_array_keyword_t& keyword, const tm_string_record_t& name,
-                   const kol_rejection_t& wrong) {
-    kol_reject(list_words, 2, nkeyword, keyword, wrong);
+void reject_name(const view_t& view, std::int16_t nkeyword, kol_array_keyword_t& keyword,
+                 const tm_string_record_t& name, const kol_rejection_t& wrong) {
+    kol_reject(view.words, 2, nkeyword, keyword, wrong);
     kol_show(
         {wrong.error == name_invalid.error ? "# parameter : \"" : "# Signal : \"", tm_view(name), "\" "});
 }
 
+void show_signals(const view_t& view, std::int16_t nkeyword, kol_array_keyword_t& keyword,
+                  std::int16_t radix) {
+    if (nkeyword < view.first_name)
+        return kol_reject(view.words, 2, nkeyword, keyword, kol_check_context_sheet());
+    kol_rejection_t wrong;
+    std::int16_t k = view.first_name;
+    while (k <= nkeyword && !(wrong = show_one(view, kol_kw(keyword, k), radix))) ++k;
+    if (k > view.first_name) tm_shell.redraw_results();
+    if (wrong)
+        reject_name(view, nkeyword, keyword, kol_kw(keyword, k), wrong);
+    else
+        kol_echo(view.words, 2, nkeyword, keyword);
+}
+
 }  // namespace
+
+kol_rejection_t kol_check_context_sheet() {
+    constexpr std::int16_t context_page = 1;
+    constexpr kol_rejection_t window_invalid{"# !! Error :  Invalid window ? "};
+    constexpr kol_rejection_t no_sheet{"# !! Error :  No sheet in Context window ? "};
+    return tm_vext.numpage != context_page ? window_invalid : no_sheet;
+}
 
 void kol_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
     std::int16_t radix = kol_hexadecimal;
-    if (!read_radix(kol_kw(keyword, 2), radix)) {
-        kol_reject(list_words, 2, nkeyword, keyword, radix_invalid);
-        return;
-    }
-    if (nkeyword == 2) {
-        kol_reject(list_words, 2, nkeyword, keyword,
-                   tm_vext.numpage != context_page ? window_invalid : no_sheet);
-        return;
-    }
-    kol_rejection_t wrong;
-    std::int16_t k = 3;
-    while (k <= nkeyword && !(wrong = list_one(kol_kw(keyword, k), radix))) ++k;
-    if (k > 3) tm_shell.redraw_results();
-    if (wrong)
-        reject_listed(nkeyword, keyword, kol_kw(keyword, k), wrong);
-    else
-        kol_echo(list_words, 2, nkeyword, keyword);
+    if (!read_radix(kol_kw(keyword, 2), radix))
+        return kol_reject(list_view.words, 2, nkeyword, keyword, radix_invalid);
+    show_signals(list_view, nkeyword, keyword, radix);
+}
+
+void kol_trace_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    show_signals(trace_view, nkeyword, keyword, kol_binary);
 }

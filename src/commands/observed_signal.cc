@@ -1,11 +1,13 @@
 #include "commands/observed_signal.h"
 
+#include "commands/keyword.h"
 #include "kernel/history.h"
 #include "kernel/lookup.h"
 
 namespace {
 
 constexpr std::string_view first_member_suffix = "_0";
+constexpr std::int32_t max_trace_row = 1023;
 
 bool find_signal_net(const tm_string_record_t& name, yx_net_record_t*& net) {
     kol_probe_signal_rec_t* probe = nullptr;
@@ -16,6 +18,28 @@ bool find_signal_net(const tm_string_record_t& name, yx_net_record_t*& net) {
     if (tm_const_equal_string("/", name) && kol_find_net_path(name, net) != 0) return true;
     if (tm_const_equal_string("NI_", name) && kol_find_net_abs(name, net) != 0) return true;
     return kol_find_net_rel(name, net) != 0;
+}
+
+void delete_forgotten(yx_bus_rec_t* bus) {
+    kol_remove_record(bus, kol_ext.start_forgotten_bus, kol_ext.last_forgotten_bus);
+    while (yx_signal_rec_t* member = bus->signal) {
+        bus->signal = member->next;
+        kol_drop_signal(member);
+    }
+    delete bus;
+}
+
+// The signals of a combined bus share a row; a bus inside a bus has rows of its own.
+std::int32_t rows_of(const yx_signal_rec_t& entry) {
+    if (!entry.sig_bus) return 1;
+    std::int32_t rows = 0;
+    bool shared_row_taken = false;
+    for (const yx_signal_rec_t* member = entry.bus->signal; member != nullptr; member = member->next) {
+        const bool shares = entry.bus->combine && !member->sig_bus;
+        if (!shares || !shared_row_taken) rows += rows_of(*member);
+        shared_row_taken = shared_row_taken || shares;
+    }
+    return rows;
 }
 
 }  // namespace
@@ -41,12 +65,29 @@ yx_signal_rec_t* kol_make_signal(const kol_found_signal_t& found, std::int16_t b
     signal->base_number = base_number;
     signal->bus = found.bus;
     signal->net = found.net;
+    if (found.bus != nullptr) ++found.bus->nb_of_holder;
     if (found.net != nullptr) signal->list_state = kol_observe_net(found.net);
     signal->list_state_cur = signal->list_state;
     return signal;
 }
 
 void kol_drop_signal(yx_signal_rec_t* signal) {
+    yx_bus_rec_t* const bus = signal->bus;
     if (signal->net != nullptr) kol_forget_net(signal->net);
     delete signal;
+    if (bus != nullptr && --bus->nb_of_holder == 0 && bus->forgotten) delete_forgotten(bus);
+}
+
+void kol_forget_bus(yx_bus_rec_t* bus) {
+    kol_remove_record(bus, kol_ext.start_sim_bus, kol_ext.last_sim_bus);
+    kol_append_record(bus, kol_ext.start_forgotten_bus, kol_ext.last_forgotten_bus);
+    bus->forgotten = true;
+    if (bus->nb_of_holder == 0) delete_forgotten(bus);
+}
+
+bool kol_trace_fits() {
+    std::int32_t rows = 0;
+    for (const yx_signal_rec_t* entry = kol_ext.trace_signal; entry != nullptr; entry = entry->previous)
+        rows += rows_of(*entry);
+    return rows <= max_trace_row;
 }

@@ -41,10 +41,15 @@ std::int32_t count_members(const yx_bus_rec_t& bus) {
     return count;
 }
 
-bool every_bus_fits() {
-    for (const yx_bus_rec_t* bus = kol_ext.start_sim_bus; bus != nullptr; bus = bus->next)
+bool every_bus_fits(const yx_bus_rec_t* first) {
+    for (const yx_bus_rec_t* bus = first; bus != nullptr; bus = bus->next)
         if (count_members(*bus) > max_members) return false;
     return true;
+}
+
+bool everything_fits() {
+    return every_bus_fits(kol_ext.start_sim_bus) && every_bus_fits(kol_ext.start_forgotten_bus) &&
+           kol_list_fits() && kol_trace_fits();
 }
 
 bool contains(const yx_bus_rec_t& bus, const yx_bus_rec_t& other) {
@@ -101,11 +106,11 @@ void drop_members_behind(yx_bus_rec_t& bus, yx_signal_rec_t* member) {
     }
 }
 
-// Members that nest too many others, or a listed bus that outgrows the list, are taken back.
+// Members that nest too many others, or make a shown bus outgrow its view, are taken back.
 bool add_members(yx_bus_rec_t& bus, const found_members& members) {
     yx_signal_rec_t* last = last_member(bus);
     append_members(bus, last, members);
-    if (count_members(bus) <= max_members && every_bus_fits() && kol_list_fits()) return true;
+    if (count_members(bus) <= max_members && everything_fits()) return true;
     drop_members_behind(bus, last);
     return false;
 }

@@ -31,12 +31,17 @@ void delete_stimuli() {
     delete_chain(kol_ext.start_clock_force_blk, &kol_forceblk_rec_t::next);
 }
 
+void delete_buses(yx_bus_rec_t* first) {
+    for (auto* bus = first; bus != nullptr; bus = bus->next)
+        delete_chain(bus->signal, &yx_signal_rec_t::next);
+    delete_chain(first, &yx_bus_rec_t::next);
+}
+
 void delete_observers() {
     delete_chain(kol_ext.break_signal, &yx_break_signal_rec_t::previous);
     delete_chain(kol_ext.start_probe_signal, &kol_probe_signal_rec_t::next);
-    for (auto* bus = kol_ext.start_sim_bus; bus != nullptr; bus = bus->next)
-        delete_chain(bus->signal, &yx_signal_rec_t::next);
-    delete_chain(kol_ext.start_sim_bus, &yx_bus_rec_t::next);
+    delete_buses(kol_ext.start_sim_bus);
+    delete_buses(kol_ext.start_forgotten_bus);
     delete_chain(kol_ext.list_signal, &yx_signal_rec_t::previous);
     delete_chain(kol_ext.trace_signal, &yx_signal_rec_t::previous);
 }

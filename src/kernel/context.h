@@ -95,6 +95,8 @@ struct kol_defref_var_rec_t {
     kol_probe_signal_rec_t* last_probe_signal = nullptr;
     yx_bus_rec_t* start_sim_bus = nullptr;
     yx_bus_rec_t* last_sim_bus = nullptr;
+    yx_bus_rec_t* start_forgotten_bus = nullptr;  // forgotten by name, still held
+    yx_bus_rec_t* last_forgotten_bus = nullptr;
     yx_signal_rec_t* list_signal = nullptr;   // newest; previous leads to the first
     yx_signal_rec_t* trace_signal = nullptr;  // newest
     std::int32_t signal_position = 0;         // picked last in a view

@@ -260,6 +260,8 @@ struct yx_bus_rec_t {  // a user bus
     tm_string_record_t name, cur_sim_path;
     bool combine = false;
     yx_signal_rec_t* signal = nullptr;  // first member; members are linked through next
+    std::int32_t nb_of_holder = 0;      // entries of the views and members of other buses that show it
+    bool forgotten = false;             // no name finds it; it goes with its last holder
     yx_bus_rec_t* previous = nullptr;
     yx_bus_rec_t* next = nullptr;
 };

@@ -49,7 +49,7 @@ TEST_F(interpreter, selects_commands_by_prefix_and_exact_words) {
         {"BY;BYEE", {unknown("BY")[0], unknown("BY")[1], unknown("")[0], unknown("BYEE")[1]}},
         {"bye 1", {"# BYE 1 ", count_error}},
         {"QUITS", unknown("QUITS")},
-        {"break a 1", {"# BREAK a 1 ", absent}},
+        {"break a 1", {"# BREAK a 1 ", "# !! Error : NET not found "}},
         {"DO", {"# DO ", count_error}},
         {"list objects", {"# LIST OBJects ", absent}},
         {"LIST OBJ X", {"# LIST OBJ X ", no_radix}},

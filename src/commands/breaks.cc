@@ -1,0 +1,104 @@
+// BREAK and STATUS BREAK.
+#include "commands/breaks.h"
+
+#include "commands/handlers.h"
+#include "commands/keyword.h"
+#include "commands/report.h"
+#include "foundation/shell.h"
+#include "kernel/lookup.h"
+#include "kernel/state.h"
+
+namespace {
+
+constexpr std::string_view break_words = " BREAK ";
+constexpr std::string_view status_words = " STAtus BREak ";
+
+constexpr kol_rejection_t name_invalid{
+    "# !! Error : 2nd parameter invalid ( should begin with letter or \"/\") "};
+constexpr kol_rejection_t state_length_invalid{"# !! Error : state invalid : char number <> 1,2 "};
+constexpr kol_rejection_t state_invalid{"# !! Error : state invalid ( 3rd parameter ) "};
+constexpr kol_rejection_t net_not_found{"# !! Error : NET not found "};
+constexpr kol_rejection_t no_break{"# !! Error : NO BREAK Exists ? "};
+constexpr kol_rejection_t break_unknown{"# !! Error : BREAK do not Exists ? "};
+
+kol_rejection_t read_break(kol_array_keyword_t& keyword, yx_break_signal_rec_t& record) {
+    record.break_name = kol_kw(keyword, 2);
+    const std::string_view state = tm_view(kol_kw(keyword, 3));
+    if (!kol_begins_like_signal(record.break_name)) return name_invalid;
+    if (state.empty() || state.size() > 2) return state_length_invalid;
+    if (!kol_keyword_to_state(state, record.state)) return state_invalid;
+    record.net_type = kol_find_net(record.break_name, record.net);
+    // A whole bus takes no single state; its members do.
+    if (record.net_type == 0 || record.net->net_type == YX_TSTD_BUS) return net_not_found;
+    return {};
+}
+
+void append_break(const yx_break_signal_rec_t& values) {
+    auto* record = new yx_break_signal_rec_t(values);
+    record->cur_sim_path = kol_ext.cur_sim_path;
+    kol_append_record(record, kol_ext.break_signal);
+    record->net->UU.U1.break_signal = record;
+}
+
+yx_break_signal_rec_t* newest_break_of(const yx_net_record_t* net) {
+    yx_break_signal_rec_t* record = kol_ext.break_signal;
+    while (record != nullptr && record->net != net) record = record->previous;
+    return record;
+}
+
+void report_break(const yx_break_signal_rec_t& record) {
+    char state[2];
+    kol_state_to_statechar(record.state, state);
+    kol_report_quoted("# Break          : ", tm_view(record.break_name));
+    kol_report_quoted("# Break sim_path : ", tm_view(record.cur_sim_path));
+    kol_report_quoted("# Break state    : ", {state, 2});
+    kol_report_net(*record.net);
+    kol_report_end();
+}
+
+void report_breaks() {
+    const yx_break_signal_rec_t* record = kol_ext.break_signal;
+    while (record->previous != nullptr) record = record->previous;
+    for (; record != nullptr; record = record->next) report_break(*record);
+}
+
+}  // namespace
+
+void kol_remove_break(yx_break_signal_rec_t* record) {
+    kol_remove_record(record, kol_ext.break_signal);
+    yx_break_signal_rec_t*& tested = record->net->UU.U1.break_signal;
+    if (tested == record) tested = newest_break_of(record->net);
+    delete record;
+}
+
+void kol_remove_all_breaks() {
+    while (yx_break_signal_rec_t* record = kol_ext.break_signal) {
+        record->net->UU.U1.break_signal = nullptr;
+        kol_ext.break_signal = record->previous;
+        delete record;
+    }
+}
+
+void kol_break_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    yx_break_signal_rec_t record;
+    if (const kol_rejection_t wrong = read_break(keyword, record)) {
+        kol_reject(break_words, 2, nkeyword, keyword, wrong);
+        if (wrong.error == name_invalid.error)
+            kol_show({"# parameter : \"", tm_view(record.break_name), "\" "});
+        return;
+    }
+    append_break(record);
+    kol_echo(break_words, 2, nkeyword, keyword);
+}
+
+void kol_status_break_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    yx_break_signal_rec_t* record = nullptr;
+    if (kol_ext.break_signal == nullptr) return kol_reject(status_words, 3, nkeyword, keyword, no_break);
+    if (nkeyword == 3 && kol_find_break_inrec(kol_kw(keyword, 3), record) == 0)
+        return kol_reject(status_words, 3, nkeyword, keyword, break_unknown);
+    if (record != nullptr)
+        report_break(*record);
+    else
+        report_breaks();
+    kol_echo(status_words, 3, nkeyword, keyword);
+}

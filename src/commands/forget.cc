@@ -1,0 +1,203 @@
+// FORGET.
+#include "commands/breaks.h"
+#include "commands/handlers.h"
+#include "commands/keyword.h"
+#include "commands/observed_signal.h"
+#include "foundation/shell.h"
+#include "kernel/lookup.h"
+
+namespace {
+
+constexpr std::string_view forget_words = " FORGet ";
+
+constexpr kol_rejection_t count_invalid{nb_par_invalid};
+constexpr kol_rejection_t kind_invalid{
+    "# !! Error : 2rd parameter invalid (should be:\"A\",BU\",\"BR\",\"L\",\"P\",\"T\") "};
+constexpr kol_rejection_t name_invalid{
+    "# !! Error : parameter invalid ( should begin with letter or \"/\") "};
+
+// ---- buses
+
+bool has_bus() { return kol_ext.start_sim_bus != nullptr; }
+
+void forget_buses() {
+    while (kol_ext.start_sim_bus != nullptr) kol_forget_bus(kol_ext.start_sim_bus);
+}
+
+bool forget_bus(const tm_string_record_t& name) {
+    yx_bus_rec_t* bus = nullptr;
+    if (kol_find_sim_bus(name, bus) == 0) return false;
+    kol_forget_bus(bus);
+    return true;
+}
+
+// ---- breaks
+
+bool has_break() { return kol_ext.break_signal != nullptr; }
+
+void forget_breaks() {
+    kol_ext.time_breaked = false;
+    kol_remove_all_breaks();
+}
+
+bool forget_break(const tm_string_record_t& name) {
+    yx_break_signal_rec_t* record = nullptr;
+    if (kol_find_break_inrec(name, record) == 0) return false;
+    kol_remove_break(record);
+    return true;
+}
+
+// ---- list and trace
+
+void drop_entry(yx_signal_rec_t* entry, yx_signal_rec_t*& newest) {
+    kol_remove_record(entry, newest);
+    kol_drop_signal(entry);
+}
+
+void drop_entries(yx_signal_rec_t*& newest) {
+    while (newest != nullptr) drop_entry(newest, newest);
+    tm_shell.redraw_results();
+}
+
+bool has_listed() { return kol_ext.list_signal != nullptr; }
+
+void forget_list() {
+    kol_ext.list_cur_time = 0;
+    kol_ext.list_cur_column = 1;
+    kol_ext.list_period = 0;
+    kol_ext.list_change_on = true;
+    drop_entries(kol_ext.list_signal);
+}
+
+bool forget_listed(const tm_string_record_t& name) {
+    yx_signal_rec_t* entry = nullptr;
+    if (kol_find_listsig_inrec(name, entry) == 0) return false;
+    drop_entry(entry, kol_ext.list_signal);
+    tm_shell.redraw_results();
+    return true;
+}
+
+bool has_traced() { return kol_ext.trace_signal != nullptr; }
+
+void forget_trace() {
+    kol_ext.trace_cur_time = 0;
+    kol_ext.trace_period = 0;
+    kol_ext.trace_period_on = false;
+    drop_entries(kol_ext.trace_signal);
+}
+
+bool forget_traced(const tm_string_record_t& name) {
+    yx_signal_rec_t* entry = nullptr;
+    if (kol_find_tracesig_inrec(name, entry) == 0) return false;
+    drop_entry(entry, kol_ext.trace_signal);
+    tm_shell.redraw_results();
+    return true;
+}
+
+// ---- probes
+
+bool has_probe() { return kol_ext.start_probe_signal != nullptr; }
+
+void drop_probe(kol_probe_signal_rec_t* probe) {
+    kol_remove_record(probe, kol_ext.start_probe_signal, kol_ext.last_probe_signal);
+    delete probe;
+}
+
+void forget_probes() {
+    while (kol_ext.start_probe_signal != nullptr) drop_probe(kol_ext.start_probe_signal);
+    tm_shell.redraw_context();
+}
+
+// Names mean the oldest probe, but the newest of equal ones goes first.
+bool forget_probe(const tm_string_record_t& name) {
+    for (auto* probe = kol_ext.last_probe_signal; probe != nullptr; probe = probe->previous) {
+        if (!tm_string_iden_string(probe->probe_name, name) ||
+            !tm_string_iden_string(probe->cur_sim_path, kol_ext.cur_sim_path))
+            continue;
+        drop_probe(probe);
+        tm_shell.redraw_context();
+        return true;
+    }
+    return false;
+}
+
+// ---- the command
+
+struct kind_t {
+    const char* prefix;
+    std::string_view word, word_in_error;
+    bool (*has_any)();
+    void (*forget_all)();
+    bool (*forget_one)(const tm_string_record_t& name);
+};
+constexpr kind_t kinds[] = {
+    {"BU", "BUS", "Bus", has_bus, forget_buses, forget_bus},
+    {"BR", "BREAK", "BREAK", has_break, forget_breaks, forget_break},
+    {"L", "LIST", "LIST", has_listed, forget_list, forget_listed},
+    {"P", "PROBE", "PROBE", has_probe, forget_probes, forget_probe},
+    {"T", "TRACE", "TRACE", has_traced, forget_trace, forget_traced},
+};
+
+const kind_t* find_kind(const tm_string_record_t& keyword) {
+    for (const kind_t& kind : kinds)
+        if (tm_const_equal_string(kind.prefix, keyword)) return &kind;
+    return nullptr;
+}
+
+bool is_star(const tm_string_record_t& name) { return tm_view(name) == "*"; }
+
+std::int16_t first_wrong_name(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    std::int16_t k = 3;
+    while (k <= nkeyword && (kol_begins_like_signal(kol_kw(keyword, k)) || is_star(kol_kw(keyword, k)))) ++k;
+    return k;
+}
+
+// Checks the kind and the names; the names behind A are checked and then ignored.
+bool read_forget(std::int16_t nkeyword, kol_array_keyword_t& keyword, bool& all, const kind_t*& kind) {
+    all = kol_begins_with_one_of(kol_kw(keyword, 2), "A");
+    kind = find_kind(kol_kw(keyword, 2));
+    kol_rejection_t wrong;
+    const std::int16_t k = first_wrong_name(nkeyword, keyword);
+    if (!all && kind == nullptr)
+        wrong = kind_invalid;
+    else if (!all && nkeyword == 2)
+        wrong = count_invalid;
+    else if (k <= nkeyword)
+        wrong = name_invalid;
+    if (!wrong) return true;
+    kol_reject(forget_words, 2, nkeyword, keyword, wrong);
+    if (wrong.error == name_invalid.error) kol_show({"# parameter : \"", tm_view(kol_kw(keyword, k)), "\" "});
+    return false;
+}
+
+void reject(std::int16_t nkeyword, kol_array_keyword_t& keyword,
+            std::initializer_list<std::string_view> error) {
+    kol_echo("# FORGet ", 2, nkeyword, keyword);
+    kol_show(error);
+}
+
+void forget_named(const kind_t& kind, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    if (!kind.has_any())
+        return reject(nkeyword, keyword, {"# !! Warning : NO ", kind.word, " signal available ? "});
+    for (std::int16_t k = 3; k <= nkeyword; ++k)
+        if (!kind.forget_one(kol_kw(keyword, k)))
+            return reject(nkeyword, keyword, {"# !! Error : ", kind.word_in_error, " signal NOT FOUND ? "});
+    kol_echo(forget_words, 2, nkeyword, keyword);
+}
+
+}  // namespace
+
+void kol_forget_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    bool all = false;
+    const kind_t* kind = nullptr;
+    if (!read_forget(nkeyword, keyword, all, kind)) return;
+    if (all) {
+        for (const kind_t& each : kinds) each.forget_all();
+        kol_echo(forget_words, 2, nkeyword, keyword);
+    } else if (nkeyword == 3 && is_star(kol_kw(keyword, 3))) {
+        kind->forget_all();
+        tm_display(forget_words);
+    } else {
+        forget_named(*kind, nkeyword, keyword);
+    }
+}

@@ -1,0 +1,115 @@
+// MOVE SIGNAL.
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "commands/handlers.h"
+#include "commands/keyword.h"
+#include "commands/view_rules.h"
+#include "foundation/context.h"
+#include "foundation/numbers.h"
+#include "foundation/shell.h"
+#include "results/list_view.h"
+
+namespace {
+
+constexpr std::string_view move_words = " MOVe SIGnal ";
+
+constexpr kol_rejection_t count_invalid{nb_par_invalid};
+constexpr kol_rejection_t view_invalid{
+    "# !! Error : Invalid 3rd parameter (should be \"List\",\"Trace\") ? "};
+constexpr kol_rejection_t from_no_integer{"# !! Error : Invalid 4th parameter (should be integer) ? "};
+constexpr kol_rejection_t to_no_integer{"# !! Error : Invalid 5th parameter (should be integer) ? "};
+constexpr kol_rejection_t from_invalid{"# !! Error : Invalid   from_position  ? "};
+constexpr kol_rejection_t to_invalid{"# !! Error : Invalid   to_position  ? "};
+
+// Rows of the trace, pixels.
+constexpr std::int32_t trace_row_step = 40;
+constexpr std::int32_t trace_first_row_y = 50;
+
+struct move_t {
+    bool in_list = true;
+    std::int32_t from = 0, to = 0;  // from 1, in the order in which the view shows its entries
+    yx_signal_rec_t *first = nullptr, *second = nullptr;
+};
+
+bool read_position(const tm_string_record_t& keyword, std::int32_t& position) {
+    bool error_found = false;
+    tm_string_to_int32(keyword, position, error_found);
+    return !error_found && position >= 0;
+}
+
+std::int32_t held(std::int32_t value, std::int32_t lowest, std::int32_t highest) {
+    return std::max(lowest, std::min(value, highest));
+}
+
+std::int32_t column_under_pointer() {
+    const tm_bounds_t& area = tm_vext.bitmap_size;
+    const std::int32_t x = tm_vext.pixel_pos.x - area.xmin - kol_ext.list_sig1n_x0;
+    return held(x / kol_ext.list_steph - 14, 1, (area.xmax - area.xmin) / 14) + kol_ext.list_cur_column - 1;
+}
+
+std::int32_t row_under_pointer() {
+    const tm_bounds_t& area = tm_vext.bitmap_size;
+    const std::int32_t y = trace_row_step / 2 + tm_vext.pixel_pos.y - area.ymin - trace_first_row_y;
+    return held(y / trace_row_step, 0, (area.ymax - area.ymin) / 42 - 5) + kol_ext.trace_cur_row;
+}
+
+yx_signal_rec_t* entry_at(yx_signal_rec_t* newest, std::int32_t position) {
+    yx_signal_rec_t* entry = newest;
+    while (entry != nullptr && entry->previous != nullptr) entry = entry->previous;
+    for (std::int32_t at = 1; entry != nullptr && at < position; ++at) entry = entry->next;
+    return position < 1 ? nullptr : entry;
+}
+
+kol_rejection_t read_positions(std::int16_t nkeyword, kol_array_keyword_t& keyword, move_t& move) {
+    if (nkeyword == 3) {
+        move.from = kol_ext.signal_position;
+        move.to = move.in_list ? column_under_pointer() : row_under_pointer();
+        return {};
+    }
+    if (!read_position(kol_kw(keyword, 4), move.from)) return from_no_integer;
+    if (!read_position(kol_kw(keyword, 5), move.to)) return to_no_integer;
+    return {};
+}
+
+// Everything but the places in the chain.
+void exchange(yx_signal_rec_t& first, yx_signal_rec_t& second) {
+    if (&first == &second) return;
+    std::swap(first, second);
+    std::swap(first.previous, second.previous);
+    std::swap(first.next, second.next);
+}
+
+kol_rejection_t read_move(std::int16_t nkeyword, kol_array_keyword_t& keyword, move_t& move) {
+    if (nkeyword == 4) return count_invalid;
+    if (!kol_begins_with_one_of(kol_kw(keyword, 3), "LT")) return view_invalid;
+    move.in_list = kol_begins_with_one_of(kol_kw(keyword, 3), "L");
+    if (const kol_rejection_t wrong = read_positions(nkeyword, keyword, move)) return wrong;
+    yx_signal_rec_t* const newest = move.in_list ? kol_ext.list_signal : kol_ext.trace_signal;
+    move.first = entry_at(newest, move.from);
+    move.second = entry_at(newest, move.to);
+    if (move.first == nullptr) return from_invalid;
+    if (move.second == nullptr) return to_invalid;
+    return {};
+}
+
+// The blanks behind packed values depend on the order.
+bool exchange_in_view(const move_t& move) {
+    exchange(*move.first, *move.second);
+    if (!move.in_list || kol_list_fits()) return true;
+    exchange(*move.first, *move.second);
+    return false;
+}
+
+}  // namespace
+
+void kol_move_signal_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    move_t move;
+    if (const kol_rejection_t wrong = read_move(nkeyword, keyword, move))
+        return kol_reject(move_words, 3, nkeyword, keyword, wrong);
+    if (!exchange_in_view(move)) return kol_reject(move_words, 3, nkeyword, keyword, kol_list_too_wide);
+    tm_shell.redraw_results();
+    kol_show({"#", move_words, move.in_list ? "List " : "Trace ", std::to_string(move.from), " ",
+              std::to_string(move.to), " "});
+}

@@ -1,0 +1,10 @@
+// kol: the rules that several observation commands share.
+#pragma once
+
+#include "commands/keyword.h"
+
+// The list refuses whatever would make it wider than its 1024 columns.
+inline constexpr kol_rejection_t kol_list_too_wide{"# !! Error : too many columns in LIST ( max : 1024 ) "};
+
+// Why no net can be picked on the Context page.
+kol_rejection_t kol_check_context_sheet();
