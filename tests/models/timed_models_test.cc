@@ -2,50 +2,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <sstream>
 
 #include "foundation/context.h"
 #include "kernel/history.h"
-#include "kernel/queue.h"
-#include "kernel/run.h"
 #include "kernel/setup.h"
-#include "kernel/state.h"
 #include "support/design_build.h"
 #include "support/session.h"
+#include "support/stimuli.h"
 
 namespace {
 
 using lines_t = std::vector<std::string>;
-
-// Stimuli "d=1@5 c=0@7": FORCE events.
-void schedule(const std::string& stimuli) {
-    std::istringstream words(stimuli);
-    for (std::string word; words >> word;) {
-        const std::size_t equals = word.find('=');
-        const std::size_t at = word.find('@');
-        std::int8_t state = 0;
-        ASSERT_TRUE(kol_keyword_to_state(word.substr(equals + 1, at - equals - 1), state)) << word;
-        kol_create_force_event(&tst_net(word.substr(0, equals)), std::stoi(word.substr(at + 1)), state);
-    }
-}
-
-// The history of a net behind its first record: "14:1S 36:0S".
-std::string changes_of(const std::string& name) {
-    std::string text;
-    const yx_list_state_rec_t* record = tst_net(name).UU.U1.first_state;
-    for (record = record->next; record != nullptr; record = record->next) {
-        char two[2];
-        kol_state_to_statechar(record->state, two);
-        text += (text.empty() ? "" : " ") + std::to_string(record->time) + ":" + std::string(two, 2);
-    }
-    return text;
-}
-
-void run_until(std::int32_t time) {
-    kol_ext.end_time = time;
-    bool nothing = false;
-    kol_exec_all_event(nothing);
-}
 
 void build(const std::string& design) {
     tst_build(design);
@@ -65,9 +32,9 @@ void expect_scenario(const scenario& s) {
     build(s.design);
     ASSERT_EQ(tst_take_lines(), lines_t{});
     for (const auto& [net, changes] : s.changes) kol_observe_net(&tst_net(net));
-    schedule(s.stimuli);
-    run_until(1000);
-    for (const auto& [net, changes] : s.changes) EXPECT_EQ(changes_of(net), changes) << net;
+    tst_schedule(s.stimuli);
+    tst_run_until(1000);
+    for (const auto& [net, changes] : s.changes) EXPECT_EQ(tst_changes_of(net), changes) << net;
     EXPECT_EQ(tst_take_lines(), s.lines);
 }
 
@@ -310,14 +277,14 @@ TEST(flip_flop, a_limit_that_its_pin_has_no_use_for_is_a_warning) {
 
 TEST(flip_flop, a_restart_forgets_what_its_inputs_did) {
     build(set_reset);
-    schedule("s=1@1 r=0@1 r=1@10");
-    run_until(100);
+    tst_schedule("s=1@1 r=0@1 r=1@10");
+    tst_run_until(100);
     kol_ext.start_time = kol_ext.cur_time = 0;
     kol_init_net_state();
     kol_observe_net(&tst_net("q"));
-    schedule("d=1@2 c=1@60 r=0@70");
-    run_until(200);
-    EXPECT_EQ(changes_of("q"), "60:1S");  // reset is not on any more
+    tst_schedule("d=1@2 c=1@60 r=0@70");
+    tst_run_until(200);
+    EXPECT_EQ(tst_changes_of("q"), "60:1S");  // reset is not on any more
     EXPECT_EQ(tst_take_lines(), lines_t{});
 }
 

@@ -1,0 +1,216 @@
+// The set-up of a loaded design and the return to its initial state.
+#include "kernel/setup.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+
+#include "foundation/context.h"
+#include "kernel/network.h"
+#include "kernel/say.h"
+#include "models/dff.h"
+#include "models/gates.h"
+#include "models/latch.h"
+#include "models/smos.h"
+#include "models/stable.h"
+#include "support/design_build.h"
+#include "support/session.h"
+#include "support/stimuli.h"
+
+namespace {
+
+using lines_t = std::vector<std::string>;
+
+TEST(set_up, installs_the_handler_of_the_model_and_the_pin) {
+    struct row {
+        const char* model;
+        const char* pin;
+        yx_procedure_t handler;  // none: the set-up says so
+    };
+    for (const row& r : {
+             row{"AND", "X", kol_and_i1_hdler},
+             {"And", "X", kol_and_i1_hdler},
+             {"nand", "X", kol_nand_i1_hdler},
+             {"or", "X", kol_or_i1_hdler},
+             {"nor", "X", kol_nor_i1_hdler},
+             {"xor", "X", kol_xor_i1_hdler},
+             {"and2", "X", nullptr},
+             {"an", "X", nullptr},
+             {"dff", "d", kol_dff_d_hdler},
+             {"dff", "D1", nullptr},
+             {"dff", "CLK", kol_dff_clk_hdler},
+             {"DFF", "clkB", kol_dff_clk_hdler},
+             {"dff", "CL", nullptr},
+             {"dff", "CLKPP", nullptr},
+             {"dff", "CLR", nullptr},
+             {"dff", "RQ", kol_dff_r_hdler},
+             {"dff", "r", kol_dff_r_hdler},
+             {"dff", "RPX", nullptr},
+             {"dff", "SN", kol_dff_s_hdler},
+             {"dff", "SET", nullptr},
+             {"dff", "E", nullptr},
+             {"latch", "D", kol_latch_d_hdler},
+             {"latch", "EN", kol_latch_e_hdler},
+             {"latch", "ENA", nullptr},
+             {"latch", "R", kol_latch_r_hdler},
+             {"latch", "s", kol_latch_s_hdler},
+             {"latch", "CLK", nullptr},
+             {"stable", "D", kol_stable_d_hdler},
+             {"stable", "CLKN", kol_stable_clk_hdler},
+             {"stable", "E", kol_stable_e_hdler},
+             {"stable", "R", nullptr},
+             {"smos", "e", kol_smos_e_hdler},
+             {"smos", "EP", kol_smos_e_hdler},
+             {"smos", "ENA", kol_smos_d_hdler},
+             {"smos", "D", kol_smos_d_hdler},
+         }) {
+        tst_build(std::string(r.model) + " g = " + r.pin + ":a iprio 7");
+        const std::string path = std::string("/g/") + r.pin;
+        EXPECT_EQ(tst_pin(path).pin_hdler, r.handler) << r.model << ' ' << r.pin;
+        EXPECT_EQ(tst_pin(path).pin_hdl_priority, r.handler == nullptr ? 1 : 7) << r.model << ' ' << r.pin;
+        const lines_t lines = tst_take_lines();
+        const auto line = std::ranges::find(lines, "# !! ERROR : NO  handler installed for PIN : ");
+        ASSERT_EQ(line == lines.end(), r.handler != nullptr) << r.model << ' ' << r.pin;
+        if (line != lines.end()) {
+            EXPECT_EQ(line[1], " !! \"" + path + "\"");
+        }
+    }
+}
+
+TEST(set_up, installs_handlers_on_the_pins_that_receive) {
+    tst_build("nand g y = a b c; pin /g/I2 io 3; pin /g/I3 io 4");
+    for (const char* pin : {"/g/I1", "/g/I2", "/g/I3"}) EXPECT_EQ(tst_pin(pin).pin_hdler, kol_nand_i1_hdler);
+    EXPECT_EQ(tst_pin("/g/O").pin_hdler, nullptr);
+}
+
+TEST(set_up, says_what_is_wrong_with_a_model) {
+    struct row {
+        const char* design;
+        lines_t lines;  // the first ones
+        int errors;
+    };
+    const lines_t no_handler{"# !! ERROR : NO  handler installed for PIN : ", " !! \"/g/D\""};
+    for (const row& r : {
+             row{"and g y = a; and h z = a; inst g without MODEL",
+                 {"# !!! Error : NO property \"MODEL\" in design file on : ", " !! \"/g\""},
+                 1},
+             {"and g y = a; and h z = a; inst g type MODEL integer",
+              {"# !!! Error : INVALID  property \"MODEL\" type on instance : ", " !! \"/g\""},
+              1},
+             {"and2 g y = a",
+              {"# !! ERROR : NO  handler installed for PIN : ", " !! \"/g/I1\"",
+               "# !! WARNING : NO init handler for instance : ", " !! \"/g\""},
+              0},
+             {"smos g = D:a; pin /g/D without PIN",
+              {"# !!! Error : NO property \"PIN\" on pin : ", " !! \"/g/D\"", no_handler[0], no_handler[1]},
+              2},  // the model's own set-up counts its refusal, too
+             {"smos g = D:a; pin /g/D type PIN integer",
+              {"# !!! Error : INVALID  property \"PIN\" type on pin : ", " !! \"/g/D\"", no_handler[0],
+               no_handler[1]},
+              2},
+         }) {
+        tst_build(r.design);
+        lines_t lines = tst_take_lines();
+        if (r.errors > 1) lines.resize(r.lines.size());
+        EXPECT_EQ(lines, r.lines) << r.design;
+        EXPECT_EQ(tm_vext.num_errors, r.errors) << r.design;
+        EXPECT_EQ(tm_vext.num_warnings, 0) << r.design;
+    }
+}
+
+TEST(set_up, ends_at_the_first_instance_without_a_model) {
+    std::string error;
+    yx_design_image_t image = tst_design("and f x = a; and g y = a; and h z = a", error);
+    image.props[static_cast<std::size_t>(image.insts[1].first_prop - 1)].valuec = 0;
+    tst_load(image);
+    tst_set_up();
+    EXPECT_EQ(tst_take_lines(),
+              (lines_t{"# !!! Error : NO property \"MODEL\" on instance : ", " !! \"/g\""}));
+    EXPECT_NE(tst_pin("/f/I1").pin_hdler, nullptr);
+    EXPECT_EQ(tst_pin("/g/I1").pin_hdler, nullptr);
+    EXPECT_EQ(tst_pin("/h/I1").pin_hdler, nullptr);
+    tst_schedule("a=1@10");
+    tst_run_until(100);
+    EXPECT_EQ(tst_state_text(tst_net("x").UU.U1.cur_state.state), "1S");
+    EXPECT_EQ(tst_state_text(tst_net("z").UU.U1.cur_state.state), "iU");
+}
+
+TEST(set_up, computes_the_largest_delay_of_nets_and_pins) {
+    for (const auto& [design, delay] : std::initializer_list<std::pair<const char*, int>>{
+             {"net a rise 9", 0},
+             {"net y rise 1:2:30; and g y = a rise 4 fall 5 irise 20", 34},
+             {"net y rise 1; and g y = a rise 4 fall 5 irise 40", 40},
+             {"net y fall 7 rise 9; and g y = a fall 1:8:3", 15},
+             {"net t rise 10; sub s of t rise 99; and g s = a rise 5", 15},
+             {"bus d 4 rise 6; and g d.1-2 = a rise 5", 11},
+         }) {
+        tst_build(design);
+        EXPECT_EQ(kol_max_delay, delay) << design;
+        kol_init_net_state();
+        EXPECT_EQ(kol_max_delay, delay) << design;
+    }
+}
+
+std::string queued() {
+    std::string text;
+    for (const yx_event_rec_t* event = kol_ext.cur_event; event != nullptr; event = event->next)
+        text += " " + std::to_string(event->time) + ":" + std::string(kol_path(event->net->sim_path)) + "=" +
+                tst_state_text(event->state);
+    return text;
+}
+
+TEST(set_up, begins_and_begins_again_in_the_initial_states) {
+    tst_build(
+        "net p init 1; net q kind 4; net r; and g y = a p rise 5 fall 5; bus d 4; and h d = r rise 2 fall 2");
+    kol_ext.spike_on = false;
+    for (int round = 0; round < 2; ++round) {
+        SCOPED_TRACE(round);
+        EXPECT_EQ(queued(), " 0:/p=1S 0:/q=iU");
+        EXPECT_EQ(tst_net("q").UU.U1.cur_state.time, 0);
+        EXPECT_EQ(tst_net("q").UU.U1.old_state.time, 0);
+        for (const char* name : {"r", "y", "a", "d[1]"}) {
+            const yx_net_u1_t& net = tst_net(name).UU.U1;
+            EXPECT_EQ(net.cur_state.state + net.old_state.state, 0) << name;
+            EXPECT_EQ(net.cur_state.time, -1) << name;
+            EXPECT_EQ(net.old_state.time, -1) << name;
+        }
+        for (const char* name : {"/g/O", "/g/I1", "/g/I2", "/h/I1"}) {
+            EXPECT_EQ(tst_pin(name).pin_state.std.state, 0) << name;
+            EXPECT_EQ(tst_pin(name).pin_state.std.time, -1) << name;
+        }
+        for (int bit = 0; bit < 4; ++bit) {
+            const yx_signal_state_rec& seen =
+                kol_pin_state(tst_pin("/h/O"), tst_net("d[" + std::to_string(bit) + "]"));
+            EXPECT_EQ(seen.state, 0) << bit;
+            EXPECT_EQ(seen.time, -1) << bit;
+        }
+
+        tst_run_until(0);
+        EXPECT_EQ(tst_state_text(tst_net("p").UU.U1.cur_state.state), "1S");
+        tst_schedule("a=0@10 r=1@10 a=1@13 q=1@900");
+        tst_run_until(16);  // y gets 0S at 15, the next change is still queued
+        EXPECT_EQ(tst_state_text(tst_net("y").UU.U1.cur_state.state), "0S");
+        EXPECT_EQ(kol_pin_state(tst_pin("/h/O"), tst_net("d[2]")).time, 12);
+        EXPECT_EQ(queued(), " 18:/y=1S 900:/q=1S");
+        kol_ext.cur_time = 0;
+        kol_init_net_state();
+    }
+}
+
+TEST(set_up, keeps_a_state_for_each_bit_that_a_pin_spans) {
+    tst_build("bus d 4; and g z = d.1-2");
+    tst_schedule("d[0]=1@3 d[1]=1@5 d[2]=0@7 d[3]=1@9");
+    tst_run_until(100);
+    yx_pin_record_t& pin = tst_pin("/g/I1");
+    EXPECT_EQ(tst_state_text(kol_pin_state(pin, tst_net("d[1]")).state), "1S");
+    EXPECT_EQ(kol_pin_state(pin, tst_net("d[1]")).time, 5);
+    EXPECT_EQ(tst_state_text(kol_pin_state(pin, tst_net("d[2]")).state), "0S");
+    EXPECT_EQ(kol_pin_state(pin, tst_net("d[2]")).time, 7);
+
+    tst_build("and g z = a");
+    tst_pin("/g/I1").pin_end = 1;  // a range on a net that is no bus
+    EXPECT_EXIT(kol_init_net_state(), testing::KilledBySignal(SIGABRT), "");
+}
+
+}  // namespace

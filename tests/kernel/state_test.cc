@@ -1,0 +1,204 @@
+// The signal state algebra and the texts of times.
+#include "kernel/state.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include "kernel/time.h"
+#include "support/stimuli.h"
+
+namespace {
+
+constexpr std::string_view values = "i0x1", drives = "UZRWS";
+
+// Two drivers by their texts: the stronger one, or the value on which both agree.
+std::string resolved(const std::string& a, const std::string& b) {
+    const std::size_t drive_a = drives.find(a[1]), drive_b = drives.find(b[1]);
+    if (drive_a != drive_b) return drive_a > drive_b ? a : b;
+    return a == b && (a[0] == '0' || a[0] == '1') ? a : std::string("i") + a[1];
+}
+
+std::string text_of(std::int8_t state) { return tst_state_text(state); }
+
+TEST(states, are_value_and_drive) {
+    for (std::int8_t state = 0; state < kol_state_count; ++state) {
+        std::int16_t value = -1, drive = -1;
+        std::int8_t again = -1;
+        kol_state_to_valdrive(state, value, drive);
+        EXPECT_EQ(text_of(state), std::string({values.at(state % 4), drives.at(state / 4)}));
+        EXPECT_EQ(value + 4 * drive, state);
+        kol_valdrive_to_state(value, drive, again);
+        EXPECT_EQ(again, state);
+    }
+    for (const int state : {-1, 20, 127, -128}) {
+        std::int16_t value = 7, drive = 7;
+        kol_state_to_valdrive(static_cast<std::int8_t>(state), value, drive);
+        EXPECT_EQ(value + drive, 0);
+        EXPECT_EQ(text_of(static_cast<std::int8_t>(state)), "iu");
+    }
+    for (const auto& [value, drive] : {std::pair{-1, 2}, {4, 2}, {3, -1}, {3, 5}}) {
+        std::int8_t state = 9;
+        kol_valdrive_to_state(static_cast<std::int16_t>(value), static_cast<std::int16_t>(drive), state);
+        EXPECT_EQ(state, 0) << value << ' ' << drive;
+    }
+}
+
+TEST(states, of_two_drivers_resolve_to_the_stronger_or_the_agreed_one) {
+    for (std::int8_t a = 0; a < kol_state_count; ++a)
+        for (std::int8_t b = 0; b < kol_state_count; ++b)
+            EXPECT_EQ(text_of(kol_net_state(a, b)), resolved(text_of(a), text_of(b)))
+                << text_of(a) << ' ' << text_of(b);
+    EXPECT_EQ(text_of(kol_net_state(19, 13)), "1S");
+    EXPECT_EQ(text_of(kol_net_state(15, 13)), "iW");
+}
+
+TEST(states, combine_in_the_gates) {
+    struct row {
+        const char* name;
+        std::int16_t (*value)(std::int16_t, std::int16_t);
+        std::string_view expected[4];  // first value i 0 x 1; within the text the second, likewise
+    };
+    for (const row& r : {
+             row{"and", kol_and_value, {"i0ii", "0000", "i0xx", "i0x1"}},
+             row{"or", kol_or_value, {"iii1", "i0x1", "ixx1", "1111"}},
+             row{"nand", kol_nand_value, {"i1ii", "1111", "i1xx", "i1x0"}},
+             row{"nor", kol_nor_value, {"iii0", "i1x0", "ixx0", "0000"}},
+             row{"xor", kol_xor_value, {"iiii", "i0x1", "ixxx", "i1x0"}},
+         })
+        for (std::int16_t a = -1; a <= 4; ++a)
+            for (std::int16_t b = -1; b <= 4; ++b) {
+                const bool is_known = a >= 0 && a < 4 && b >= 0 && b < 4;
+                EXPECT_EQ(values.at(r.value(a, b)), is_known ? r.expected[a][b] : 'i')
+                    << r.name << ' ' << a << ' ' << b;
+            }
+}
+
+TEST(states, are_read_from_one_or_two_characters) {
+    for (const auto& [keyword, text] :
+         std::initializer_list<std::pair<const char*, const char*>>{{"0", "0S"},
+                                                                    {"1", "1S"},
+                                                                    {"i", "iS"},
+                                                                    {"I", "iS"},
+                                                                    {"X", "xS"},
+                                                                    {"x", "xS"},
+                                                                    {"1u", "1U"},
+                                                                    {"0Z", "0Z"},
+                                                                    {"xr", "xR"},
+                                                                    {"IW", "iW"},
+                                                                    {"1s", "1S"}}) {
+        std::int8_t state = -1;
+        EXPECT_TRUE(kol_keyword_to_state(keyword, state)) << keyword;
+        EXPECT_EQ(text_of(state), text) << keyword;
+    }
+    for (const char* keyword : {"", "2", "s", "1q", "11", "1SS", " 1"}) {
+        std::int8_t state = 0;
+        EXPECT_FALSE(kol_keyword_to_state(keyword, state)) << keyword;
+    }
+}
+
+void set_scale(float step, float unit) {
+    kol_context_clear();
+    yx_sext.time_step = step;
+    kol_ext.scale_user_unit = unit;
+}
+
+TEST(times, are_written_in_user_units_with_three_decimals) {
+    struct row {
+        float step, unit;
+        std::int32_t time;
+        const char* text;
+    };
+    for (const row& r : {
+             row{0.5F, 1, 25, "12.500"},
+             {0.5F, 1, -3, "-1.500"},
+             {0.5F, 1, 1, "0.500"},
+             {0.5F, 1, 0, "0.0"},
+             {0, 1, 7, "0.0"},
+             {-1, 1, 7, "0.0"},
+             {1, 0, 7, "0.0"},
+             {1, 10, 25, "2.500"},
+             {1, 0.25F, 3, "12.000"},
+             {1.9996F, 1, 1, "2.000"},          // the thousandths carry
+             {0.99995F, 1, 1, "1.000"},         // the whole part is cut a little above
+             {1, 1, 16777217, "16777216.000"},  // single precision
+             {1, 1, INT32_MIN, "-2147483648.000"},
+         }) {
+        set_scale(r.step, r.unit);
+        tm_string_record_t text;
+        kol_time_to_string(r.time, text);
+        EXPECT_EQ(tm_view(text), r.text) << r.time << " steps of " << r.step << " in " << r.unit;
+    }
+}
+
+TEST(times, are_read_in_user_units_and_rounded_to_steps) {
+    struct row {
+        float step, unit;
+        const char* text;
+        std::int32_t time;
+        bool is_error;
+    };
+    for (const row& r : {
+             row{0.5F, 1, "12.5", 25, false},
+             {0.5F, 1, "1.26", 3, false},
+             {0.5F, 1, "0.75", 2, false},
+             {0.5F, 1, "-0.75", -1, false},
+             {0.5F, 1, "-0.5", -1, false},
+             {0.5F, 1, " -  0.5", -1, false},
+             {0.5F, 1, "1.2.3", 2, false},
+             {0.5F, 1, "  7 3ns", 14, false},
+             {0.5F, 1, "", 0, false},
+             {0.5F, 1, "   ", 0, false},
+             {0.5F, 1, "- ", 0, false},
+             {0.5F, 1, "3ns", 0, true},
+             {0.5F, 1, "--5", 0, true},
+             {0.5F, 1, "+5", 0, true},
+             {1, 10, "2.5", 25, false},
+             {0, 1, "5", 0, true},
+             {1, 0, "5", 0, true},
+             {0, 1, " ", 0, false},
+             {1, 1, "2147483647", INT32_MAX, false},
+             {0.5F, 1, "2147483647", 0, true},
+             {1, 1, "99999999999", 0, true},
+             {1, 1, "1.0000000000000000000001", 1, false},
+         }) {
+        set_scale(r.step, r.unit);
+        std::int32_t time = 77;
+        bool is_error = !r.is_error;
+        kol_string_to_time(tm_string(r.text), time, is_error);
+        EXPECT_EQ(time, r.time) << '"' << r.text << '"';
+        EXPECT_EQ(is_error, r.is_error) << '"' << r.text << '"';
+    }
+}
+
+TEST(delays, follow_the_new_value) {
+    EXPECT_EQ(kol_delay_of(kol_v1, 3, 4), 3);
+    EXPECT_EQ(kol_delay_of(kol_v0, 3, 4), 4);
+    EXPECT_EQ(kol_delay_of(kol_vx, 3, 4), 3);
+    EXPECT_EQ(kol_delay_of(kol_vi, -3, -4), -3);
+    EXPECT_EQ(kol_delay_of(kol_vi, INT32_MAX, INT32_MAX), INT32_MAX);
+}
+
+TEST(timing_range, is_the_global_one_or_the_instances_entry) {
+    set_scale(1, 1);
+    yx_inst_record_t inst;
+    EXPECT_EQ(kol_timind(&inst), 2);
+    kol_ext.sim_range_type = 3;
+    EXPECT_EQ(kol_timind(&inst), 3);
+    kol_ext.timing_ar[119] = 1;
+    inst.timing_index = 120;
+    EXPECT_EQ(kol_timind(&inst), 1);
+
+    const auto stops = [&](std::int8_t index, std::int16_t range) {
+        inst.timing_index = index;
+        kol_ext.sim_range_type = kol_ext.timing_ar[0] = range;
+        kol_timind(&inst);
+    };
+    const auto stopped = testing::KilledBySignal(SIGABRT);
+    EXPECT_EXIT(kol_timind(nullptr), stopped, "");
+    EXPECT_EXIT(stops(121, 2), stopped, "");
+    EXPECT_EXIT(stops(0, 4), stopped, "");
+    EXPECT_EXIT(stops(1, 0), stopped, "");
+}
+
+}  // namespace

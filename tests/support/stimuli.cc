@@ -1,0 +1,54 @@
+#include "support/stimuli.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "kernel/queue.h"
+#include "kernel/run.h"
+#include "kernel/state.h"
+#include "support/design_build.h"
+
+void tst_schedule(std::string_view stimuli) {
+    std::istringstream words{std::string(stimuli)};
+    for (std::string word; words >> word;) {
+        const std::size_t equals = word.find('=');
+        const std::size_t at = word.find('@');
+        std::int8_t state = 0;
+        ASSERT_TRUE(kol_keyword_to_state(word.substr(equals + 1, at - equals - 1), state)) << word;
+        kol_create_force_event(&tst_net(word.substr(0, equals)), std::stoi(word.substr(at + 1)), state);
+    }
+}
+
+void tst_run_until(std::int32_t time) {
+    kol_ext.start_time = kol_ext.cur_time;
+    kol_ext.end_time = time;
+    kol_ext.time_breaked = false;
+    bool no_event_found = false;
+    kol_exec_all_event(no_event_found);
+}
+
+std::string tst_state_text(std::int8_t state) {
+    char two[2];
+    kol_state_to_statechar(state, two);
+    return {two, 2};
+}
+
+namespace {
+
+std::string text_from(const yx_list_state_rec_t* record) {
+    std::string text;
+    for (; record != nullptr; record = record->next)
+        text +=
+            (text.empty() ? "" : " ") + std::to_string(record->time) + ":" + tst_state_text(record->state);
+    return text;
+}
+
+}  // namespace
+
+std::string tst_history_of(std::string_view net) { return text_from(tst_net(net).UU.U1.first_state); }
+
+std::string tst_changes_of(std::string_view net) {
+    const yx_list_state_rec_t* first = tst_net(net).UU.U1.first_state;
+    return first == nullptr ? "not observed" : text_from(first->next);
+}
