@@ -32,7 +32,7 @@ struct timing_reader {
 };
 
 void refuse(timing_reader& r, const std::string& place, std::string_view what) {
-    xp_fail(r.status, xp_fault::bad_timing, r.path + ": " + place, what);
+    xp_fail(r.status, xp_fault::bad_timing, r.path + (place.empty() ? "" : ": ") + place, what);
 }
 
 template <typename Owner>

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <vector>
 
 #include "expand/buses_out.h"
@@ -25,6 +26,10 @@ public:
 
     void write(std::string_view text, xp_status& status) {
         if (!xp_ok(status)) return;
+        if (std::filesystem::is_directory(path_)) {  // a rename onto it would fail too late
+            errno = EISDIR;
+            return fail(status);
+        }
         std::FILE* file = std::fopen(name_.c_str(), "wb");
         exists_ = file != nullptr;
         bool ok = exists_ && std::fwrite(text.data(), 1, text.size(), file) == text.size();

@@ -59,8 +59,10 @@ const std::string& key_of(const reader& r) { return r.frames[r.depth - 1].key; }
 
 // The keys that lead to the value being read, as a path.
 std::string place_text(const reader& r) {
-    std::string text = r.path + ": ";
-    for (std::size_t i = 0; i < r.depth; ++i) text += (i == 0 ? "" : "/") + r.frames[i].key;
+    std::string text = r.path;
+    for (std::size_t i = 0; i < r.depth; ++i)
+        if (!r.frames[i].is_array && !r.frames[i].key.empty())
+            text += (i == 0 ? ": " : "/") + r.frames[i].key;
     return text;
 }
 
@@ -202,15 +204,6 @@ constexpr scalar_row scalar_rows[] = {
 };
 // clang-format on
 
-bool take_scalar(reader& r, const scalar& value) {
-    const place at = r.depth == 0 ? place::root : r.frames[r.depth - 1].at;
-    if (at == place::skipped) return true;
-    for (const scalar_row& row : scalar_rows)
-        if (row.at == at && (row.key.empty() || row.key == key_of(r)))
-            return row.set(r, value) || refuse(r, row.expected);
-    return true;
-}
-
 // ---- objects and arrays
 
 std::uint32_t size_of(std::size_t count) { return static_cast<std::uint32_t>(count); }
@@ -275,6 +268,27 @@ constexpr branch_row branch_rows[] = {
 };
 // clang-format on
 
+const branch_row* find_branch(const reader& r, place at) {
+    for (const branch_row& row : branch_rows)
+        if (row.from == at && (row.key.empty() || row.key == key_of(r))) return &row;
+    return nullptr;
+}
+
+const char* expected_of(const branch_row& row) {
+    return row.is_array ? "expected an array" : "expected an object";
+}
+
+bool take_scalar(reader& r, const scalar& value) {
+    if (r.depth == 0) return refuse(r, "expected an object");
+    const place at = r.frames[r.depth - 1].at;
+    if (at == place::skipped) return true;
+    for (const scalar_row& row : scalar_rows)
+        if (row.at == at && (row.key.empty() || row.key == key_of(r)))
+            return row.set(r, value) || refuse(r, row.expected);
+    const branch_row* branch = find_branch(r, at);
+    return branch == nullptr || refuse(r, expected_of(*branch));
+}
+
 void push(reader& r, place at, bool is_array) {
     if (r.depth == r.frames.size()) r.frames.emplace_back();
     r.frames[r.depth].at = at;
@@ -289,15 +303,10 @@ bool begin(reader& r, bool is_array) {
     }
     const place at = r.frames[r.depth - 1].at;
     if (at == place::bits) return refuse(r, scalar_rows[0].expected);
-    for (const branch_row& row : branch_rows) {
-        if (row.from != at || (!row.key.empty() && row.key != key_of(r))) continue;
-        if (row.is_array != is_array)
-            return refuse(r, row.is_array ? "expected an array" : "expected an object");
-        row.begin(r);
-        push(r, row.to, is_array);
-        return true;
-    }
-    push(r, place::skipped, is_array);
+    const branch_row* row = find_branch(r, at);
+    if (row != nullptr && row->is_array != is_array) return refuse(r, expected_of(*row));
+    if (row != nullptr) row->begin(r);
+    push(r, row != nullptr ? row->to : place::skipped, is_array);
     return true;
 }
 

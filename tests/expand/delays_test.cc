@@ -1,0 +1,115 @@
+// The delays of cells: the rule, timing files, delay files, and what is refused in them.
+#include "expand/delays.h"
+#include "expansion.h"
+#include "support/design_build.h"
+
+namespace {
+
+class delays : public expansion {
+protected:
+    // "min:typ:max/min:typ:max" of an instance's output pin.
+    static std::string of(const std::string& instance) {
+        const yx_pin_record_t& pin = tst_pin(instance + "/Y");
+        std::string text;
+        for (const std::int32_t* edge : {pin.rise, pin.fall})
+            text += (text.empty() ? "" : "/") + std::to_string(edge[0]) + ":" + std::to_string(edge[1]) +
+                    ":" + std::to_string(edge[2]);
+        return text;
+    }
+};
+
+// inv has 1 load, nand 6 (five pins and a port), the bits of word 1 and 0; mux reads 3 inputs.
+constexpr std::string_view netlist =
+    "module leaf; in i 2; out o 3; cell $_NOT_ g A=2 Y=3\n"
+    "module top top; in a 2; in b 3; out y 5; out m 9\n"
+    "cell $_NOT_ inv A=2 Y=4; cell $_NAND_ nand A=4 B=3 Y=5; cell $_BUF_ l1 A=5 Y=6\n"
+    "cell $and word A=5,5 B=5,3 Y=7,8; cell $_MUX_ mux A=5 B=7 S=3 Y=9; cell leaf deep i=5 o=10";
+
+TEST_F(delays, follow_the_default_rule) {
+    start(netlist);
+    // Rise 2 + inputs + min(loads, 4), fall one less; 0.7 and 1.3 of it rounded.
+    const std::pair<const char*, const char*> rows[] = {
+        {"inv", "3:4:5/2:3:4"},     {"nand", "6:8:10/5:7:9"},   {"l1", "2:3:4/1:2:3"},
+        {"word[0]", "4:5:7/3:4:5"}, {"word[1]", "3:4:5/2:3:4"}, {"deep/g", "2:3:4/1:2:3"},
+    };
+    for (const auto& [instance, text] : rows) EXPECT_EQ(of(instance), text) << instance;
+    // The last gate of a multiplexer has what two gates of one step before it leave of 2 + 3 + 1.
+    EXPECT_EQ(of("mux"), "2:4:6/2:3:5");
+    EXPECT_EQ(of("mux.g1"), "1:1:1/1:1:1");
+    EXPECT_EQ(yx_sext.time_step, 1.0F);
+}
+
+TEST_F(delays, follow_a_timing_file) {
+    const std::string timing = file("timing.json", R"({
+        "factors": {"minimum": 0.5, "maximum": 2},
+        "default": {"rise": {"base": 10}, "fall": {"base": 0, "per_input": 0.25, "per_load": 0}},
+        "cells": {"$_NAND_": {"rise": {"base": 1, "per_input": 2, "per_load": 3.5, "load_cap": 5}},
+                  "$_BUF_": {"rise": {"base": 0.4, "per_input": 0, "per_load": 0}}}})");
+    start(netlist, "--timing", timing);
+    const std::pair<const char*, const char*> rows[] = {{"inv", "6:12:24/1:1:2"},
+                                                        {"nand", "12:23:46/1:1:2"},
+                                                        {"l1", "1:1:2/1:1:2"},
+                                                        {"deep/g", "6:11:22/1:1:2"}};
+    for (const auto& [instance, text] : rows) EXPECT_EQ(of(instance), text) << instance;
+}
+
+TEST_F(delays, of_single_cells_come_from_a_delay_file) {
+    const std::string lines =
+        "inv\t10\t7\r\n\n/nand\t1:2:3\t5:5:9\nword\t20\t30\ndeep/g\t100000000\t1\nmux\t1\t9";
+    start(netlist, "--delays", file("delays.tsv", lines));
+    const std::pair<const char*, const char*> rows[] = {{"inv", "7:10:13/5:7:9"},
+                                                        {"nand", "1:2:3/5:5:9"},
+                                                        {"word[0]", "14:20:26/21:30:39"},
+                                                        {"word[1]", "14:20:26/21:30:39"},
+                                                        {"l1", "2:3:4/1:2:3"},
+                                                        {"mux", "1:1:1/4:7:10"},
+                                                        {"deep/g", "70000000:100000000:100000000/1:1:1"}};
+    for (const auto& [instance, text] : rows) EXPECT_EQ(of(instance), text) << instance;
+    start(netlist, "--time-step", "0.25");
+    EXPECT_EQ(yx_sext.time_step, 0.25F);
+}
+
+TEST_F(delays, that_do_not_belong_there_are_refused_with_their_place) {
+    const std::string tabs = "bad delay: expected cell, rise and fall between tabs";
+    const std::string steps =
+        "bad delay: a delay is a whole number of steps from 1 on, or minimum:typical:maximum";
+    const std::tuple<const char*, const char*, std::string> rows[] = {
+        {"--delays", "inv\t1\t1\ninv 2 2", "FILE: line 2: " + tabs},
+        {"--delays", "inv\t1", "FILE: line 1: " + tabs},
+        {"--delays", "inv\t1\t1\t1", "FILE: line 1: " + tabs},
+        {"--delays", "\t1\t1", "FILE: line 1: " + tabs},
+        {"--delays", "\n\ninv\t0\t1", "FILE: line 3: " + steps},
+        {"--delays", "inv\t1\t-1", "FILE: line 1: " + steps},
+        {"--delays", "inv\t1.5\t1", "FILE: line 1: " + steps},
+        {"--delays", "inv\t1 \t1", "FILE: line 1: " + steps},
+        {"--delays", "inv\t100000001\t1", "FILE: line 1: " + steps},
+        {"--delays", "inv\t1:2\t1", "FILE: line 1: " + steps},
+        {"--delays", "inv\t1:2:3:4\t1", "FILE: line 1: " + steps},
+        {"--delays", "inv\t3:2:4\t1", "FILE: line 1: " + steps},
+        {"--delays", "inv\t:2:4\t1", "FILE: line 1: " + steps},
+        {"--delays", "inv\t1\t1\n/inv\t2\t2", "FILE: line 2: bad delay: cell \"inv\" again"},
+        {"--delays", "inv\t1\t1\nno\t1\t1\ng\t1\t1", "--delays: line 2: bad delay: no cell \"no\""},
+        {"--timing", "{\"factors\": ", "FILE: malformed JSON"},
+        {"--timing", "[]", "FILE: bad timing: expected an object"},
+        {"--timing", R"({"cell": {}})", "FILE: bad timing: unknown key \"cell\""},
+        {"--timing", R"({"factors": {"minimum": -1}})",
+         "FILE: factors/minimum: bad timing: expected a number from 0 on"},
+        {"--timing", R"({"factors": {"minimum": 1.1}})",
+         "FILE: factors: bad timing: minimum is at most 1 and maximum at least 1"},
+        {"--timing", R"({"default": {"up": {}}})", "FILE: default: bad timing: unknown key \"up\""},
+        {"--timing", R"({"default": {"rise": 3}})", "FILE: default/rise: bad timing: expected an object"},
+        {"--timing", R"({"cells": {"$_NOT_": {"fall": {"base": "2"}}}})",
+         "FILE: cells/$_NOT_/fall/base: bad timing: expected a number from 0 on"},
+        {"--timing", R"({"cells": {"$_NOT": {}}})", "FILE: cells: bad timing: unknown cell type \"$_NOT\""},
+        {"--timing", R"({"cells": {"$_NOT_": {"setup": 1}}})",
+         "FILE: cells/$_NOT_: bad timing: unknown key \"setup\""},
+    };
+    for (const auto& [option, text, message] : rows) {
+        const std::string path = file("given", text);
+        std::string expected = message;
+        if (expected.starts_with("FILE")) expected.replace(0, 4, path);
+        EXPECT_EQ(expand(netlist, option, path), expected) << text;
+    }
+}
+
+}  // namespace
