@@ -1,6 +1,7 @@
 #include "app/startup.h"
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
@@ -113,6 +114,15 @@ void empty_parameters() {
     empty.char_[0] = ' ';
     kol_ext.ext_arg.fill(empty);
     kol_ext.top_var.fill(empty);
+}
+
+// The '!' escape finds the installation's own programs first.
+void find_programs() {
+    const std::string folder = tm_installation_root() + "/kolv/bin";
+    if (::access(folder.c_str(), X_OK) != 0) return;
+    const char* path = xgetenv("PATH");
+    const std::string all = path != nullptr && path[0] != '\0' ? folder + ":" + path : folder;
+    ::setenv("PATH", all.c_str(), 1);
 }
 
 tm_bounds_t create_window() {
@@ -242,6 +252,7 @@ void initialize() {
     take_directory();
     empty_parameters();
     kol_initparam_before();
+    find_programs();
     const tm_bounds_t bitmap = create_window();
     open_transcript();
     kol_set_list_geometry(bitmap.ymax);

@@ -55,14 +55,6 @@ TEST_F(interpreter_session, shows_help_files) {
                                    "# !! : \"" + path + "list_commands"}));
 }
 
-TEST_F(interpreter_session, has_help_for_every_command_that_is_served) {
-    const std::filesystem::path installed = std::filesystem::path(KOLV_SOURCE_DIR) / "share/kolv/help";
-    for (const kol_command_row_t& row : kol_command_table()) {
-        if (row.group == "$" || (row.handler == nullptr && row.variable_handler == nullptr)) continue;
-        EXPECT_TRUE(std::filesystem::exists(installed / ("kol_1_" + kol_help_topic(row)))) << row.canonical;
-    }
-}
-
 void expect_expansions(const std::vector<std::pair<std::string, std::string>>& cases) {
     for (const auto& [typed, entry] : cases) {
         seen.entry = "nothing";
