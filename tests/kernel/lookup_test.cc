@@ -60,6 +60,8 @@ TEST(lookup, takes_the_first_net_by_index) {
     }
 }
 
+// A name that nothing has but that ends in an object means, among nets of the level, those with that object
+// as a child there, and among the others those that are it.
 TEST(lookup, reads_objects_of_the_current_sheet) {
     build(
         "net a; net w path /x/N_7 object 9; sub v of w path /x/N_6; net c path /c; child c path /x/N_8;"
@@ -70,13 +72,11 @@ TEST(lookup, reads_objects_of_the_current_sheet) {
              {"/x/", "n_7", 4, "/x/N_7"},
              {"/x/", "N_6", 4, "/x/N_7"},
              {"/x/", "N_8", 4, "/c"},
-             {"/x/", "N_4", 0, ""},  // names of children do not count here
+             {"/x/", "N_4", 0, ""},
              {"/", "N_7", 0, ""},
              {"/x/", "N_0", 0, ""},
              {"/x/", "N_51", 0, ""},
              {"/x/", "N_x", 0, ""},
-             // A path that nothing has, ending in an object: nets of the level by their children there,
-             // others by themselves.
              {"/u/", "/p/N_11", 3, "/o"},
              {"/u/", "/n_12", 3, "/m"},
              {"/w/", "/p/N_11", 3, "/m"},

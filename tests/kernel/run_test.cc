@@ -31,7 +31,6 @@ void build(std::string_view design, std::int16_t spike_model) {
 }
 
 struct scenario {
-    const char* name;
     std::int16_t spike_model;
     const char* design;
     const char* stimuli;
@@ -40,59 +39,41 @@ struct scenario {
 };
 
 void expect_scenario(const scenario& s) {
-    SCOPED_TRACE(s.name);
+    SCOPED_TRACE(testing::Message() << s.design << ", " << s.stimuli << ", spike model " << s.spike_model);
     build(s.design, s.spike_model);
     for (const auto& [net, changes] : s.changes) kol_observe_net(&tst_net(net));
     tst_schedule(s.stimuli);
     tst_run_until(1000);
     for (const auto& [net, changes] : s.changes) EXPECT_EQ(tst_changes_of(net), changes) << net;
     EXPECT_EQ(tst_take_lines(), s.lines);
-    EXPECT_EQ(tm_vext.num_warnings, std::ranges::count_if(s.lines, [](const std::string& line) {
-                  return line.starts_with("# !! ");
-              }));
+    const auto is_first = [](const std::string& line) { return line.starts_with("# !! "); };
+    EXPECT_EQ(tm_vext.num_warnings, std::ranges::count_if(s.lines, is_first));
 }
 
 // ---- resolution and hazards
 
-lines_t pin_hazard(const char* time, const char* pin) {
-    return {std::string("# !! WARNING : HAZARD Condition  on pin : time = ") + time,
-            std::string("#   pin : ") + pin, "#   more than 1 event(not equal) at this time "};
+const lines_t pin_hazard{"# !! WARNING : HAZARD Condition  on pin : time = 10.000", "#   pin : \"/g/O\" ",
+                         "#   more than 1 event(not equal) at this time "};
+lines_t bit_hazard(const char* bit) {
+    return {pin_hazard[0], std::string("#   pin : \"/g/O\"  ") + bit, pin_hazard[2]};
 }
-lines_t net_hazard(const char* time, const char* net) {
-    return {std::string("# !! WARNING : HAZARD Condition on net : time = ") + time,
-            std::string("#   net : ") + net, "#   You FORCE a state incompatible to existing events "};
-}
-lines_t fixed_net(const char* time, const char* net) {
-    return {std::string("# !! WARNING : You FORCE a FIXED net : time = ") + time,
-            std::string("#   net : ") + net};
-}
+const lines_t net_hazard{"# !! WARNING : HAZARD Condition on net : time = 10.000", "#   net : \"/a\" ",
+                         "#   You FORCE a state incompatible to existing events "};
+const lines_t fixed_nets{"# !! WARNING : You FORCE a FIXED net : time = 100.000", "#   net : \"/f\" ",
+                         "# !! WARNING : You FORCE a FIXED net : time = 106.000", "#   net : \"/f\" "};
 
+// clang-format off
 TEST(run, resolves_the_drivers_of_a_net_tree) {
+    const char* const conflict = "and g1 y = a; and g2 y = b; and g3 z = y rise 1 fall 1";
     for (const scenario& s : {
-             scenario{"conflict",
-                      check_off,
-                      "and g1 y = a; and g2 y = b; and g3 z = y rise 1 fall 1",
-                      "a=1@10 b=0@20 b=1@30",
-                      {{"y", "10:1S 20:iS 30:1S"}, {"z", "11:1S 21:iS 31:1S"}},
-                      {}},
-             {"conflict at one time",
-              check_off,
-              "and g1 y = a; and g2 y = b; and g3 z = y rise 1 fall 1",
-              "a=1@10 b=0@10",
-              {{"y", "10:iS"}, {"z", "11:iS"}},
-              {}},
-             {"weaker driver",
-              check_off,
-              "and g1 y = a drive SSSZ; and g2 y = b drive WWWW",
-              "a=1@10 b=0@20 a=0@30 a=1@40",
-              {{"y", "10:1Z 20:0W 30:0S 40:0W"}},
-              {}},
-             {"sub-nets",
-              check_off,
+             scenario{check_off, conflict, "a=1@10 b=0@20 b=1@30",
+                      {{"y", "10:1S 20:iS 30:1S"}, {"z", "11:1S 21:iS 31:1S"}}, {}},
+             {check_off, conflict, "a=1@10 b=0@10", {{"y", "10:iS"}, {"z", "11:iS"}}, {}},
+             {check_off, "and g1 y = a drive SSSZ; and g2 y = b drive WWWW", "a=1@10 b=0@20 a=0@30 a=1@40",
+              {{"y", "10:1Z 20:0W 30:0S 40:0W"}}, {}},
+             {check_off,
               "net t; sub s1 of t; sub s2 of s1; sub s3 of t; and g1 s2 = a; and g2 s3 = b; and g3 z = s2",
-              "a=1@10 b=0@20",
-              {{"t", "10:1S 20:iS"}, {"z", "10:1S 20:iS"}},
-              {}},
+              "a=1@10 b=0@20", {{"t", "10:1S 20:iS"}, {"z", "10:1S 20:iS"}}, {}},
          })
         expect_scenario(s);
 }
@@ -100,37 +81,17 @@ TEST(run, resolves_the_drivers_of_a_net_tree) {
 TEST(run, reports_hazards_and_forces_of_fixed_nets) {
     for (const scenario& s : {
              // The gate with the higher priority changes twice at 10; the second change is dropped.
-             scenario{"pin hazard",
-                      check_off,
-                      "nand n c = a; and g y = a c prio 5",
-                      "a=0@1 a=1@10 a=0@20",
-                      {{"y", "1:0S 10:1S 20:0S"}},
-                      pin_hazard("10.000", "\"/g/O\" ")},
+             scenario{check_off, "nand n c = a; and g y = a c prio 5", "a=0@1 a=1@10 a=0@20",
+                      {{"y", "1:0S 10:1S 20:0S"}}, pin_hazard},
              // Each bit goes directly behind the event that is executed, so the last bit comes first.
-             {"pin hazard of bits",
-              check_off,
-              "bus d 2; nand n c = a; and g d = a c prio 5",
-              "a=0@1 a=1@10",
-              {{"d[0]", "1:0S 10:1S"}, {"d[1]", "1:0S 10:1S"}},
-              pin_hazard("10.000", "\"/g/O\"  [2] ") + pin_hazard("10.000", "\"/g/O\"  [1] ")},
-             {"net hazard",
-              check_off,
-              "and g y = a rise 1 fall 1",
-              "a=1@0 a=0@0 a=1@10 a=1@10 a=0@10",
-              {{"a", "10:0S"}},
-              net_hazard("10.000", "\"/a\" ")},
-             {"force against a driver",
-              check_off,
-              "and g y = a",
-              "a=1@10 y=0@20 y=1@30 a=0@30",
-              {{"y", "10:1S 20:0S 30:0S"}},
-              {}},
-             {"fixed net",
-              kol_indgene,
-              "net f fixed; and g f = a; and h z = f irise 8 ifall 8",
+             {check_off, "bus d 2; nand n c = a; and g d = a c prio 5", "a=0@1 a=1@10",
+              {{"d[0]", "1:0S 10:1S"}, {"d[1]", "1:0S 10:1S"}}, bit_hazard("[2] ") + bit_hazard("[1] ")},
+             {check_off, "and g y = a rise 1 fall 1", "a=1@0 a=0@0 a=1@10 a=1@10 a=0@10", {{"a", "10:0S"}},
+              net_hazard},
+             {check_off, "and g y = a", "a=1@10 y=0@20 y=1@30 a=0@30", {{"y", "10:1S 20:0S 30:0S"}}, {}},
+             {kol_indgene, "net f fixed; and g f = a; and h z = f irise 8 ifall 8",
               "f=1@0 a=0@5 f=0@100 a=1@102 f=1@106",
-              {{"f", "100:0S 106:1S"}, {"z", "8:1S 108:0S 114:1S"}},
-              fixed_net("100.000", "\"/f\" ") + fixed_net("106.000", "\"/f\" ")},
+              {{"f", "100:0S 106:1S"}, {"z", "8:1S 108:0S 114:1S"}}, fixed_nets},
          })
         expect_scenario(s);
 }
@@ -138,89 +99,52 @@ TEST(run, reports_hazards_and_forces_of_fixed_nets) {
 // ---- spikes
 
 // A pulse of 6 through a driver of 10, a fed pin of 4 and one of 8.
-const char* const pulse_design =
-    "and g y = a rise 10 fall 10; and h z = y irise 4 ifall 4; "
-    "and k w = y irise 8 ifall 8";
+const char* const pulse_design = "and g y = a rise 10 fall 10; and h z = y irise 4 ifall 4; "
+                                 "and k w = y irise 8 ifall 8";
 const char* const pulse = "a=0@0 a=1@100 a=0@106";
 const lines_t driver_spike{"# !! SPIKE on pin : \"/g/O\" ", "#   To net : \"/y\" ",
                            "#   time:110.000 -->116.000 <-> spike:6.000 (<10.000) "};
-lines_t fed_spike(const std::string& time) {
-    return {"# !! SPIKE on pin : \"/k/I1\" ", "#    From pin : \"/g/O\" ",
-            time + "<-> spike:6.000 (<8.000) "};
-}
+const lines_t fed_spike{"# !! SPIKE on pin : \"/k/I1\" ", "#    From pin : \"/g/O\" ",
+                        "#    time:116.000 -->110.000 <-> spike:6.000 (<8.000) "};
+const lines_t earlier_fed_spike{fed_spike[0], fed_spike[1],
+                                "#    time:106.000 -->100.000 <-> spike:6.000 (<8.000) "};
+const lines_t force_spike{"# !! SPIKE on pin : \"/g/I1\" ", "#   From net : \"/a\" ",
+                          "#   time:100.000 -->106.000 <-> spike:6.000 (<8.000) "};
 
 TEST(run, lets_each_spike_model_shape_a_short_pulse) {
-    const lines_t both = driver_spike + fed_spike("#    time:116.000 -->110.000 ");
+    const char* const fed = "and g y = a irise 8 ifall 8";
     for (const scenario& s : {
-             scenario{
-                 "off",
-                 check_off,
-                 pulse_design,
-                 pulse,
-                 {{"y", "10:0S 110:1S 116:0S"}, {"z", "14:0S 114:1S 120:0S"}, {"w", "18:0S 118:1S 124:0S"}},
-                 {}},
-             {"no suppression",
-              kol_nosuppress,
-              pulse_design,
-              pulse,
+             scenario{check_off, pulse_design, pulse,
+                      {{"y", "10:0S 110:1S 116:0S"}, {"z", "14:0S 114:1S 120:0S"}, {"w", "18:0S 118:1S 124:0S"}}, {}},
+             {kol_nosuppress, pulse_design, pulse,
               {{"y", "10:0S 110:1S 116:0S"}, {"z", "14:0S 114:1S 120:0S"}, {"w", "18:0S 118:1S 124:0S"}},
-              both},
-             {"suppression",
-              kol_suppress,
-              pulse_design,
-              pulse,
-              {{"y", "10:0S"}, {"z", "14:0S"}, {"w", "18:0S"}},
-              both},
-             {"indeterminate",
-              kol_indgene,
-              pulse_design,
-              pulse,
+              driver_spike + fed_spike},
+             {kol_suppress, pulse_design, pulse, {{"y", "10:0S"}, {"z", "14:0S"}, {"w", "18:0S"}},
+              driver_spike + fed_spike},
+             {kol_indgene, pulse_design, pulse,
               {{"y", "10:0S 110:iS 116:0S"}, {"z", "14:0S 114:iS 120:0S"}, {"w", "18:0S 118:iS 124:0S"}},
-              both},
-             {"pessimistic",
-              kol_pessimistic,
-              pulse_design,
-              pulse,
+              driver_spike + fed_spike},
+             {kol_pessimistic, pulse_design, pulse,
               {{"y", "10:0S 100:iS 116:0S"}, {"z", "14:0S 114:iS 120:0S"}, {"w", "18:0S 118:iS 124:0S"}},
-              driver_spike + fed_spike("#    time:106.000 -->100.000 ")},
-             {"as long as the delay",
-              kol_indgene,
-              "and g y = a rise 10 fall 10",
-              "a=0@0 a=1@100 a=0@110",
-              {{"y", "10:0S 110:1S 120:0S"}},
-              {}},
-             {"of a force",
-              kol_indgene,
-              "and g y = a irise 8 ifall 8",
-              pulse,
-              {{"a", "100:1S 106:0S"}, {"y", "8:0S 108:1S 114:0S"}},
-              {"# !! SPIKE on pin : \"/g/I1\" ", "#   From net : \"/a\" ",
-               "#   time:100.000 -->106.000 <-> spike:6.000 (<8.000) "}},
-             {"of a force, suppressed",
-              kol_suppress,
-              "and g y = a irise 8 ifall 8",
-              pulse,
-              {{"a", "100:1S 106:0S"}, {"y", "8:0S"}},
-              {"# !! SPIKE on pin : \"/g/I1\" ", "#   From net : \"/a\" ",
-               "#   time:100.000 -->106.000 <-> spike:6.000 (<8.000) "}},
-             // Two changes of a net at one time: merged with the state before both, in a spike with the
-             // first.
-             {"merged",
-              check_off,
-              "and g1 y = a rise 2 fall 2 drive SZSS; and g2 y = b rise 2 fall 2 drive WWWW",
-              "a=1@0 b=0@0 a=0@10 b=1@10 b=0@11",
-              {{"y", "2:1S 12:1S 13:0W"}},
-              {}},
-             {"merged spike",
-              kol_nosuppress,
-              "and g1 y = a rise 2 fall 2 drive SZSS; and g2 y = b rise 2 fall 2 drive WWWW",
-              "a=1@0 b=0@0 a=0@10 b=1@10 b=0@11",
-              {{"y", "2:1S 12:iW 13:0W"}},
-              {"# !! SPIKE on pin : \"/g2/O\" ", "#   To net : \"/y\" ",
-               "#   time:12.000 -->13.000 <-> spike:1.000 (<2.000) "}},
+              driver_spike + earlier_fed_spike},
+             // As long as the delay is no spike.
+             {kol_indgene, "and g y = a rise 10 fall 10", "a=0@0 a=1@100 a=0@110", {{"y", "10:0S 110:1S 120:0S"}}, {}},
+             {kol_indgene, fed, pulse, {{"a", "100:1S 106:0S"}, {"y", "8:0S 108:1S 114:0S"}}, force_spike},
+             {kol_suppress, fed, pulse, {{"a", "100:1S 106:0S"}, {"y", "8:0S"}}, force_spike},
          })
         expect_scenario(s);
 }
+
+TEST(run, merges_two_changes_of_a_net_at_one_time) {
+    const char* const design = "and g1 y = a rise 2 fall 2 drive SZSS; and g2 y = b rise 2 fall 2 drive WWWW";
+    const char* const stimuli = "a=1@0 b=0@0 a=0@10 b=1@10 b=0@11";
+    // With the state before both, but in a spike with the one between.
+    expect_scenario({check_off, design, stimuli, {{"y", "2:1S 12:1S 13:0W"}}, {}});
+    expect_scenario({kol_nosuppress, design, stimuli, {{"y", "2:1S 12:iW 13:0W"}},
+                     {"# !! SPIKE on pin : \"/g2/O\" ", "#   To net : \"/y\" ",
+                      "#   time:12.000 -->13.000 <-> spike:1.000 (<2.000) "}});
+}
+// clang-format on
 
 TEST(run, shows_fed_pins_the_resolved_state_of_a_spike) {
     struct row {
@@ -394,31 +318,25 @@ void append_forces(const std::vector<force>& forces, kol_force_rec_t*& first, ko
 
 TEST(run, turns_forces_and_clocks_of_its_window_into_events) {
     struct row {
-        const char* name;
         std::vector<force> forces;
         std::int32_t period, block_start;
         std::vector<force> clocked;
         const char* events;  // of the window from 23 to 60
     };
     for (const row& r : {
-             row{"clock", {}, 10, 0, {{5, 19}}, "25:1S 35:1S 45:1S 55:1S"},
-             {"stop", {}, 10, 0, {{5, 19, 40}}, "25:1S 35:1S"},
-             {"stop at an event", {}, 10, 0, {{5, 19, 45}}, "25:1S 35:1S 45:1S"},
-             {"stopped before", {}, 10, 0, {{5, 19, 23}}, ""},
-             {"stop before the first event", {}, 10, 0, {{5, 19, 24}}, ""},
-             {"edges", {}, 10, 0, {{0, 17}, {5, 19}}, "25:1S 30:0S 35:1S 40:0S 45:1S 50:0S 55:1S"},
-             {"block begins earlier",
-              {},
-              10,
-              3,
-              {{0, 17}, {5, 19}},
-              "23:0S 28:1S 33:0S 38:1S 43:0S 48:1S 53:0S 58:1S"},
-             {"block begins later", {}, 10, 42, {{5, 19}}, "47:1S 57:1S"},
-             {"block begins at the end", {}, 10, 60, {{0, 19}}, ""},
-             {"no period", {}, 0, 0, {{30, 19}}, ""},
-             {"offset beyond the period", {}, 10, 0, {{25, 19}}, "45:1S 55:1S"},
-             {"window", {{22, 19}, {23, 17}, {59, 19}, {60, 17}}, 0, 0, {}, "23:0S 59:1S"},
-             {"one time", {{30, 17}, {30, 19}}, 30, 0, {{0, 18}, {0, 16}}, "30:1S 30:0S 30:xS 30:iS"},
+             row{{}, 10, 0, {{5, 19}}, "25:1S 35:1S 45:1S 55:1S"},
+             {{}, 10, 0, {{5, 19, 40}}, "25:1S 35:1S"},
+             {{}, 10, 0, {{5, 19, 45}}, "25:1S 35:1S 45:1S"},
+             {{}, 10, 0, {{5, 19, 23}}, ""},  // stopped before the run
+             {{}, 10, 0, {{5, 19, 24}}, ""},  // and before the first event
+             {{}, 10, 0, {{0, 17}, {5, 19}}, "25:1S 30:0S 35:1S 40:0S 45:1S 50:0S 55:1S"},
+             {{}, 10, 3, {{0, 17}, {5, 19}}, "23:0S 28:1S 33:0S 38:1S 43:0S 48:1S 53:0S 58:1S"},
+             {{}, 10, 42, {{5, 19}}, "47:1S 57:1S"},
+             {{}, 10, 60, {{0, 19}}, ""},
+             {{}, 0, 0, {{30, 19}}, ""},
+             {{}, 10, 0, {{25, 19}}, "45:1S 55:1S"},
+             {{{22, 19}, {23, 17}, {59, 19}, {60, 17}}, 0, 0, {}, "23:0S 59:1S"},
+             {{{30, 17}, {30, 19}}, 30, 0, {{0, 18}, {0, 16}}, "30:1S 30:0S 30:xS 30:iS"},
          }) {
         build("net a", kol_indgene);
         append_forces(r.forces, kol_ext.start_force, kol_ext.last_force);
@@ -434,7 +352,7 @@ TEST(run, turns_forces_and_clocks_of_its_window_into_events) {
         for (const yx_event_rec_t* event = kol_ext.cur_event; event != nullptr; event = event->next)
             events += (events.empty() ? "" : " ") + std::to_string(event->time) + ":" +
                       tst_state_text(event->state);
-        EXPECT_EQ(events, r.events) << r.name;
+        EXPECT_EQ(events, r.events) << r.period << " from " << r.block_start;
     }
 }
 

@@ -28,53 +28,26 @@ TEST(set_up, installs_the_handler_of_the_model_and_the_pin) {
         const char* pin;
         yx_procedure_t handler;  // none: the set-up says so
     };
+    // clang-format off
     for (const row& r : {
-             row{"AND", "X", kol_and_i1_hdler},
-             {"And", "X", kol_and_i1_hdler},
-             {"nand", "X", kol_nand_i1_hdler},
-             {"or", "X", kol_or_i1_hdler},
-             {"nor", "X", kol_nor_i1_hdler},
-             {"xor", "X", kol_xor_i1_hdler},
-             {"and2", "X", nullptr},
-             {"an", "X", nullptr},
-             {"dff", "d", kol_dff_d_hdler},
-             {"dff", "D1", nullptr},
-             {"dff", "CLK", kol_dff_clk_hdler},
-             {"DFF", "clkB", kol_dff_clk_hdler},
-             {"dff", "CL", nullptr},
-             {"dff", "CLKPP", nullptr},
-             {"dff", "CLR", nullptr},
-             {"dff", "RQ", kol_dff_r_hdler},
-             {"dff", "r", kol_dff_r_hdler},
-             {"dff", "RPX", nullptr},
-             {"dff", "SN", kol_dff_s_hdler},
-             {"dff", "SET", nullptr},
-             {"dff", "E", nullptr},
-             {"latch", "D", kol_latch_d_hdler},
-             {"latch", "EN", kol_latch_e_hdler},
-             {"latch", "ENA", nullptr},
-             {"latch", "R", kol_latch_r_hdler},
-             {"latch", "s", kol_latch_s_hdler},
-             {"latch", "CLK", nullptr},
-             {"stable", "D", kol_stable_d_hdler},
-             {"stable", "CLKN", kol_stable_clk_hdler},
-             {"stable", "E", kol_stable_e_hdler},
-             {"stable", "R", nullptr},
-             {"smos", "e", kol_smos_e_hdler},
-             {"smos", "EP", kol_smos_e_hdler},
-             {"smos", "ENA", kol_smos_d_hdler},
-             {"smos", "D", kol_smos_d_hdler},
-         }) {
+             row{"AND", "X", kol_and_i1_hdler}, {"And", "X", kol_and_i1_hdler}, {"nand", "X", kol_nand_i1_hdler},
+             {"or", "X", kol_or_i1_hdler}, {"nor", "X", kol_nor_i1_hdler}, {"xor", "X", kol_xor_i1_hdler},
+             {"and2", "X", nullptr}, {"an", "X", nullptr},
+             {"dff", "d", kol_dff_d_hdler}, {"dff", "D1", nullptr}, {"dff", "CLK", kol_dff_clk_hdler},
+             {"DFF", "clkB", kol_dff_clk_hdler}, {"dff", "CL", nullptr}, {"dff", "CLKPP", nullptr},
+             {"dff", "CLR", nullptr}, {"dff", "RQ", kol_dff_r_hdler}, {"dff", "r", kol_dff_r_hdler},
+             {"dff", "RPX", nullptr}, {"dff", "SN", kol_dff_s_hdler}, {"dff", "SET", nullptr}, {"dff", "E", nullptr},
+             {"latch", "D", kol_latch_d_hdler}, {"latch", "EN", kol_latch_e_hdler}, {"latch", "ENA", nullptr},
+             {"latch", "R", kol_latch_r_hdler}, {"latch", "s", kol_latch_s_hdler}, {"latch", "CLK", nullptr},
+             {"stable", "D", kol_stable_d_hdler}, {"stable", "CLKN", kol_stable_clk_hdler},
+             {"stable", "E", kol_stable_e_hdler}, {"stable", "R", nullptr},
+             {"smos", "e", kol_smos_e_hdler}, {"smos", "EP", kol_smos_e_hdler},
+             {"smos", "ENA", kol_smos_d_hdler}, {"smos", "D", kol_smos_d_hdler}}) {
+        // clang-format on
         tst_build(std::string(r.model) + " g = " + r.pin + ":a iprio 7");
         const std::string path = std::string("/g/") + r.pin;
         EXPECT_EQ(tst_pin(path).pin_hdler, r.handler) << r.model << ' ' << r.pin;
         EXPECT_EQ(tst_pin(path).pin_hdl_priority, r.handler == nullptr ? 1 : 7) << r.model << ' ' << r.pin;
-        const lines_t lines = tst_take_lines();
-        const auto line = std::ranges::find(lines, "# !! ERROR : NO  handler installed for PIN : ");
-        ASSERT_EQ(line == lines.end(), r.handler != nullptr) << r.model << ' ' << r.pin;
-        if (line != lines.end()) {
-            EXPECT_EQ(line[1], " !! \"" + path + "\"");
-        }
     }
 }
 

@@ -75,18 +75,11 @@ TEST(states, combine_in_the_gates) {
 }
 
 TEST(states, are_read_from_one_or_two_characters) {
-    for (const auto& [keyword, text] :
-         std::initializer_list<std::pair<const char*, const char*>>{{"0", "0S"},
-                                                                    {"1", "1S"},
-                                                                    {"i", "iS"},
-                                                                    {"I", "iS"},
-                                                                    {"X", "xS"},
-                                                                    {"x", "xS"},
-                                                                    {"1u", "1U"},
-                                                                    {"0Z", "0Z"},
-                                                                    {"xr", "xR"},
-                                                                    {"IW", "iW"},
-                                                                    {"1s", "1S"}}) {
+    // clang-format off
+    for (const auto& [keyword, text] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"0", "0S"}, {"1", "1S"}, {"i", "iS"}, {"I", "iS"}, {"X", "xS"}, {"x", "xS"}, {"1u", "1U"},
+             {"0Z", "0Z"}, {"xr", "xR"}, {"IW", "iW"}, {"1s", "1S"}}) {
+        // clang-format on
         std::int8_t state = -1;
         EXPECT_TRUE(kol_keyword_to_state(keyword, state)) << keyword;
         EXPECT_EQ(text_of(state), text) << keyword;
@@ -109,21 +102,15 @@ TEST(times, are_written_in_user_units_with_three_decimals) {
         std::int32_t time;
         const char* text;
     };
+    // clang-format off
     for (const row& r : {
-             row{0.5F, 1, 25, "12.500"},
-             {0.5F, 1, -3, "-1.500"},
-             {0.5F, 1, 1, "0.500"},
-             {0.5F, 1, 0, "0.0"},
-             {0, 1, 7, "0.0"},
-             {-1, 1, 7, "0.0"},
-             {1, 0, 7, "0.0"},
-             {1, 10, 25, "2.500"},
-             {1, 0.25F, 3, "12.000"},
+             row{0.5F, 1, 25, "12.500"}, {0.5F, 1, -3, "-1.500"}, {0.5F, 1, 1, "0.500"}, {0.5F, 1, 0, "0.0"},
+             {0, 1, 7, "0.0"}, {-1, 1, 7, "0.0"}, {1, 0, 7, "0.0"}, {1, 10, 25, "2.500"}, {1, 0.25F, 3, "12.000"},
              {1.9996F, 1, 1, "2.000"},          // the thousandths carry
              {0.99995F, 1, 1, "1.000"},         // the whole part is cut a little above
              {1, 1, 16777217, "16777216.000"},  // single precision
-             {1, 1, INT32_MIN, "-2147483648.000"},
-         }) {
+             {1, 1, INT32_MIN, "-2147483648.000"}}) {
+        // clang-format on
         set_scale(r.step, r.unit);
         tm_string_record_t text;
         kol_time_to_string(r.time, text);
@@ -138,30 +125,17 @@ TEST(times, are_read_in_user_units_and_rounded_to_steps) {
         std::int32_t time;
         bool is_error;
     };
+    // clang-format off
     for (const row& r : {
-             row{0.5F, 1, "12.5", 25, false},
-             {0.5F, 1, "1.26", 3, false},
-             {0.5F, 1, "0.75", 2, false},
-             {0.5F, 1, "-0.75", -1, false},
-             {0.5F, 1, "-0.5", -1, false},
-             {0.5F, 1, " -  0.5", -1, false},
-             {0.5F, 1, "1.2.3", 2, false},
-             {0.5F, 1, "  7 3ns", 14, false},
-             {0.5F, 1, "", 0, false},
-             {0.5F, 1, "   ", 0, false},
-             {0.5F, 1, "- ", 0, false},
-             {0.5F, 1, "3ns", 0, true},
-             {0.5F, 1, "--5", 0, true},
-             {0.5F, 1, "+5", 0, true},
-             {1, 10, "2.5", 25, false},
-             {0, 1, "5", 0, true},
-             {1, 0, "5", 0, true},
-             {0, 1, " ", 0, false},
-             {1, 1, "2147483647", INT32_MAX, false},
-             {0.5F, 1, "2147483647", 0, true},
-             {1, 1, "99999999999", 0, true},
-             {1, 1, "1.0000000000000000000001", 1, false},
-         }) {
+             row{0.5F, 1, "12.5", 25, false}, {0.5F, 1, "1.26", 3, false}, {0.5F, 1, "0.75", 2, false},
+             {0.5F, 1, "-0.75", -1, false}, {0.5F, 1, "-0.5", -1, false}, {0.5F, 1, " -  0.5", -1, false},
+             {0.5F, 1, "1.2.3", 2, false}, {0.5F, 1, "  7 3ns", 14, false}, {0.5F, 1, "", 0, false},
+             {0.5F, 1, "   ", 0, false}, {0.5F, 1, "- ", 0, false}, {0.5F, 1, "3ns", 0, true},
+             {0.5F, 1, "--5", 0, true}, {0.5F, 1, "+5", 0, true}, {1, 10, "2.5", 25, false},
+             {0, 1, "5", 0, true}, {1, 0, "5", 0, true}, {0, 1, " ", 0, false},
+             {1, 1, "2147483647", INT32_MAX, false}, {0.5F, 1, "2147483647", 0, true},
+             {1, 1, "99999999999", 0, true}, {1, 1, "1.0000000000000000000001", 1, false}}) {
+        // clang-format on
         set_scale(r.step, r.unit);
         std::int32_t time = 77;
         bool is_error = !r.is_error;
