@@ -9,7 +9,7 @@ import subprocess
 import time
 import unittest
 
-from kolv_session import BIN, Display, work_directory
+from kolv_session import BIN, SOURCE, Display, work_directory
 
 ABORTED, KILLED = -6, -9
 FATAL = " ?? error in tm_package  code : %d\n ?? error  : %30s\n"
@@ -132,8 +132,9 @@ class StartUp(unittest.TestCase):
         full = [self.directory, "TYP", commands, "design_yx", *map(str, range(35))]  # 40 with the program name
         self.expect(full, title() + BANNER + SUMMARY % ("0 error", "0 warning"), KILLED)
         transcript = (self.directory / "current_session").read_text().splitlines()
+        self.assertEqual(transcript[:2], [("# DO %s/share/kolv/init_key " % SOURCE)[:98], "# End of DO "])
         called = "# DO %s %s " % (commands, " ".join(map(str, range(28))))  # a command has 30 keywords
-        self.assertEqual(transcript[1:], [called[:98], "# COMmand '0.1.2' ", "0.1.2 ", " BYE "])
+        self.assertEqual(transcript[3:], [called[:98], "# COMmand '0.1.2' ", "0.1.2 ", " BYE "])
         self.assertTrue((self.directory / "debug_kolv").stat().st_size > 0)
         self.assertTrue((self.cwd / "debug_kolv2").exists())
 

@@ -111,6 +111,10 @@ class UnderAWindowManager(Window):
         self.see(" SPIke MIN 4.000")
         self.see(" SPIke MIN 3.000", times=2)  # arrow keys act on the press and on the release
         self.see(" SPIke MIN 2.000")
+        self.xdotool("key", "Prior")  # the programs of the installation
+        self.see(" HELp MENUS ")
+        self.xdotool("key", "Next")
+        self.see(" STAtus KEY ")
         self.xdotool("key", "ctrl+c")
         self.see(" BYE ")
         self.expect_end()
@@ -132,7 +136,7 @@ class UnderAWindowManager(Window):
         self.send("DO long.cmd")
         self.see(" SYSTem 'sleep 0.05' ", times=3)
         self.xdotool("key", "ctrl+a")
-        self.see("# End of DO ", times=2)
+        self.see("# End of DO ", times=3)  # that of the key file, of the start and of long.cmd
         self.assertLess(self.transcript().count(" SYSTem 'sleep 0.05' "), 400)
 
 
