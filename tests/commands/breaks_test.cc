@@ -11,13 +11,11 @@ TEST_F(breaks, a_wrong_break_is_refused_and_kept_out) {
     const std::string state = "# !! Error : state invalid ( 3rd parameter ) ";
     const std::string no_net = "# !! Error : NET not found ";
     expect_each(
-        {{"break a", refused("BREAK a ", count_error)},
-         {"break a 1 2", refused("BREAK a 1 2 ", count_error)},
+        {{"break a 1 2", refused("BREAK a 1 2 ", count_error)},
          {"break 9a 999",
           {"# BREAK 9a 999 ", "# !! Error : 2nd parameter invalid ( should begin with letter or \"/\") ",
            "# parameter : \"9a\" "}},
          {"break no 1sx", refused("BREAK no 1sx ", length)},
-         {"break no 2", refused("BREAK no 2 ", state)},
          {"break no 1q", refused("BREAK no 1q ", state)},
          {"break no 1", refused("BREAK no 1 ", no_net)},
          {"break d 1", refused("BREAK d 1 ", no_net)}});
