@@ -52,6 +52,7 @@ TEST(lookup, takes_the_first_net_by_index) {
     for (const auto& [design, net] : std::initializer_list<std::pair<const char*, const char*>>{
              {"net a p; net n path /g/I1; and g z = p", "/p"},
              {"net a; net n path /g/I1; net p; and g z = p", "/g/I1"},
+             {"net a t; net n path /g/I1; sub s of t; and g z = s", "/g/I1"},
              {"net a p q; child q name /g/i1 path /q/c; child p path /G/I1", "/p"},
              {"net a; net n name /g/I1 path /first; net m path /g/I1", "/first"},
          }) {
@@ -66,7 +67,8 @@ TEST(lookup, reads_objects_of_the_current_sheet) {
     build(
         "net a; net w path /x/N_7 object 9; sub v of w path /x/N_6; net c path /c; child c path /x/N_8;"
         "net e path /e; child e name /x/N_4 path /e/c; and x/N_3 z = a;"
-        "net m name /u/m object 11; child m path /u/k object 12; net o object 11; net q object 12 name /v/q");
+        "net m name /u/m object 11; child m path /u/k object 12; child m path /z/k object 13; net o object "
+        "11; net q object 12 name /v/q");
     for (const lookup& l : std::initializer_list<lookup>{
              {"/x/", "N_7", 4, "/x/N_7"},
              {"/x/", "n_7", 4, "/x/N_7"},
@@ -84,6 +86,7 @@ TEST(lookup, reads_objects_of_the_current_sheet) {
              {"/x/", "/x/N_7", 3, "/x/N_7"},
              {"/w/", "/p/N_51", 0, ""},
              {"/w/", "/p/N_13", 0, ""},
+             {"/u/", "/p/N_13", 0, ""},
              {"/w/", "/p/11", 0, ""},
          })
         expect_lookup(l);

@@ -128,7 +128,7 @@ TEST(run, lets_each_spike_model_shape_a_short_pulse) {
               {{"y", "10:0S 100:iS 116:0S"}, {"z", "14:0S 114:iS 120:0S"}, {"w", "18:0S 118:iS 124:0S"}},
               driver_spike + earlier_fed_spike},
              // As long as the delay is no spike.
-             {kol_indgene, "and g y = a rise 10 fall 10", "a=0@0 a=1@100 a=0@110", {{"y", "10:0S 110:1S 120:0S"}}, {}},
+             {kol_indgene, "and g y = a irise 6 ifall 6", pulse, {{"y", "6:0S 106:1S 112:0S"}}, {}},
              {kol_indgene, fed, pulse, {{"a", "100:1S 106:0S"}, {"y", "8:0S 108:1S 114:0S"}}, force_spike},
              {kol_suppress, fed, pulse, {{"a", "100:1S 106:0S"}, {"y", "8:0S"}}, force_spike},
          })
@@ -327,7 +327,7 @@ TEST(run, turns_forces_and_clocks_of_its_window_into_events) {
              row{{}, 10, 0, {{5, 19}}, "25:1S 35:1S 45:1S 55:1S"},
              {{}, 10, 0, {{5, 19, 40}}, "25:1S 35:1S"},
              {{}, 10, 0, {{5, 19, 45}}, "25:1S 35:1S 45:1S"},
-             {{}, 10, 0, {{5, 19, 23}}, ""},  // stopped before the run
+             {{}, 10, 0, {{3, 19, 23}}, ""},  // stopped before the run
              {{}, 10, 0, {{5, 19, 24}}, ""},  // and before the first event
              {{}, 10, 0, {{0, 17}, {5, 19}}, "25:1S 30:0S 35:1S 40:0S 45:1S 50:0S 55:1S"},
              {{}, 10, 3, {{0, 17}, {5, 19}}, "23:0S 28:1S 33:0S 38:1S 43:0S 48:1S 53:0S 58:1S"},
