@@ -1,6 +1,4 @@
-// The commands of the session itself, the expansion of the entry, and lines of any kind.
-#include <random>
-
+// The commands of the session itself and the expansion of the entry.
 #include "command_session.h"
 #include "commands/command_table.h"
 
@@ -96,41 +94,6 @@ TEST_F(interpreter_session, expands_the_entry_to_current_values) {
     kol_ext.list_period = -1;
     kol_ext.tspike_min = 10;
     expect_expansions({{"PER LIS?", " PERiod LISt *** "}, {"SPI MIN?", " SPIke MIN 0.0 "}});
-}
-
-// A line of commands and parameters, every third one with a wrong byte, every third one of any bytes.
-std::string generated_line(std::mt19937& random, int n) {
-    constexpr std::string_view pieces[] = {
-        ",",  ";",  "'",           "\"", "#", "!", "$ARG1", "$VAR2", "$VAR31",         "1",
-        "ON", "/a", "99999999999", "-1", "C", "R", "x",     "*",     "kolp_statistics"};
-    const auto below = [&random](std::size_t limit) { return random() % limit; };
-    std::string text;
-    for (std::size_t words = 1 + below(12); words > 0; --words) {
-        if (below(3) == 0) text += kol_command_table()[below(kol_command_table().size())].canonical;
-        text += " " + std::string(pieces[below(std::size(pieces))]);
-    }
-    if (n % 3 == 1) text[below(text.size())] = static_cast<char>(below(256));
-    if (n % 3 == 2) text.resize(1 + below(600));
-    for (char& c : text)
-        if (n % 3 == 2) c = static_cast<char>(below(256));
-    return text;
-}
-
-TEST_F(interpreter_session, survives_generated_lines) {
-    std::mt19937 random(20040322);
-    tm_shell_commands_allowed = false;
-    tm_vext.nb_arg_comline = 2;
-    tm_vext.argcomline[1] = tm_string(folder.string());
-    for (int n = 0; n < 5000; ++n) {
-        const std::string text = generated_line(random, n);
-        tm_string_record_t line;
-        line.len = static_cast<std::int32_t>(text.size());
-        std::copy_n(text.begin(), std::min(text.size(), sizeof line.all), line.all);
-        tm_vext.end_flag = false;
-        kol_process_command(line, kol_ext.ext_arg, kol_ext.top_var);
-        ASSERT_TRUE(!tm_vext.cmd_executing && tm_vext.do_ind == 0) << text;
-    }
-    EXPECT_GT(seen.shown.size(), 5000U);
 }
 
 }  // namespace
