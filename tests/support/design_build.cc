@@ -72,10 +72,6 @@ yx_net_record_t& tst_net(std::string_view name) {
     return record_of(name, yx_sext.max_net_cur, yx_ptrto_net_rec);
 }
 
-yx_inst_record_t& tst_inst(std::string_view name) {
-    return record_of(name, yx_sext.max_inst_cur, yx_ptrto_inst_rec);
-}
-
 yx_pin_record_t& tst_pin(std::string_view path) {
     return record_of(path, yx_sext.max_pin_cur, yx_ptrto_pin_rec);
 }

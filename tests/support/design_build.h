@@ -3,9 +3,7 @@
 //
 // Statements end with ';' or a line end, words are set apart by blanks:
 //
-//   step 0.5                        the time step (1 without it)
-//   net a b [OPTION...]             standard nets; `in` says the same.  Nets that a pin names first need
-//   none.
+//   net a b [OPTION...]             standard nets, also `in a b`; nets that a pin names first need none
 //       init 1  kind 4  fixed  rise T  fall T  object N  name TEXT  path TEXT
 //   sub a1 of a [OPTION...]         a sub-net of a net or sub-net
 //   bus d = d0 d1 d2 [OPTION...]    a bus; its members are new nets, the first at bit 0; `bus d 8` calls them
@@ -19,13 +17,12 @@
 //       timing N                    timing_index
 //   pin /g1/I2 [OPTION...]          changes a pin that exists: rise T  fall T  prio N  drive TEXT
 //       io N                        4: the pin drives its net, too
-//       pin TEXT  edge TEXT         and the next two
-//       without NAME                the pin has no property NAME, nor those behind it in their order: PIN,
-//       RISE,
-//                                   FALL, DRIVE, EDGE, SETUP_TIME, HOLD_TIME, MIN_TIME_HIGH, MIN_TIME_LOW
+//       without NAME                the pin has no property NAME, nor those behind it: PIN, RISE, FALL,
+//       DRIVE,
+//                                   EDGE, SETUP_TIME, HOLD_TIME, MIN_TIME_HIGH, MIN_TIME_LOW
 //       type NAME integer           the property is of another type: string, integer, time or real
-//       setup T  hold T  high T  low T
-//   inst g1 [OPTION...]             changes an instance: model TEXT, timing N, without MODEL, type MODEL real
+//       edge TEXT  setup T  hold T  high T  low T
+//   inst g1 [OPTION...]             changes an instance: timing N, without MODEL, type MODEL real
 //
 // T is a number of time steps or MIN:TYP:MAX.  The path of net a is /a, of instance g1 /g1, of its pins /g1/
 // and their PIN property: O for a single output or O1, O2, ..., I1, I2, ... for inputs, or what is written
@@ -49,5 +46,4 @@ void tst_set_up();                              // models registered, objects se
 
 // Records of the loaded design by path, the first "/" may be left out; one that does not exist ends the test.
 yx_net_record_t& tst_net(std::string_view name);
-yx_inst_record_t& tst_inst(std::string_view name);
 yx_pin_record_t& tst_pin(std::string_view path);

@@ -12,17 +12,8 @@ using words_t = std::vector<std::string>;
 using indexes_t = std::vector<std::int32_t>;
 
 // The properties of a pin, in the order of their values.
-enum pin_props : std::size_t {
-    PIN,
-    RISE,
-    FALL,
-    DRIVE,
-    EDGE,
-    SETUP_TIME,
-    HOLD_TIME,
-    MIN_TIME_HIGH,
-    MIN_TIME_LOW
-};
+constexpr std::size_t PIN = 0, RISE = 1, FALL = 2, DRIVE = 3, EDGE = 4, SETUP_TIME = 5, HOLD_TIME = 6,
+                      MIN_TIME_HIGH = 7, MIN_TIME_LOW = 8;
 const words_t pin_prop_names{"PIN",        "RISE",      "FALL",          "DRIVE",       "EDGE",
                              "SETUP_TIME", "HOLD_TIME", "MIN_TIME_HIGH", "MIN_TIME_LOW"};
 const words_t inst_prop_names{"MODEL"};
@@ -86,34 +77,50 @@ Record& at(std::vector<Record>& records, std::int32_t index) {
 using option_t = void (*)(builder_t&, std::int32_t, std::istream&);
 using options_t = std::map<std::string, option_t>;
 
+// Values are positional: those in front get neutral ones.
+void put_prop(builder_t& b, std::int32_t pin, std::size_t k, const yx_prop_record_t& prop) {
+    auto& props = at(b.pin_props, pin);
+    while (props.size() <= k) props.push_back(props.size() > EDGE ? time_prop("0") : text_prop(b, "SSSS"));
+    props[k] = prop;
+}
+
 template <std::size_t k>
 void take_time_prop(builder_t& b, std::int32_t pin, std::istream& in) {
-    auto& props = at(b.pin_props, pin);
-    while (props.size() <= k)  // values are positional: those in front get neutral ones
-        props.push_back(props.size() > EDGE ? time_prop("0") : text_prop(b, "SSSS"));
-    props[k] = time_prop(take(in));
+    put_prop(b, pin, k, time_prop(take(in)));
 }
 
 template <std::size_t k>
 void take_text_prop(builder_t& b, std::int32_t pin, std::istream& in) {
-    auto& props = at(b.pin_props, pin);
-    while (props.size() <= k) props.push_back(text_prop(b, "SSSS"));
-    props[k] = text_prop(b, take(in));
-}
-
-void drop_prop(builder_t& b, std::vector<yx_prop_record_t>& props, const words_t& names, std::istream& in) {
-    props.resize(std::min(props.size(), position_in(b, names, take(in))));
-}
-
-void change_type(builder_t& b, std::vector<yx_prop_record_t>& props, const words_t& names, std::istream& in) {
-    const std::size_t k = position_in(b, names, take(in));
-    const auto type = static_cast<std::int16_t>(position_in(b, prop_types, take(in)));
-    if (k < props.size()) props[k].prop_type = type;
+    put_prop(b, pin, k, text_prop(b, take(in)));
 }
 
 template <auto field>
 void take_delays(builder_t& b, std::int32_t net, std::istream& in) {
     std::ranges::copy(time_prop(take(in)).valuet, at(b.image.nets, net).UU.U1.*field);
+}
+
+template <auto records, auto field>
+void take_number(builder_t& b, std::int32_t i, std::istream& in) {
+    auto& value = at(b.image.*records, i).*field;
+    value = static_cast<std::remove_reference_t<decltype(value)>>(take_number(in));
+}
+
+template <auto records, auto field>
+void take_string(builder_t& b, std::int32_t i, std::istream& in) {
+    at(b.image.*records, i).*field = yxw_string(b.image, take(in));
+}
+
+template <auto props, const words_t& names>
+void drop_prop(builder_t& b, std::int32_t i, std::istream& in) {
+    auto& of_record = at(b.*props, i);
+    of_record.resize(std::min(of_record.size(), position_in(b, names, take(in))));
+}
+
+template <auto props, const words_t& names>
+void change_type(builder_t& b, std::int32_t i, std::istream& in) {
+    const std::size_t k = position_in(b, names, take(in));
+    const auto type = static_cast<std::int16_t>(position_in(b, prop_types, take(in)));
+    if (k < at(b.*props, i).size()) at(b.*props, i)[k].prop_type = type;
 }
 
 void append_to_chain(builder_t& b, yx_net_record_t& net, const yx_pin_record_t& pin, bool is_output) {
@@ -125,67 +132,40 @@ void append_to_chain(builder_t& b, yx_net_record_t& net, const yx_pin_record_t& 
     ++(is_output ? net.nb_pin_out : net.nb_pin_in);
 }
 
+// clang-format off
+using image_t = yx_design_image_t;
 const options_t net_options{
-    {"fixed",
-     [](builder_t& b, std::int32_t i, std::istream&) { at(b.image.nets, i).UU.U1.cur_state.fixed = true; }},
-    {"init",
-     [](builder_t& b, std::int32_t i, std::istream& in) {
+    {"fixed", [](builder_t& b, std::int32_t i, std::istream&) { at(b.image.nets, i).UU.U1.cur_state.fixed = true; }},
+    {"init", [](builder_t& b, std::int32_t i, std::istream& in) {
          if (!kol_keyword_to_state(take(in), at(b.image.nets, i).UU.U1.state_init)) b.error = "bad state";
      }},
-    {"kind",
-     [](builder_t& b, std::int32_t i, std::istream& in) { at(b.image.nets, i).net_kind = take_number(in); }},
-    {"object",
-     [](builder_t& b, std::int32_t i, std::istream& in) { at(b.image.nets, i).object_id = take_number(in); }},
-    {"rise", take_delays<&yx_net_u1_t::rise>},
-    {"fall", take_delays<&yx_net_u1_t::fall>},
-    {"name", [](builder_t& b, std::int32_t i,
-                std::istream& in) { at(b.image.nets, i).name = yxw_string(b.image, take(in)); }},
-    {"path", [](builder_t& b, std::int32_t i,
-                std::istream& in) { at(b.image.nets, i).sim_path = yxw_string(b.image, take(in)); }},
-};
+    {"kind", take_number<&image_t::nets, &yx_net_record_t::net_kind>},
+    {"object", take_number<&image_t::nets, &yx_net_record_t::object_id>},
+    {"rise", take_delays<&yx_net_u1_t::rise>}, {"fall", take_delays<&yx_net_u1_t::fall>},
+    {"name", take_string<&image_t::nets, &yx_net_record_t::name>},
+    {"path", take_string<&image_t::nets, &yx_net_record_t::sim_path>}};
 const options_t child_options{
-    {"object", [](builder_t& b, std::int32_t i,
-                  std::istream& in) { at(b.image.net_children, i).object_id = take_number(in); }},
-    {"name", [](builder_t& b, std::int32_t i,
-                std::istream& in) { at(b.image.net_children, i).name = yxw_string(b.image, take(in)); }},
-    {"path", [](builder_t& b, std::int32_t i,
-                std::istream& in) { at(b.image.net_children, i).sim_path = yxw_string(b.image, take(in)); }},
-};
+    {"object", take_number<&image_t::net_children, &yx_net_child_record_t::object_id>},
+    {"name", take_string<&image_t::net_children, &yx_net_child_record_t::name>},
+    {"path", take_string<&image_t::net_children, &yx_net_child_record_t::sim_path>}};
 const options_t pin_options{
-    {"prio", [](builder_t& b, std::int32_t i,
-                std::istream& in) { at(b.image.pins, i).pin_hdl_priority = take_number(in); }},
-    {"io",
-     [](builder_t& b, std::int32_t i, std::istream& in) {
+    {"prio", take_number<&image_t::pins, &yx_pin_record_t::pin_hdl_priority>},
+    {"io", [](builder_t& b, std::int32_t i, std::istream& in) {
          yx_pin_record_t& pin = at(b.image.pins, i);
          pin.io_type = take_number(in);
          if (pin.io_type == 4) append_to_chain(b, at(b.image.nets, pin.net_ind), pin, true);
      }},
-    {"pin", take_text_prop<PIN>},
-    {"rise", take_time_prop<RISE>},
-    {"fall", take_time_prop<FALL>},
-    {"drive", take_text_prop<DRIVE>},
-    {"edge", take_text_prop<EDGE>},
-    {"setup", take_time_prop<SETUP_TIME>},
-    {"hold", take_time_prop<HOLD_TIME>},
-    {"high", take_time_prop<MIN_TIME_HIGH>},
+    {"drive", take_text_prop<DRIVE>}, {"edge", take_text_prop<EDGE>},
+    {"rise", take_time_prop<RISE>}, {"fall", take_time_prop<FALL>}, {"setup", take_time_prop<SETUP_TIME>},
+    {"hold", take_time_prop<HOLD_TIME>}, {"high", take_time_prop<MIN_TIME_HIGH>},
     {"low", take_time_prop<MIN_TIME_LOW>},
-    {"without", [](builder_t& b, std::int32_t i,
-                   std::istream& in) { drop_prop(b, at(b.pin_props, i), pin_prop_names, in); }},
-    {"type", [](builder_t& b, std::int32_t i,
-                std::istream& in) { change_type(b, at(b.pin_props, i), pin_prop_names, in); }},
-};
+    {"without", drop_prop<&builder_t::pin_props, pin_prop_names>},
+    {"type", change_type<&builder_t::pin_props, pin_prop_names>}};
 const options_t inst_options{
-    {"timing",
-     [](builder_t& b, std::int32_t i, std::istream& in) {
-         at(b.image.insts, i).timing_index = static_cast<std::int8_t>(take_number(in));
-     }},
-    {"model",
-     [](builder_t& b, std::int32_t i, std::istream& in) { at(b.inst_props, i)[0] = text_prop(b, take(in)); }},
-    {"without", [](builder_t& b, std::int32_t i,
-                   std::istream& in) { drop_prop(b, at(b.inst_props, i), inst_prop_names, in); }},
-    {"type", [](builder_t& b, std::int32_t i,
-                std::istream& in) { change_type(b, at(b.inst_props, i), inst_prop_names, in); }},
-};
+    {"timing", take_number<&image_t::insts, &yx_inst_record_t::timing_index>},
+    {"without", drop_prop<&builder_t::inst_props, inst_prop_names>},
+    {"type", change_type<&builder_t::inst_props, inst_prop_names>}};
+// clang-format on
 
 void read_option(builder_t& b, const options_t& options, const std::string& word, const indexes_t& records,
                  std::istream& in) {
@@ -340,23 +320,25 @@ void read_instance(builder_t& b, const std::string& model, std::istream& in) {
         read_new_inst_option(b, word, inst, in);
 }
 
+void change_pin(builder_t& b, std::istream& in) {
+    read_options(b, pin_options, {find(b, b.pins, take(in))}, in);
+}
+
+void change_instance(builder_t& b, std::istream& in) {
+    read_options(b, inst_options, {find(b, b.insts, take(in))}, in);
+}
+
+// clang-format off
+const std::map<std::string, void (*)(builder_t&, std::istream&)> readers{
+    {"net", read_nets}, {"in", read_nets}, {"sub", read_sub_net}, {"bus", read_bus}, {"child", read_child},
+    {"pin", change_pin}, {"inst", change_instance}};
+// clang-format on
+
 void read_statement(builder_t& b, const std::string& statement) {
     std::istringstream in(statement);
     const std::string first = take(in);
-    if (first == "step")
-        in >> b.image.info.time_step;
-    else if (first == "net" || first == "in")
-        read_nets(b, in);
-    else if (first == "sub")
-        read_sub_net(b, in);
-    else if (first == "bus")
-        read_bus(b, in);
-    else if (first == "child")
-        read_child(b, in);
-    else if (first == "pin")
-        read_options(b, pin_options, {find(b, b.pins, take(in))}, in);
-    else if (first == "inst")
-        read_options(b, inst_options, {find(b, b.insts, take(in))}, in);
+    if (readers.contains(first))
+        readers.at(first)(b, in);
     else if (!first.empty())
         read_instance(b, first, in);
 }

@@ -27,3 +27,9 @@ void tst_record_session() {
 }
 
 std::vector<std::string> tst_take_lines() { return std::exchange(tst_session.lines, {}); }
+
+std::string tst_take_text() {
+    std::string text;
+    for (const std::string& line : tst_take_lines()) text += line + '\n';
+    return text;
+}

@@ -15,3 +15,4 @@ extern tst_session_t tst_session;
 void tst_record_session();
 // The lines shown so far; the next call begins behind them.
 std::vector<std::string> tst_take_lines();
+std::string tst_take_text();  // likewise, each line with a line end

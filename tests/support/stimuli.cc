@@ -4,10 +4,13 @@
 
 #include <sstream>
 
+#include "kernel/history.h"
 #include "kernel/queue.h"
 #include "kernel/run.h"
+#include "kernel/say.h"
 #include "kernel/state.h"
 #include "support/design_build.h"
+#include "support/session.h"
 
 void tst_schedule(std::string_view stimuli) {
     std::istringstream words{std::string(stimuli)};
@@ -46,9 +49,41 @@ std::string text_from(const yx_list_state_rec_t* record) {
 
 }  // namespace
 
+std::string tst_net_state(std::string_view net) { return tst_state_text(tst_net(net).UU.U1.cur_state.state); }
+
+std::string tst_queue_text() {
+    std::string text;
+    for (const yx_event_rec_t* event = kol_ext.cur_event; event != nullptr; event = event->next)
+        text += (text.empty() ? "" : " ") + std::to_string(event->time) + ":" +
+                std::string(kol_path(event->net->sim_path)) + "=" + tst_state_text(event->state);
+    return text;
+}
+
 std::string tst_history_of(std::string_view net) { return text_from(tst_net(net).UU.U1.first_state); }
 
 std::string tst_changes_of(std::string_view net) {
     const yx_list_state_rec_t* first = tst_net(net).UU.U1.first_state;
     return first == nullptr ? "not observed" : text_from(first->next);
+}
+
+void tst_expect_run(const std::string& design, std::string_view stimuli, const std::string& changes,
+                    const std::string& text, int spike_model) {
+    SCOPED_TRACE(testing::Message() << design << ", " << stimuli << ", spike model " << spike_model);
+    tst_build(design);
+    EXPECT_EQ(tst_take_text(), "");
+    kol_ext.spike_on = spike_model >= 0;
+    if (kol_ext.spike_on) kol_ext.spike_model = static_cast<std::int16_t>(spike_model);
+    std::vector<std::string> nets;
+    std::istringstream words{changes};
+    for (std::string word; words >> word;)
+        if (word.find(':') == word.npos) kol_observe_net(&tst_net(nets.emplace_back(word)));
+    tst_schedule(stimuli);
+    tst_run_until(10000);
+    std::string seen;
+    for (const std::string& net : nets) {
+        const std::string of_net = tst_changes_of(net);
+        seen += (seen.empty() ? "" : " ") + net + (of_net.empty() ? "" : " ") + of_net;
+    }
+    EXPECT_EQ(seen, changes);
+    EXPECT_EQ(tst_take_text(), text);
 }
