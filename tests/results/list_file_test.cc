@@ -21,6 +21,7 @@ protected:
 };
 
 TEST_F(written_list, is_the_table_as_text_with_staggered_names) {
+    EXPECT_EQ(write(0, 10), "") << "nothing is listed";
     list("clk V(r I[s t]) a_long_signal_name W[p q] W");
     history("clk", "iU@0 1S@5 0S@10");
     for (const char* name : {"r", "t", "q"}) history(name, "0S@0");
@@ -46,30 +47,23 @@ TEST_F(written_list, advances_by_changes_up_to_the_present_and_by_periods_up_to_
     kol_ext.list_state_on = false;
     kol_ext.cur_time = 8;
     const std::size_t header_size = write(1, 0).size();
-    struct {
-        bool change_on;
-        std::int32_t period, begin, end;
-        const char* rows;
-    } const cases[] = {
+    const std::tuple<bool, std::int32_t, std::int32_t, std::int32_t, const char*> cases[] = {
         {true, 0, 0, 100, "0.0 0|3.000 1|6.000 0|8.000 0|"},
         {true, 0, 2, 6, "2.000 0|3.000 1|6.000 0|"},
         {true, 0, 20, 30, "20.000 0|"},
         {true, 0, 10, 5, ""},
         {false, 5, 1, 12, "1.000 0|6.000 0|11.000 0|"},
-        {false, 2147483647, 1, 2147483647, "1.000 0|"},
-    };
-    for (const auto& c : cases) {
-        kol_ext.list_change_on = c.change_on;
-        kol_ext.list_period = c.period;
-        std::istringstream written(write(c.begin, c.end).substr(header_size));
+        {false, 2147483647, 1, 2147483647, "1.000 0|"}};
+    for (const auto& [change_on, period, begin, end, rows] : cases) {
+        kol_ext.list_change_on = change_on;
+        kol_ext.list_period = period;
+        std::istringstream written(write(begin, end).substr(header_size));
         std::string time, value, joined;
         while (written >> time >> value) joined += time + " " + value + "|";
-        EXPECT_EQ(joined, c.rows) << c.begin << ".." << c.end << " period " << c.period;
+        EXPECT_EQ(joined, rows) << begin << ".." << end << " period " << period;
     }
     kol_ext.list_period = 0;
     EXPECT_EQ((write(3, 3).size() - header_size) / std::string("       3.000  1\n").size(), 10000U);
 }
-
-TEST_F(written_list, is_empty_when_nothing_is_listed) { EXPECT_EQ(write(0, 10), ""); }
 
 }  // namespace
