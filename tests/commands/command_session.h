@@ -15,6 +15,7 @@
 #include "foundation/shell.h"
 
 using lines = std::vector<std::string>;
+using numbers = std::vector<std::int64_t>;
 
 struct seen_session {
     lines shown;
@@ -59,8 +60,8 @@ protected:
         EXPECT_FALSE(tm_vext.cmd_executing) << line;
         return seen.shown;
     }
-    static void expect_each(const std::vector<typed_case>& cases, lines (*run)(std::string_view) = type) {
-        for (const typed_case& c : cases) EXPECT_EQ(run(c.typed), c.shown) << c.typed;
+    static void expect_each(const std::vector<typed_case>& cases) {
+        for (const typed_case& c : cases) EXPECT_EQ(type(c.typed), c.shown) << c.typed;
     }
     // The path of a file of the case's own folder with this text.
     std::string file(const std::string& name, std::string_view text) const {

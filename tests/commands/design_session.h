@@ -5,6 +5,7 @@
 #include "command_session.h"
 #include "kernel/say.h"
 #include "support/design_build.h"
+#include "support/stimuli.h"
 
 inline const std::string count_error(nb_par_invalid);
 
@@ -12,12 +13,13 @@ class design_session : public command_session {
 protected:
     void SetUp() override {
         command_session::SetUp();
+        build("in a b; bus d 2; and g1 y = a b rise 2 fall 1");
+    }
+    static void build(std::string_view design) {
         const tm_shell_t recorder = tm_shell;
-        tst_build("in a b; bus d 2; and g1 y = a b rise 2 fall 1");
+        tst_build(design);
         tm_shell = recorder;
     }
     // The lines of a refused command.
-    static std::vector<std::string> refused(const std::string& words, const std::string& error) {
-        return {"# " + words, error};
-    }
+    static lines refused(const std::string& words, const std::string& error) { return {"# " + words, error}; }
 };

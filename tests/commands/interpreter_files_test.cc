@@ -5,8 +5,6 @@ namespace {
 
 using interpreter_files = command_session;
 
-const std::string count_error(nb_par_invalid);
-
 TEST_F(interpreter_files, runs_a_command_file_with_parameters_and_variables_of_its_own) {
     const std::string name =
         file("outer", "har $ARG1\n\nhar x$VAR2,\nASSIGN $VAR2 inner\nhar $VAR2\nhar $ARG3");
@@ -22,10 +20,7 @@ TEST_F(interpreter_files, nests_command_files_ten_deep) {
     const lines shown = type("DO " + self);
     ASSERT_EQ(shown.size(), 22U);  // ten begin, one is refused, ten end
     EXPECT_EQ(shown[11], "# !!! Error : too many level of DO FILE : \"" + self + "\" ");
-    const std::string none = (folder / "none").string();
-    for (int i = 0; i < 12; ++i)
-        EXPECT_EQ(type("DO " + none + " a"),
-                  (lines{"# DO " + none + " a ", "# !!! Error : file not found : \"" + none + "\" "}));
+    for (int i = 0; i < 12; ++i) EXPECT_EQ(type("DO none")[1], "# !!! Error : file not found : \"none\" ");
     EXPECT_EQ(tm_vext.num_errors, 13);
     tm_vext.do_ind = -3;
     const std::string directory = folder.string();
@@ -47,8 +42,8 @@ TEST_F(interpreter_files, stops_a_command_file_at_control_a_and_behind_the_end) 
     seen.keys_before_control_a = 2;
     EXPECT_EQ(type("DO " + name),
               (lines{"# DO " + name + " ", " HARdcopy 1 ", " HARdcopy 2 ", "# End of DO "}));
-    const std::string last = file("last", "har 1\nBYE\nhar 2\n"),
-                      caller = file("caller", "DO " + last + "\nhar 3\n");
+    const std::string last = file("last", "har 1\nBYE\nhar 2\n");
+    const std::string caller = file("caller", "DO " + last + "\nhar 3\n");
     EXPECT_EQ(type("DO " + caller), (lines{"# DO " + caller + " ", "# DO " + last + " ", " HARdcopy 1 ",
                                            " BYE ", "# End of DO ", "# End of DO "}));
 }
@@ -61,8 +56,7 @@ TEST_F(interpreter_files, interprets_what_a_program_prints) {
     EXPECT_EQ(type("! " + call + ";har $VAR1"),
               (lines{"# " + call + " ", " HARdcopy x ", " ASSIgn $VAR1 his ", " HARdcopy his ",
                      "#  !!! Unknown Command  ?? ", "# \"FOO\" ", "# End of Exec ", " HARdcopy mine "}));
-    EXPECT_EQ(seen.flushes, 3);
-    EXPECT_EQ(tm_vext.obj_pos.x, 7);
+    EXPECT_EQ((numbers{seen.flushes, tm_vext.obj_pos.x}), (numbers{3, 7}));
     seen.keys_before_control_a = 1;
     EXPECT_EQ(type("!printf 'har 1\\nhar 2\\nhar 3\\n'")[2], " HARdcopy 3 ");
     std::filesystem::permissions(file("run", "#!/bin/sh\necho har $1"), std::filesystem::perms::owner_all);
@@ -77,37 +71,16 @@ TEST_F(interpreter_files, refuses_programs_that_cannot_run) {
     kol_exec_cmd(long_text.c_str());
     EXPECT_EQ(::testing::internal::GetCapturedStdout(),
               "# !!! Error :  Invalid Command ??  len:509 '" + long_text + "'\n");
-    const std::string mark = (folder / "mark").string(), touch = "SYSTEM 'touch " + mark + "'";
+    const std::string mark = file("mark", ""), remove = "SYSTEM 'rm " + mark + "'";
     tm_shell_commands_allowed = false;
     EXPECT_EQ(type("! echo har"), (lines{"# !!! Error :  Command not found or not executable ?? ",
                                          "# !!!  \"echo har\" ", invalid, "echo har"}));
     EXPECT_EQ(tm_vext.num_errors, 1);
-    file("made", "");
-    EXPECT_EQ(type(touch), (lines{" SYSTem 'touch " + mark + "' "}));
-    EXPECT_FALSE(std::filesystem::exists(mark));
-    tm_shell_commands_allowed = true;
-    type(touch);
+    EXPECT_EQ(type(remove), (lines{" SYSTem 'rm " + mark + "' "}));
     EXPECT_TRUE(std::filesystem::exists(mark));
-}
-
-TEST_F(interpreter_files, calls_procedures_by_name) {
-    const std::string none = "# !!! Error : Procedure Entry not found : \"",
-                      words = "kolp_arguments 'a b' c ";
-    expect_each({
-        {"DOBIN statistics",
-         {"# DOBin statistics ", "# nets : 0 ", "# pins : 0 ", "# instances : 0 ", "# queued events : 0 ",
-          "# End of DOBin "}},
-        {"DODIRECTBIN " + words,
-         {"# DODIRectbin " + words, "# 1 : \"'a b'\" ", "# 2 : \"c\" ", "# End of DODIRectbin "}},
-        {"DODIR statistics", {"# DODIRectbin statistics ", none + "statistics\" "}},
-        {"DOB kolp_statistics", {"# DOBin kolp_statistics ", none + "kolp_statistics\" "}},
-        {"DOBIN", {"# DOBin ", count_error}},
-    });
-    EXPECT_EQ(tm_vext.num_errors, 2);
-    std::string many = "DOBIN arguments";
-    for (int i = 1; i <= 40; ++i) many += " " + std::to_string(i);
-    EXPECT_EQ(type(many).at(28), "# 28 : \"28\" ");  // 28 arguments are left of 30 keywords
-    EXPECT_EQ(seen.shown.size(), 30U);
+    tm_shell_commands_allowed = true;
+    type(remove);
+    EXPECT_FALSE(std::filesystem::exists(mark));
 }
 
 }  // namespace
