@@ -4,25 +4,22 @@
 #include <gtest/gtest.h>
 
 #include "support/design_build.h"
+#include "support/rows.h"
 #include "support/stimuli.h"
 
 namespace {
 
 TEST(history, begins_with_the_last_change_before_its_first_observer) {
-    struct row {
-        const char* before;
-        const char* history;
-    };
-    for (const row& r : {row{"", "0:iU"}, row{"a=1@0", "0:1S"}, row{"a=1@0 a=0@7", "0:iU 7:0S"},
-                         row{"a=1@7 a=1@9", "0:iU 7:1S"}}) {
+    for (const auto& [before, history] : tst_rows<tst_cstr, std::string>{
+             {"", "0:iU"}, {"a=1@0", "0:1S"}, {"a=1@0 a=0@7", "0:iU 7:0S"}, {"a=1@7 a=1@9", "0:iU 7:1S"}}) {
         tst_build("net a");
-        tst_schedule(r.before);
+        tst_schedule(before);
         tst_run_until(10);
         EXPECT_EQ(kol_observe_net(&tst_net("a")), tst_net("a").UU.U1.first_state);
-        EXPECT_EQ(tst_history_of("a"), r.history);
+        EXPECT_EQ(tst_history_of("a"), history);
         tst_schedule("a=x@20 a=x@25 a=0@30");
         tst_run_until(40);
-        EXPECT_EQ(tst_history_of("a"), std::string(r.history) + " 20:xS 30:0S");
+        EXPECT_EQ(tst_history_of("a"), history + " 20:xS 30:0S");
     }
 }
 
@@ -55,27 +52,23 @@ yx_signal_rec_t* observe(const char* net) {
 TEST(history, returns_to_its_first_record_for_every_kind_of_observer) {
     tst_build("net a b c d");
     // a and the bus are listed, a and b traced; the bus has c and a; only another bus, nowhere shown, has d.
-    kol_ext.list_signal = observe("a");
-    auto* listed_bus = new yx_signal_rec_t;
-    listed_bus->sig_bus = true;
-    listed_bus->bus = kol_ext.start_sim_bus = new yx_bus_rec_t;
-    listed_bus->previous = kol_ext.list_signal;
-    kol_ext.list_signal = listed_bus;
-    kol_ext.trace_signal = observe("b");
-    kol_ext.trace_signal->previous = observe("a");
-    kol_ext.start_sim_bus->signal = observe("c");
-    kol_ext.start_sim_bus->signal->next = observe("a");
-    kol_ext.last_sim_bus = kol_ext.start_sim_bus->next = new yx_bus_rec_t;
-    kol_ext.last_sim_bus->signal = observe("d");
-
+    auto* first = kol_ext.start_sim_bus = new yx_bus_rec_t;
+    auto* last = kol_ext.last_sim_bus = first->next = new yx_bus_rec_t;
+    auto* listed = kol_ext.list_signal = new yx_signal_rec_t;
+    listed->sig_bus = true;
+    listed->bus = first;
+    yx_signal_rec_t* signals[] = {listed->previous = observe("a"),
+                                  kol_ext.trace_signal = observe("b"),
+                                  kol_ext.trace_signal->previous = observe("a"),
+                                  first->signal = observe("c"),
+                                  first->signal->next = observe("a"),
+                                  last->signal = observe("d")};
     tst_schedule("a=1@1 b=1@2 c=1@3 d=1@4 a=0@5 b=0@6 c=0@7 d=0@8");
     tst_run_until(10);
     EXPECT_EQ(tst_history_of("d"), "0:iU 4:1S 8:0S");
     kol_init_list_state();
     for (const char* net : {"a", "b", "c", "d"}) EXPECT_EQ(tst_history_of(net), "0:iU") << net;
-    for (const yx_signal_rec_t* signal :
-         {kol_ext.list_signal->previous, kol_ext.trace_signal, kol_ext.trace_signal->previous,
-          kol_ext.start_sim_bus->signal, kol_ext.start_sim_bus->signal->next, kol_ext.last_sim_bus->signal}) {
+    for (const yx_signal_rec_t* signal : signals) {
         EXPECT_EQ(signal->list_state, signal->net->UU.U1.list_state);
         EXPECT_EQ(signal->list_state_cur, signal->net->UU.U1.list_state);
     }

@@ -5,146 +5,111 @@
 
 #include "kernel/say.h"
 #include "support/design_build.h"
+#include "support/rows.h"
 
 namespace {
 
-void build(const char* design) {
-    tst_build(design);
-    kol_current_sheet_max_object = [] { return 50; };
+// At a level: a name, the result and the path of its net.
+using lookups = tst_rows<tst_cstr, tst_cstr, std::int16_t, tst_cstr>;
+
+void expect(const lookups& rows) {
+    for (const auto& [level, name, result, path] : rows) {
+        kol_ext.cur_sim_path = tm_string(level);
+        yx_net_record_t* net = &tst_net("a");
+        EXPECT_EQ(kol_find_net(tm_string(name), net), result) << name << " at " << level;
+        EXPECT_EQ(net == nullptr ? "" : kol_path(net->sim_path), path) << name << " at " << level;
+    }
 }
 
-struct lookup {
-    const char* level;  // the current simulation path
-    const char* name;
-    std::int16_t result;
-    const char* net;  // its path
-};
-
-void expect_lookup(const lookup& l) {
-    kol_ext.cur_sim_path = tm_string(l.level);
-    yx_net_record_t* net = &tst_net("a");
-    EXPECT_EQ(kol_find_net(tm_string(l.name), net), l.result) << l.name << " at " << l.level;
-    EXPECT_EQ(net == nullptr ? "" : kol_path(net->sim_path), l.net) << l.name << " at " << l.level;
-}
-
+// clang-format off
 TEST(lookup, knows_every_form_of_a_name) {
-    build(
+    tst_build(
         "net a b; net t; sub s of t; sub r of s; bus d 4; and g y = a r; and h d.1-2 = d.3;"
         "net n path /x/n name /u/n; child n name /u/kid path /x/kid; child n name /u/son path /x/son");
-    for (const lookup& l : std::initializer_list<lookup>{
-             {"/", "a", 2, "/a"},       {"/", "A", 2, "/a"},       {"/", "/A", 3, "/a"},
-             {"/x/", "/a", 3, "/a"},    {"/x/", "a", 0, ""},       {"/", "", 0, ""},
-             {"/", "aa", 0, ""},        {"/", "/", 0, ""},         {"/", "NI_1", 1, "/a"},
-             {"/x/", "ni_2", 1, "/b"},  {"/", "NI_4", 1, "/t"},    {"/", "Ni_5", 1, "/t"},
-             {"/", "NI_0", 0, ""},      {"/", "NI_x", 0, ""},      {"/", "NI_12", 1, "/x/n"},
-             {"/", "NI_13", 0, ""},     {"/", "NI_-1", 0, ""},     {"/", "s", 2, "/t"},
-             {"/", "r", 2, "/t"},       {"/", "d", 2, "/d"},       {"/", "D[2]", 2, "/d[2]"},
-             {"/x/", "n", 2, "/x/n"},   {"/u/", "n", 2, "/x/n"},   {"/", "/u/n", 3, "/x/n"},
-             {"/u/", "kid", 2, "/x/n"}, {"/x/", "Son", 2, "/x/n"}, {"/", "/x/kid", 3, "/x/n"},
-             {"/", "g/I1", 2, "/a"},    {"/g/", "i2", 2, "/t"},    {"/x/", "/g/O", 3, "/y"},
-             {"/", "h/O", 2, "/d[1]"},  {"/", "h/I1", 2, "/d[3]"}, {"/", "h/I2", 0, ""},
-             {"/", "NI_", 0, ""},
-         })
-        expect_lookup(l);
+    expect({
+        {"/", "a", 2, "/a"}, {"/", "A", 2, "/a"}, {"/", "/A", 3, "/a"}, {"/x/", "/a", 3, "/a"}, {"/x/", "a", 0, ""},
+        {"/", "", 0, ""}, {"/", "aa", 0, ""}, {"/", "/", 0, ""}, {"/", "s", 2, "/t"}, {"/", "r", 2, "/t"},
+        {"/", "NI_1", 1, "/a"}, {"/x/", "ni_2", 1, "/b"}, {"/", "NI_4", 1, "/t"}, {"/", "Ni_5", 1, "/t"},
+        {"/", "NI_0", 0, ""}, {"/", "NI_x", 0, ""}, {"/", "NI_12", 1, "/x/n"}, {"/", "NI_13", 0, ""},
+        {"/", "NI_-1", 0, ""}, {"/", "NI_", 0, ""}, {"/", "d", 2, "/d"}, {"/", "D[2]", 2, "/d[2]"},
+        {"/x/", "n", 2, "/x/n"}, {"/u/", "n", 2, "/x/n"}, {"/", "/u/n", 3, "/x/n"}, {"/u/", "kid", 2, "/x/n"},
+        {"/x/", "Son", 2, "/x/n"}, {"/", "/x/kid", 3, "/x/n"}, {"/", "g/I1", 2, "/a"}, {"/g/", "i2", 2, "/t"},
+        {"/x/", "/g/O", 3, "/y"}, {"/", "h/O", 2, "/d[1]"}, {"/", "h/I1", 2, "/d[3]"}, {"/", "h/I2", 0, ""},
+    });
 }
 
 TEST(lookup, takes_the_first_net_by_index) {
-    for (const auto& [design, net] : std::initializer_list<std::pair<const char*, const char*>>{
+    for (const auto& [design, net] : tst_rows<tst_cstr, tst_cstr>{
              {"net a p; net n path /g/I1; and g z = p", "/p"},
              {"net a; net n path /g/I1; net p; and g z = p", "/g/I1"},
              {"net a t; net n path /g/I1; sub s of t; and g z = s", "/g/I1"},
              {"net a p q; child q name /g/i1 path /q/c; child p path /G/I1", "/p"},
              {"net a; net n name /g/I1 path /first; net m path /g/I1", "/first"},
          }) {
-        build(design);
-        expect_lookup({"/", "/g/I1", 3, net});
+        tst_build(design);
+        expect({{"/", "/g/I1", 3, net}});
     }
 }
 
 // A name that nothing has but that ends in an object means, among nets of the level, those with that object
 // as a child there, and among the others those that are it.
 TEST(lookup, reads_objects_of_the_current_sheet) {
-    build(
+    tst_build(
         "net a; net w path /x/N_7 object 9; sub v of w path /x/N_6; net c path /c; child c path /x/N_8;"
-        "net e path /e; child e name /x/N_4 path /e/c; and x/N_3 z = a;"
-        "net m name /u/m object 11; child m path /u/k object 12; child m path /z/k object 13; net o object "
-        "11; net q object 12 name /v/q");
-    for (const lookup& l : std::initializer_list<lookup>{
-             {"/x/", "N_7", 4, "/x/N_7"},
-             {"/x/", "n_7", 4, "/x/N_7"},
-             {"/x/", "N_6", 4, "/x/N_7"},
-             {"/x/", "N_8", 4, "/c"},
-             {"/x/", "N_4", 0, ""},
-             {"/", "N_7", 0, ""},
-             {"/x/", "N_0", 0, ""},
-             {"/x/", "N_51", 0, ""},
-             {"/x/", "N_x", 0, ""},
-             {"/u/", "/p/N_11", 3, "/o"},
-             {"/u/", "/n_12", 3, "/m"},
-             {"/w/", "/p/N_11", 3, "/m"},
-             {"/w/", "/p/N_12", 3, "/q"},
-             {"/x/", "/x/N_7", 3, "/x/N_7"},
-             {"/w/", "/p/N_51", 0, ""},
-             {"/w/", "/p/N_13", 0, ""},
-             {"/u/", "/p/N_13", 0, ""},
-             {"/w/", "/p/11", 0, ""},
-         })
-        expect_lookup(l);
+        "net e path /e; child e name /x/N_4 path /e/c; and x/N_3 z = a; net m name /u/m object 11;"
+        "child m path /u/k object 12; child m path /z/k object 13; net o object 11; net q object 12 name /v/q");
+    kol_current_sheet_max_object = [] { return 50; };
+    expect({
+        {"/x/", "n_7", 4, "/x/N_7"}, {"/x/", "N_6", 4, "/x/N_7"}, {"/x/", "N_8", 4, "/c"}, {"/x/", "N_4", 0, ""},
+        {"/", "N_7", 0, ""}, {"/x/", "N_0", 0, ""}, {"/x/", "N_51", 0, ""}, {"/x/", "N_x", 0, ""},
+        {"/u/", "/p/N_11", 3, "/o"}, {"/u/", "/n_12", 3, "/m"}, {"/w/", "/p/N_11", 3, "/m"}, {"/w/", "/p/11", 0, ""},
+        {"/w/", "/p/N_12", 3, "/q"}, {"/x/", "/x/N_7", 3, "/x/N_7"}, {"/w/", "/p/N_51", 0, ""},
+        {"/w/", "/p/N_13", 0, ""}, {"/u/", "/p/N_13", 0, ""},
+    });
     kol_current_sheet_max_object = [] { return 0; };  // no sheet is open
-    expect_lookup({"/x/", "N_7", 0, ""});
-    expect_lookup({"/w/", "/p/N_11", 0, ""});
-    expect_lookup({"/w/", "/x/N_7", 3, "/x/N_7"});
+    expect({{"/x/", "N_7", 0, ""}, {"/w/", "/p/N_11", 0, ""}, {"/w/", "/x/N_7", 3, "/x/N_7"}});
 }
 
 TEST(lookup, prefers_a_probe_of_its_level_to_a_relative_name) {
-    build("net a b");
+    tst_build("net a b");
     auto* probe = kol_ext.start_probe_signal = kol_ext.last_probe_signal = new kol_probe_signal_rec_t;
     probe->net = &tst_net("b");
     probe->probe_name = tm_string("a");
     probe->cur_sim_path = tm_string("/");
-    expect_lookup({"/", "a", 5, "/b"});
-    expect_lookup({"/", "/a", 3, "/a"});
-    expect_lookup({"/", "NI_1", 1, "/a"});
+    expect({{"/", "a", 5, "/b"}, {"/", "/a", 3, "/a"}, {"/", "NI_1", 1, "/a"}});
     probe->cur_sim_path = tm_string("/x/");
-    expect_lookup({"/", "a", 2, "/a"});
-    expect_lookup({"/x/", "a", 5, "/b"});
+    expect({{"/", "a", 2, "/a"}, {"/x/", "a", 5, "/b"}});
 }
 
 // Two records named "y", made at /b/ and then at /a/, and "/a/x" and "NI_3" made at /a/.
 template <typename Record>
 void expect_records(std::int16_t (*find)(const tm_string_record_t&, Record*&), Record*& newest,
                     tm_string_record_t Record::*record_name) {
-    Record* made[4];
-    const char* const names[][2] = {{"y", "/b/"}, {"/a/x", "/a/"}, {"NI_3", "/a/"}, {"y", "/a/"}};
-    for (int k = 0; k < 4; ++k) {
-        made[k] = new Record;
-        made[k]->*record_name = tm_string(names[k][0]);
-        made[k]->cur_sim_path = tm_string(names[k][1]);
-        made[k]->previous = newest;
-        newest = made[k];
+    std::vector<Record*> made;
+    for (const auto& [name, level] :
+         tst_rows<tst_cstr, tst_cstr>{{"y", "/b/"}, {"/a/x", "/a/"}, {"NI_3", "/a/"}, {"y", "/a/"}}) {
+        made.push_back(new Record);
+        made.back()->*record_name = tm_string(name);
+        made.back()->cur_sim_path = tm_string(level);
+        made.back()->previous = newest;
+        newest = made.back();
     }
-    struct row {
-        const char* level;
-        const char* name;
-        std::int16_t result;
-        int found;
-    };
-    for (const row& r :
-         {row{"/a/", "y", 2, 3}, row{"/b/", "y", 2, 0}, row{"/c/", "y", 0, -1}, row{"/c/", "/a/x", 1, 1},
-          row{"/c/", "NI_3", 1, 2}, row{"/a/", "x", 0, -1}, row{"/c/", "/y", 0, -1}}) {
-        kol_ext.cur_sim_path = tm_string(r.level);
+    for (const auto& [level, name, result, found] : tst_rows<tst_cstr, tst_cstr, int, Record*>{
+             {"/a/", "y", 2, made[3]}, {"/b/", "y", 2, made[0]}, {"/c/", "y", 0, nullptr},
+             {"/c/", "/a/x", 1, made[1]}, {"/c/", "NI_3", 1, made[2]}, {"/a/", "x", 0, nullptr},
+             {"/c/", "/y", 0, nullptr}}) {
+        kol_ext.cur_sim_path = tm_string(level);
         Record* record = nullptr;
-        EXPECT_EQ(find(tm_string(r.name), record), r.result) << r.name << " at " << r.level;
-        EXPECT_EQ(record, r.found < 0 ? nullptr : made[r.found]) << r.name << " at " << r.level;
+        EXPECT_EQ(find(tm_string(name), record), result) << name << " at " << level;
+        EXPECT_EQ(record, found) << name << " at " << level;
     }
 }
 
 TEST(lookup, finds_records_at_the_level_where_they_were_made) {
-    build("net a");
+    tst_build("net a");
     expect_records(kol_find_break_inrec, kol_ext.break_signal, &yx_break_signal_rec_t::break_name);
     expect_records(kol_find_listsig_inrec, kol_ext.list_signal, &yx_signal_rec_t::name);
     expect_records(kol_find_tracesig_inrec, kol_ext.trace_signal, &yx_signal_rec_t::name);
-
     kol_ext.start_sim_bus = new yx_bus_rec_t;
     kol_ext.start_sim_bus->next = kol_ext.last_sim_bus = new yx_bus_rec_t;
     kol_ext.start_sim_bus->name = tm_string("low");
@@ -156,21 +121,16 @@ TEST(lookup, finds_records_at_the_level_where_they_were_made) {
 }
 
 TEST(lookup, finds_pins_below_the_current_level) {
-    build("net a; and x/g y = a");
-    struct row {
-        const char* level;
-        const char* inst;
-        const char* pin;
-        bool is_found;
-    };
-    for (const row& r :
-         {row{"/", "x/g", "I1", true}, row{"/x/", "G", "i1", true}, row{"/x/", "g", "I2", false},
-          row{"/", "g", "I1", false}, row{"/x/", "", "I1", false}, row{"/x/", "g", "", false}}) {
-        kol_ext.cur_sim_path = tm_string(r.level);
+    tst_build("net a; and x/g y = a");
+    for (const auto& [level, inst, name, is_found] : tst_rows<tst_cstr, tst_cstr, tst_cstr, bool>{
+             {"/", "x/g", "I1", true}, {"/x/", "G", "i1", true}, {"/x/", "g", "I2", false},
+             {"/", "g", "I1", false}, {"/x/", "", "I1", false}, {"/x/", "g", "", false}}) {
+        kol_ext.cur_sim_path = tm_string(level);
         yx_pin_record_t* pin = nullptr;
-        EXPECT_EQ(kol_find_pin_rel(tm_string(r.inst), tm_string(r.pin), pin), r.is_found) << r.inst;
-        EXPECT_EQ(pin, r.is_found ? &tst_pin("/x/g/I1") : nullptr) << r.inst;
+        EXPECT_EQ(kol_find_pin_rel(tm_string(inst), tm_string(name), pin), is_found) << inst;
+        EXPECT_EQ(pin, is_found ? &tst_pin("/x/g/I1") : nullptr) << inst;
     }
 }
+// clang-format on
 
 }  // namespace

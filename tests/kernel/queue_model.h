@@ -1,5 +1,5 @@
-// The rules of the event queue written down step by step, with a cursor, over a plain linked list, to hold the
-// kernel's queue against.
+// The rules of the event queue written down step by step, with a cursor, over a plain linked list, to hold
+// the kernel's queue against.
 #pragma once
 
 #include <cstdint>

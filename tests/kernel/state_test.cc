@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <csignal>
 
 #include "kernel/time.h"
+#include "support/rows.h"
 #include "support/stimuli.h"
 
 namespace {
@@ -54,32 +56,28 @@ TEST(states, of_two_drivers_resolve_to_the_stronger_or_the_agreed_one) {
 }
 
 TEST(states, combine_in_the_gates) {
-    struct row {
-        const char* name;
-        std::int16_t (*value)(std::int16_t, std::int16_t);
-        std::string_view expected[4];  // first value i 0 x 1; within the text the second, likewise
-    };
-    for (const row& r : {
-             row{"and", kol_and_value, {"i0ii", "0000", "i0xx", "i0x1"}},
-             row{"or", kol_or_value, {"iii1", "i0x1", "ixx1", "1111"}},
-             row{"nand", kol_nand_value, {"i1ii", "1111", "i1xx", "i1x0"}},
-             row{"nor", kol_nor_value, {"iii0", "i1x0", "ixx0", "0000"}},
-             row{"xor", kol_xor_value, {"iiii", "i0x1", "ixxx", "i1x0"}},
+    // First value i 0 x 1; within the text the second, likewise.
+    for (const auto& [value, expected] :
+         tst_rows<std::int16_t (*)(std::int16_t, std::int16_t), std::array<std::string, 4>>{
+             {kol_and_value, {"i0ii", "0000", "i0xx", "i0x1"}},
+             {kol_or_value, {"iii1", "i0x1", "ixx1", "1111"}},
+             {kol_nand_value, {"i1ii", "1111", "i1xx", "i1x0"}},
+             {kol_nor_value, {"iii0", "i1x0", "ixx0", "0000"}},
+             {kol_xor_value, {"iiii", "i0x1", "ixxx", "i1x0"}},
          })
         for (std::int16_t a = -1; a <= 4; ++a)
             for (std::int16_t b = -1; b <= 4; ++b) {
                 const bool is_known = a >= 0 && a < 4 && b >= 0 && b < 4;
-                EXPECT_EQ(values.at(r.value(a, b)), is_known ? r.expected[a][b] : 'i')
-                    << r.name << ' ' << a << ' ' << b;
+                EXPECT_EQ(values.at(value(a, b)), is_known ? expected.at(a).at(b) : 'i')
+                    << expected[0] << ' ' << a << ' ' << b;
             }
 }
 
+// clang-format off
 TEST(states, are_read_from_one_or_two_characters) {
-    // clang-format off
-    for (const auto& [keyword, text] : std::initializer_list<std::pair<const char*, const char*>>{
+    for (const auto& [keyword, text] : tst_rows<tst_cstr, tst_cstr>{
              {"0", "0S"}, {"1", "1S"}, {"i", "iS"}, {"I", "iS"}, {"X", "xS"}, {"x", "xS"}, {"1u", "1U"},
              {"0Z", "0Z"}, {"xr", "xR"}, {"IW", "iW"}, {"1s", "1S"}}) {
-        // clang-format on
         std::int8_t state = -1;
         EXPECT_TRUE(kol_keyword_to_state(keyword, state)) << keyword;
         EXPECT_EQ(text_of(state), text) << keyword;
@@ -97,37 +95,23 @@ void set_scale(float step, float unit) {
 }
 
 TEST(times, are_written_in_user_units_with_three_decimals) {
-    struct row {
-        float step, unit;
-        std::int32_t time;
-        const char* text;
-    };
-    // clang-format off
-    for (const row& r : {
-             row{0.5F, 1, 25, "12.500"}, {0.5F, 1, -3, "-1.500"}, {0.5F, 1, 1, "0.500"}, {0.5F, 1, 0, "0.0"},
+    for (const auto& [step, unit, time, expected] : tst_rows<float, float, std::int32_t, tst_cstr>{
+             {0.5F, 1, 25, "12.500"}, {0.5F, 1, -3, "-1.500"}, {0.5F, 1, 1, "0.500"}, {0.5F, 1, 0, "0.0"},
              {0, 1, 7, "0.0"}, {-1, 1, 7, "0.0"}, {1, 0, 7, "0.0"}, {1, 10, 25, "2.500"}, {1, 0.25F, 3, "12.000"},
              {1.9996F, 1, 1, "2.000"},          // the thousandths carry
              {0.99995F, 1, 1, "1.000"},         // the whole part is cut a little above
              {1, 1, 16777217, "16777216.000"},  // single precision
              {1, 1, INT32_MIN, "-2147483648.000"}}) {
-        // clang-format on
-        set_scale(r.step, r.unit);
+        set_scale(step, unit);
         tm_string_record_t text;
-        kol_time_to_string(r.time, text);
-        EXPECT_EQ(tm_view(text), r.text) << r.time << " steps of " << r.step << " in " << r.unit;
+        kol_time_to_string(time, text);
+        EXPECT_EQ(tm_view(text), expected) << time << " steps of " << step << " in " << unit;
     }
 }
 
 TEST(times, are_read_in_user_units_and_rounded_to_steps) {
-    struct row {
-        float step, unit;
-        const char* text;
-        std::int32_t time;
-        bool is_error;
-    };
-    // clang-format off
-    for (const row& r : {
-             row{0.5F, 1, "12.5", 25, false}, {0.5F, 1, "1.26", 3, false}, {0.5F, 1, "0.75", 2, false},
+    for (const auto& [step, unit, text, expected, is_wrong] : tst_rows<float, float, tst_cstr, std::int32_t, bool>{
+             {0.5F, 1, "12.5", 25, false}, {0.5F, 1, "1.26", 3, false}, {0.5F, 1, "0.75", 2, false},
              {0.5F, 1, "-0.75", -1, false}, {0.5F, 1, "-0.5", -1, false}, {0.5F, 1, " -  0.5", -1, false},
              {0.5F, 1, "1.2.3", 2, false}, {0.5F, 1, "  7 3ns", 14, false}, {0.5F, 1, "", 0, false},
              {0.5F, 1, "   ", 0, false}, {0.5F, 1, "- ", 0, false}, {0.5F, 1, "3ns", 0, true},
@@ -135,23 +119,15 @@ TEST(times, are_read_in_user_units_and_rounded_to_steps) {
              {0, 1, "5", 0, true}, {1, 0, "5", 0, true}, {0, 1, " ", 0, false},
              {1, 1, "2147483647", INT32_MAX, false}, {0.5F, 1, "2147483647", 0, true},
              {1, 1, "99999999999", 0, true}, {1, 1, "1.0000000000000000000001", 1, false}}) {
-        // clang-format on
-        set_scale(r.step, r.unit);
+        set_scale(step, unit);
         std::int32_t time = 77;
-        bool is_error = !r.is_error;
-        kol_string_to_time(tm_string(r.text), time, is_error);
-        EXPECT_EQ(time, r.time) << '"' << r.text << '"';
-        EXPECT_EQ(is_error, r.is_error) << '"' << r.text << '"';
+        bool is_error = !is_wrong;
+        kol_string_to_time(tm_string(text), time, is_error);
+        EXPECT_EQ(time, expected) << '"' << text << '"';
+        EXPECT_EQ(is_error, is_wrong) << '"' << text << '"';
     }
 }
-
-TEST(delays, follow_the_new_value) {
-    EXPECT_EQ(kol_delay_of(kol_v1, 3, 4), 3);
-    EXPECT_EQ(kol_delay_of(kol_v0, 3, 4), 4);
-    EXPECT_EQ(kol_delay_of(kol_vx, 3, 4), 3);
-    EXPECT_EQ(kol_delay_of(kol_vi, -3, -4), -3);
-    EXPECT_EQ(kol_delay_of(kol_vi, INT32_MAX, INT32_MAX), INT32_MAX);
-}
+// clang-format on
 
 TEST(timing_range, is_the_global_one_or_the_instances_entry) {
     set_scale(1, 1);
