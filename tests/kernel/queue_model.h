@@ -1,9 +1,10 @@
-// The rules of the event queue written down step by step, with a cursor, over a plain linked list, to hold
-// the kernel's queue against.
+// The rules of the event queue written down step by step over a plain array, to hold the kernel's queue
+// against.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
-#include <list>
+#include <deque>
 #include <vector>
 
 struct model_event {
@@ -11,32 +12,25 @@ struct model_event {
     std::int8_t state = 0;
     int pin = -1;  // -1: FORCE
     int net = 0;
-    model_event* previous = nullptr;
-    model_event* next = nullptr;
 };
 
 struct queue_model {
     std::vector<std::int16_t> priority;  // of the pins
     std::vector<int> net_of_pin;
-    std::vector<model_event*> newest;  // of the pins; none once it is executed
-    std::list<model_event> records;
-    model_event *cur = nullptr, *last = nullptr, *work = nullptr;
-    std::int32_t cur_time = 0;
-    bool spiked = false, broken = false;
+    bool spiked = false;
     int spike_model = 2;
+    std::vector<model_event*> newest{};  // of the pins; none once it is executed
+    std::deque<model_event> records{};
+    std::vector<model_event*> queue{};
+    model_event* work = nullptr;
+    std::int32_t cur_time = 0;
+    bool broken = false;
 
-    explicit queue_model(std::vector<std::int16_t> priorities, std::vector<int> nets)
-        : priority(std::move(priorities)), net_of_pin(std::move(nets)), newest(priority.size()) {}
-
-    void link_behind(model_event* behind, model_event* e) {
-        e->previous = behind;
-        e->next = behind->next;
-        (e->next == nullptr ? last : e->next->previous) = e;
-        behind->next = e;
+    void put(model_event* e, std::size_t at) {
+        queue.insert(queue.begin() + static_cast<std::ptrdiff_t>(at), e);
     }
-    void unlink(model_event* e) {
-        (e->previous == nullptr ? cur : e->previous->next) = e->next;
-        (e->next == nullptr ? last : e->next->previous) = e->previous;
+    bool yields(const model_event* e, std::int16_t prio) const {
+        return e->pin >= 0 && prio > priority[e->pin];
     }
 
     void output(int p, std::int32_t delay, std::int8_t state) {
@@ -46,73 +40,62 @@ struct queue_model {
             q->state = state;
             return;
         }
-        model_event* e = &records.emplace_back();
-        insert(e, time, priority[p]);
-        work = e->next != nullptr ? e->next : last;
-        *e = {time, state, p, net_of_pin[p], e->previous, e->next};
-        if (spiked && q != nullptr && q->time > cur->time) react(q, state);
+        model_event* e = &records.emplace_back(model_event{time, state, p, net_of_pin[p]});
+        const std::size_t at = place(time, priority[p]);
+        put(e, at);
+        work = queue[std::min(at + 1, queue.size() - 1)];
+        if (spiked && q != nullptr && q->time > queue[0]->time) react(q, state);
         newest[p] = e;
     }
 
-    void insert(model_event* e, std::int32_t time, std::int16_t prio) {
-        if (cur == nullptr) {
-            cur = last = work = e;
-            return;
-        }
-        if (work == nullptr) work = last;
-        if (cur->time == time && cur->pin >= 0 && prio > priority[cur->pin]) return link_behind(cur, e);
-        if (last->time < time) return link_behind(last, e);
-        if (last->time == time) {
-            if (last->pin >= 0 && prio <= priority[last->pin]) return link_behind(last, e);
-            if (last->pin < 0) work = last;
-        }
-        model_event* a = work;
-        if (a != last)
-            while (a->next != nullptr && a->time <= time) a = a->next;
-        model_event* b = a->previous;
-        while (b != nullptr && b->previous != nullptr &&
-               (b->time > time || (b->time == time && b->pin >= 0 && prio > priority[b->pin]))) {
-            a = b;
-            b = b->previous;
-        }
-        if (b == nullptr && !(cur == last && last == a)) broken = true;
-        link_behind(b != nullptr ? b : a, e);
+    std::size_t place(std::int32_t time, std::int16_t prio) {
+        const std::size_t count = queue.size();
+        if (count == 0) return 0;
+        const model_event *first = queue.front(), *last = queue.back();
+        if (work == nullptr) work = queue.back();
+        if (first->time == time && yields(first, prio)) return 1;
+        if (last->time < time) return count;
+        if (last->time == time && last->pin >= 0 && !yields(last, prio)) return count;
+        if (last->time == time && last->pin < 0) work = queue.back();
+        auto at = static_cast<std::size_t>(std::ranges::find(queue, work) - queue.begin());
+        while (at + 1 < count && queue[at]->time <= time) ++at;
+        const auto goes_before = [&](const model_event* b) {
+            return b->time > time || (b->time == time && yields(b, prio));
+        };
+        while (at >= 2 && goes_before(queue[at - 1])) --at;
+        broken = broken || (at == 0 && count > 1);
+        return std::max<std::size_t>(at, 1);
     }
 
     void react(model_event* q, std::int8_t state) {
         if (spike_model < 2) return;
         q->state = static_cast<std::int8_t>(state / 4 * 4);
         if (spike_model == 2) return;
-        q->time = cur->time;
-        if (cur->next == q) return;
-        unlink(q);
-        link_behind(cur, q);
+        q->time = queue[0]->time;
+        std::erase(queue, q);
+        put(q, 1);
     }
 
     void force(int net, std::int32_t time, std::int8_t state) {
-        model_event* e = &records.emplace_back();
-        model_event* behind = last;
-        while (behind != nullptr && behind->time > time) behind = behind->previous;
-        if (behind != nullptr) {
-            link_behind(behind, e);
-        } else {
-            e->next = cur;
-            (cur == nullptr ? last : cur->previous) = e;
-            cur = e;
-        }
-        *e = {time, state, -1, net, e->previous, e->next};
+        std::size_t at = queue.size();
+        while (at > 0 && queue[at - 1]->time > time) --at;
+        put(&records.emplace_back(model_event{time, state, -1, net}), at);
     }
 
     void retire() {
-        model_event* e = cur;
+        const model_event* e = queue[0];
         if (e->pin >= 0 && newest[e->pin] == e) newest[e->pin] = nullptr;
-        unlink(e);
-        if (work == e) work = cur;
+        queue.erase(queue.begin());
+        if (work == e) work = queue.empty() ? nullptr : queue[0];
     }
 
     std::int32_t next_change(std::int32_t max_delay) const {
-        for (const model_event* e = cur; e != nullptr && e->time <= cur->time + max_delay; e = e->next)
-            if (e->net == cur->net && e->state != cur->state) return e->time - cur->time;
+        const model_event& cur = *queue[0];
+        for (const model_event* e : queue)
+            if (e->time > cur.time + max_delay)
+                break;
+            else if (e->net == cur.net && e->state != cur.state)
+                return e->time - cur.time;
         return -1;
     }
 };
