@@ -35,15 +35,11 @@ TEST_F(forget, names_go_one_by_one_until_one_is_unknown) {
     type("forget l a 9z;forget t a *9");  // refused before anything goes
     EXPECT_EQ(counts(), "22223");
     type("break a x;list h a");
-    const auto unknown = [](const std::string& words, const std::string& kind) {
-        return refused("FORGet " + words, "# !! Error : " + kind + " signal NOT FOUND ? ");
-    };
-    expect_each({{"forget Bu v no w", unknown("Bu v no w ", "Bus")},
-                 {"forget break A /a", unknown("break A /a ", "BREAK")},
-                 {"forget l a *", unknown("l a * ", "LIST")},
-                 {"forget probes p", {" FORGet probes p "}},
-                 {"forget p no", unknown("p no ", "PROBE")},
-                 {"forget t W a", {" FORGet t W a "}}});
+    for (const auto& [typed, kind] : std::vector<std::pair<std::string, std::string>>{
+             {"Bu v no w", "Bus"}, {"break A /a", "BREAK"}, {"l a *", "LIST"}, {"p no", "PROBE"}})
+        EXPECT_EQ(type("forget " + typed),
+                  refused("FORGet " + typed + " ", "# !! Error : " + kind + " signal NOT FOUND ? "));
+    EXPECT_EQ(type("forget probes p;forget t W a"), (lines{" FORGet probes p ", " FORGet t W a "}));
     EXPECT_EQ(counts(), "12211");
     EXPECT_EQ(kol_ext.last_probe_signal->net, &tst_net("a"));
     EXPECT_EQ(kol_ext.list_signal->bus, kol_ext.start_sim_bus);

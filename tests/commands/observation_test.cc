@@ -65,9 +65,8 @@ TEST_F(observation, a_name_means_a_bus_then_a_probe_then_a_net) {
 }
 
 TEST_F(observation, define_bus_makes_or_extends_a_bus_or_changes_nothing) {
-    expect_each({{"define bus Comb w a b", {" DEFine BUS Comb w a b "}},
-                 {"def bus Nocomb v w y", {" DEFine BUS Nocomb v w y "}},
-                 {"def bus Append w d /y", {" DEFine BUS Append w d /y "}}});
+    EXPECT_EQ(type("define bus Comb w a b;def bus Nocomb v w y;def bus Append w d /y"),
+              (lines{" DEFine BUS Comb w a b ", " DEFine BUS Nocomb v w y ", " DEFine BUS Append w d /y "}));
     for (const char* typed : {"c z a no", "n W y", "a w no", "a w b no", "a w a w", "a w v", "a a b"})
         EXPECT_EQ(type(std::string("def bus ") + typed).size(), 2U) << typed;
     EXPECT_EQ(members("w") + ", " + members("v") + ", " + members("z"),
