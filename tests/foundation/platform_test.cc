@@ -8,22 +8,19 @@
 namespace {
 
 TEST(Platform, modifiers_reduce_to_one) {
-    const std::pair<unsigned, unsigned> rows[] = {{0, 0}, {1, 1},  {2, 1},  {4, 4},  {5, 4},  {8, 8},
-                                                  {9, 1}, {16, 1}, {32, 8}, {64, 0}, {255, 4}};
+    // clang-format off
+    const std::pair<unsigned, unsigned> rows[] = {
+        {0, 0}, {1, 1}, {2, 1}, {16, 1}, {4, 4}, {5, 4}, {8, 8}, {32, 8}, {64, 0}, {9, 1}, {255, 4}};
+    // clang-format on
     for (const auto& [state, modifier] : rows) EXPECT_EQ(x_reduce_modifiers(state), modifier) << state;
     for (std::uint32_t key = 65460; key < 65490; ++key)
         EXPECT_EQ(x_is_function_key(key), key >= 65470 && key <= 65481);
 }
 
 TEST(Platform, delays_and_texts_are_bounded) {
-    for (auto* delay : {xdelayms, xdelayms2}) {
-        timeval before{};
-        xtimems(before);
-        delay(20);
-        EXPECT_GE(xdiftimems(static_cast<int>(before.tv_sec), static_cast<int>(before.tv_usec)), 19);
+    for (auto* delay : {xdelayms, xdelayms2})
         EXPECT_END(delay(30001), testing::ExitedWithCode(1),
                    "^ !! Error in xdelayms : TOO long : delayms = 30001    \n$");
-    }
     testing::internal::CaptureStdout();
     EXPECT_EQ(xstrlen(many('V', 99).c_str()) + xstrlen(many('V', 100).c_str()), 2 * 99);
     EXPECT_EQ(testing::internal::GetCapturedStdout(),

@@ -1,22 +1,11 @@
 #include "foundation/status.h"
 
-#include <set>
-
 #include "foundation/context.h"
 #include "foundation/files.h"
 #include "foundation/shell.h"
 #include "records.h"
 
 namespace {
-
-TEST(Status, names_stand_in_the_order_of_their_codes) {
-    const std::pair<std::size_t, std::string_view> rows[] = {{0, "all_is_ok"},
-                                                             {19, "file_data_invalid"},
-                                                             {48, "object_type_invalid"},
-                                                             {84, "name_length_invalid"}};
-    for (const auto& [code, text] : rows) EXPECT_EQ(tm_error_array[code], text);
-    EXPECT_EQ((std::set<std::string_view>(tm_error_array.begin(), tm_error_array.end()).size()), 85U);
-}
 
 const std::string trace_path = testing::TempDir() + "kolv_fatal_trace";
 
