@@ -26,8 +26,8 @@ constexpr const char* help_results =
     "Viewing simulation results\n\n"
     "The Results page shows the listed signals as a table over time (VIEW WINDOW LIST)\n"
     "or the traced signals as waveforms (VIEW WINDOW TRACE).\n"
-    "The up and down arrow keys move through time.\n\n"
-    "POP brings the results in front of the other windows.\n";
+    "The arrow keys move through time: up and down in the list, left and right in the trace.\n\n"
+    "POP goes from the Results page to the Context page and back.\n";
 
 // clang-format off
 constexpr menu_row rows[] = {

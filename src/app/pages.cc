@@ -114,6 +114,8 @@ void pages_redraw_context() {
     if (tm_vext.numpage == 1) pages_copy_to_window();
 }
 
+void pages_show_other() { XmTabStackSelectTab(tm_window.page_form[1 - current_page()], True); }
+
 void pages_copy_to_window() {
     if (tm_window.picture_changed) pages_show_picture();
 }

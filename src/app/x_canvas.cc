@@ -15,15 +15,15 @@ constexpr std::array<const char*, tm_colours> palette = {"black", "red",    "gre
 
 struct dash_row {
     int line_style;
-    std::array<char, 4> pattern;
+    std::array<char, 6> pattern;
     int length;
 };
 constexpr std::array<dash_row, 5> dashes = {{
-    /* solid       */ {LineSolid, {}, 0},
-    /* dotted      */ {LineOnOffDash, {1, 3}, 2},
-    /* dashed      */ {LineOnOffDash, {5, 4}, 2},
-    /* long_dashed */ {LineOnOffDash, {10, 4}, 2},
-    /* dash_dot    */ {LineOnOffDash, {8, 3, 2, 3}, 4},
+    /* solid        */ {LineSolid, {}, 0},
+    /* dashed       */ {LineOnOffDash, {6, 6}, 2},
+    /* dotted       */ {LineOnOffDash, {3, 6}, 2},
+    /* dash_dot     */ {LineOnOffDash, {12, 6, 3, 6}, 4},
+    /* dash_dot_dot */ {LineOnOffDash, {12, 6, 3, 6, 3, 6}, 6},
 }};
 
 // Coordinates beyond what the protocol carries are held at its limits.

@@ -55,6 +55,12 @@ void kol_scale_trace_time_cmd(std::int16_t nkeyword, kol_array_keyword_t& keywor
 void kol_scale_user_unit_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_switche_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 
+// view_results: which page is shown, which view on the Results page, and from which time.
+void kol_pop_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_view_all_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_view_time_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_view_window_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
 // user_bus and bus_status: buses of the user.
 void kol_define_bus_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_status_bus_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);

@@ -16,8 +16,6 @@ namespace {
 constexpr std::string_view move_words = " MOVe SIGnal ";
 
 constexpr kol_rejection_t count_invalid{nb_par_invalid};
-constexpr kol_rejection_t view_invalid{
-    "# !! Error : Invalid 3rd parameter (should be \"List\",\"Trace\") ? "};
 constexpr kol_rejection_t from_no_integer{"# !! Error : Invalid 4th parameter (should be integer) ? "};
 constexpr kol_rejection_t to_no_integer{"# !! Error : Invalid 5th parameter (should be integer) ? "};
 constexpr kol_rejection_t from_invalid{"# !! Error : Invalid   from_position  ? "};
@@ -83,7 +81,7 @@ void exchange(yx_signal_rec_t& first, yx_signal_rec_t& second) {
 
 kol_rejection_t read_move(std::int16_t nkeyword, kol_array_keyword_t& keyword, move_t& move) {
     if (nkeyword == 4) return count_invalid;
-    if (!kol_begins_with_one_of(kol_kw(keyword, 3), "LT")) return view_invalid;
+    if (!kol_begins_with_one_of(kol_kw(keyword, 3), "LT")) return kol_view_invalid;
     move.in_list = kol_begins_with_one_of(kol_kw(keyword, 3), "L");
     if (const kol_rejection_t wrong = read_positions(nkeyword, keyword, move)) return wrong;
     yx_signal_rec_t* const newest = move.in_list ? kol_ext.list_signal : kol_ext.trace_signal;

@@ -6,5 +6,9 @@
 // The list refuses whatever would make it wider than its 1024 columns.
 inline constexpr kol_rejection_t kol_list_too_wide{"# !! Error : too many columns in LIST ( max : 1024 ) "};
 
+// A command of either view names neither.
+inline constexpr kol_rejection_t kol_view_invalid{
+    "# !! Error : Invalid 3rd parameter (should be \"List\",\"Trace\") ? "};
+
 // Why no net can be picked on the Context page.
 kol_rejection_t kol_check_context_sheet();

@@ -26,6 +26,7 @@ enum tm_code : std::int32_t {
     init_or_open_file_not_done = 8,
     file_index_invalid = 18,
     file_data_invalid = 19,
+    viewport_id_invalid = 24,
     object_id_invalid = 43,
     object_type_invalid = 48,
     object_create_invalid = 51,

@@ -116,6 +116,11 @@ struct kol_defref_var_rec_t {
     std::int16_t trace_cur_row = 1;
     std::int32_t trace_scale = 1000, trace_period = 0;
     bool trace_period_on = false;
+    std::int32_t trace_height = 20, trace_stepv = 40, trace_steph = 24;
+    std::int32_t trace_left_x = 24, trace_left_y = 50, trace_right_x = 276, trace_right_y = 50;
+    std::int32_t trace_sig1t_x0 = 24, trace_sig1t_y0 = 0, trace_sig1n_x0 = 252, trace_sig1n_y0 = 50;
+    std::int32_t trace_sig1r_x0 = 24, trace_sig1r_y0 = 50;
+    std::int32_t trace_sig1g_x1 = 24, trace_sig1g_y1 = 0, trace_sig1g_y2 = 50;
 };
 
 extern kol_defref_var_rec_t kol_ext;

@@ -7,7 +7,8 @@
 #include <string_view>
 
 enum class rs_colour : std::uint8_t { black, red, green, blue, cyan, yellow, magenta, white };
-enum class rs_dash : std::uint8_t { solid, dotted, dashed, long_dashed, dash_dot };
+// Pixels on and off: dashed 6 6, dotted 3 6, dash_dot 12 6 3 6, dash_dot_dot 12 6 3 6 3 6.
+enum class rs_dash : std::uint8_t { solid, dashed, dotted, dash_dot, dash_dot_dot };
 
 struct rs_point {
     std::int32_t x = 0, y = 0;

@@ -1,7 +1,8 @@
-// Scrolling of the list by one time step of about a hundredth of the simulated time.
+// Scrolling of the list and the trace by one time step of about a hundredth of the simulated time.
 #include "foundation/context.h"
 #include "foundation/shell.h"
 #include "results/list_view.h"
+#include "results/trace_view.h"
 
 namespace {
 
@@ -14,20 +15,23 @@ std::int32_t scroll_step() {
     return step;
 }
 
-bool list_is_on_the_page() { return tm_vext.numpage == results_page && kol_ext.list_or_trace; }
+void scroll_forward(bool is_shown, std::int32_t& time) {
+    const std::int32_t step = scroll_step();
+    if (!is_shown || tm_vext.numpage != results_page || std::int64_t{time} + step >= kol_ext.end_time) return;
+    time += step;
+    tm_shell.redraw_results();
+}
+
+void scroll_back(bool is_shown, std::int32_t& time) {
+    const std::int32_t step = scroll_step();
+    if (!is_shown || tm_vext.numpage != results_page || time - step < 0) return;
+    time -= step;
+    tm_shell.redraw_results();
+}
 
 }  // namespace
 
-void kol_cursor_down_1st() {
-    const std::int32_t step = scroll_step();
-    if (!list_is_on_the_page() || std::int64_t{kol_ext.list_cur_time} + step >= kol_ext.end_time) return;
-    kol_ext.list_cur_time += step;
-    tm_shell.redraw_results();
-}
-
-void kol_cursor_up_1st() {
-    const std::int32_t step = scroll_step();
-    if (!list_is_on_the_page() || kol_ext.list_cur_time - step < 0) return;
-    kol_ext.list_cur_time -= step;
-    tm_shell.redraw_results();
-}
+void kol_cursor_down_1st() { scroll_forward(kol_ext.list_or_trace, kol_ext.list_cur_time); }
+void kol_cursor_up_1st() { scroll_back(kol_ext.list_or_trace, kol_ext.list_cur_time); }
+void kol_cursor_right_1st() { scroll_forward(!kol_ext.list_or_trace, kol_ext.trace_cur_time); }
+void kol_cursor_left_1st() { scroll_back(!kol_ext.list_or_trace, kol_ext.trace_cur_time); }

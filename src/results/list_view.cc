@@ -5,6 +5,7 @@
 #include "results/canvas.h"
 #include "results/list_layout.h"
 #include "results/list_rows.h"
+#include "results/trace_view.h"
 
 namespace {
 
@@ -127,13 +128,19 @@ void kol_set_list_geometry(std::int32_t bitmap_height) {
     kol_ext.list_sig1r_y0 = kol_ext.list_stepv;
     kol_ext.list_sig1t_x0 = kol_ext.list_steph;
     kol_ext.list_sig1t_y0 = kol_ext.list_stepv;
+    kol_set_trace_geometry(bitmap_height);
 }
 
 void kol_update_darea_edit() {
     if (!tm_vext.display_on || rs_results_canvas == nullptr) return;
     rs_results_canvas->clear();
-    if (!kol_ext.list_or_trace) return;
-    kol_update_column_list(nullptr);
-    kol_list_write_signame();
-    kol_list_write_sigresult();
+    if (kol_ext.list_or_trace) {
+        kol_update_column_list(nullptr);
+        kol_list_write_signame();
+        kol_list_write_sigresult();
+    } else {
+        kol_update_row_trace(nullptr);
+        kol_trace_write_signame();
+        kol_trace_plot_sigresult();
+    }
 }

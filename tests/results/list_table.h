@@ -7,6 +7,7 @@
 #include <deque>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "foundation/context.h"
@@ -18,12 +19,24 @@
 struct recorder_canvas final : rs_canvas {
     std::int32_t w = 0, h = 0;
     int clears = 0;
-    std::vector<std::string> texts;  // "x,y text"
+    std::vector<std::string> texts;     // "x,y text"
+    std::vector<std::string> segments;  // "x y x y colour dash"
+    std::vector<rs_point> places;       // of dots
+    int dots_drawn = 0;
     std::int32_t width() const override { return w; }
     std::int32_t height() const override { return h; }
-    void clear() override { ++clears, texts.clear(); }
-    void segment(rs_point, rs_point, rs_colour, rs_dash) override {}
-    void dots(rs_point, rs_point, rs_point, rs_colour) override {}
+    void clear() override { ++clears, dots_drawn = 0, texts.clear(), segments.clear(), places.clear(); }
+    void segment(rs_point from, rs_point to, rs_colour colour, rs_dash dash) override {
+        constexpr const char* colours[] = {"black", "red", "green", "blue", "cyan", "yellow"};
+        std::string text;
+        for (const std::int32_t n : {from.x, from.y, to.x, to.y}) text += std::to_string(n) + " ";
+        segments.push_back(text + colours[static_cast<int>(colour)] + " " +
+                           std::to_string(static_cast<int>(dash)));
+    }
+    void dots(rs_point from, rs_point, rs_point count, rs_colour) override {
+        places.push_back(from);
+        dots_drawn += count.x * count.y;
+    }
     void text(rs_point at, std::string_view text, rs_colour, std::int32_t, std::int32_t) override {
         texts.push_back(std::to_string(at.x) + "," + std::to_string(at.y) + " " + std::string(text));
     }
@@ -46,6 +59,12 @@ protected:
         yx_signal_rec_t* last = nullptr;
         parse(text, at, last);
         kol_ext.list_signal = last;
+    }
+
+    void trace(std::string_view text) {
+        list(text);
+        kol_ext.trace_signal = std::exchange(kol_ext.list_signal, nullptr);
+        kol_ext.list_or_trace = false;
     }
 
     // The history of a signal: its states at times, "iU@0 1S@10".

@@ -1,5 +1,6 @@
 #include "foundation/shell.h"
 #include "list_table.h"
+#include "results/trace_view.h"
 
 namespace {
 
@@ -60,12 +61,9 @@ TEST_F(drawn_list, ends_at_the_present_time_in_either_mode) {
     EXPECT_EQ(draw()[1], "24,20 47483648.000");  // the end of a long time
 }
 
-TEST_F(drawn_list, cuts_names_of_entries_at_the_front_and_names_of_members_and_buses_at_the_end) {
+TEST_F(drawn_list, cuts_names_and_names_a_combined_bus_once_at_its_first_shown_member) {
     list("entry_with_number_7 B(member_with_number_8) combined_bus_9[p]");
     EXPECT_EQ(header(), (texts{"204,100 ith_number_7", "240,120 member_with_", "276,140 combined_bus"}));
-}
-
-TEST_F(drawn_list, names_a_combined_bus_once_at_its_first_shown_member) {
     list("a W[p q r] b");
     kol_ext.list_cur_column = 5;
     EXPECT_EQ(header(), (texts{"216,140 W           ", "276,100 b           "}));
@@ -73,28 +71,35 @@ TEST_F(drawn_list, names_a_combined_bus_once_at_its_first_shown_member) {
 
 int redraws = 0;
 
-TEST_F(list_table, scrolls_by_a_step_that_follows_the_end_time) {
-    struct {
-        std::int32_t end_time, from, down, up;
-    } const rows[] = {{50000, 1000, 1500, 500},
-                      {50000, 49500, 49500, 49000},
-                      {50000, 499, 999, 499},
-                      {100200, 1002, 2002, 2},
-                      {5000000, 20000, 30000, 10000},
-                      {500000000, 0, 1000000, 0},
-                      {2147483647, 2147000000, 2147000000, 2146000000}};
+TEST_F(list_table, scrolls_the_view_that_is_shown_by_a_step_that_follows_the_end_time) {
+    // clang-format off
+    const std::int32_t rows[][4] = {  // the end time, from where, then down or up
+        {50000, 1000, 1500, 500}, {50000, 49500, 49500, 49000},  {50000, 499, 999, 499},
+        {100200, 1002, 2002, 2},  {5000000, 20000, 30000, 10000}, {500000000, 0, 1000000, 0},
+        {2147483647, 2147000000, 2147000000, 2146000000}};
+    // clang-format on
     tm_shell.redraw_results = [] { ++redraws; };
     tm_vext.numpage = 0;
-    for (const auto& row : rows) {
-        kol_ext.end_time = row.end_time;
-        kol_ext.list_cur_time = row.from;
+    for (const auto& [end_time, from, down, up] : rows) {
+        kol_ext.end_time = end_time;
+        kol_ext.list_cur_time = from;
         kol_cursor_down_1st();
-        EXPECT_EQ(kol_ext.list_cur_time, row.down) << row.end_time << " from " << row.from;
-        kol_ext.list_cur_time = row.from;
+        EXPECT_EQ(kol_ext.list_cur_time, down) << end_time << " from " << from;
+        kol_ext.list_cur_time = from;
         kol_cursor_up_1st();
-        EXPECT_EQ(kol_ext.list_cur_time, row.up) << row.end_time << " from " << row.from;
+        EXPECT_EQ(kol_ext.list_cur_time, up) << end_time << " from " << from;
     }
     EXPECT_EQ(redraws, 10);  // only when the time moves
+    kol_ext.list_cur_time = kol_ext.trace_cur_time = 2000000;
+    kol_ext.list_or_trace = false;
+    kol_cursor_right_1st();
+    kol_cursor_down_1st();
+    EXPECT_EQ(std::pair(kol_ext.trace_cur_time, kol_ext.list_cur_time), std::pair(3000000, 2000000));
+    kol_cursor_left_1st();
+    kol_cursor_left_1st();
+    tm_vext.numpage = 1;
+    kol_cursor_left_1st();
+    EXPECT_EQ(std::pair(kol_ext.trace_cur_time, redraws), std::pair(1000000, 13));
     tm_shell = tm_default_shell;
 }
 

@@ -1,0 +1,61 @@
+// POP, and VIEW ALL, VIEW TIME and VIEW WINDOW on the Results page.
+#include <algorithm>
+
+#include "commands/handlers.h"
+#include "commands/keyword.h"
+#include "commands/view_rules.h"
+#include "foundation/context.h"
+#include "foundation/shell.h"
+
+namespace {
+
+constexpr std::string_view all_words = " VIEw ALl ";
+constexpr std::string_view time_words = " VIEw TIMe ";
+constexpr std::string_view window_words = " VIEw WINdow ";
+
+constexpr kol_rejection_t page_invalid{not_available};
+constexpr kol_rejection_t time_invalid{"# !! Error : Invalid view time "};
+
+constexpr std::int16_t results_page = 0;
+constexpr std::int32_t trace_divisions = 20;
+
+}  // namespace
+
+void kol_pop_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& /*keyword*/) {
+    tm_shell.show_other_page();
+    tm_display(" POP ");
+}
+
+// Fits the simulated time into the trace; the list begins at its first row.
+void kol_view_all_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    if (tm_vext.numpage != results_page) return kol_reject(all_words, 3, nkeyword, keyword, page_invalid);
+    if (kol_ext.list_or_trace) {
+        kol_ext.list_cur_time = 0;
+    } else {
+        kol_ext.trace_cur_time = 0;
+        kol_ext.trace_scale = std::max(kol_ext.end_time / trace_divisions, 1);
+    }
+    tm_shell.redraw_results();
+    tm_display(all_words);
+}
+
+void kol_view_time_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    const tm_string_record_t& view = kol_kw(keyword, 3);
+    if (!kol_begins_with_one_of(view, "LT"))
+        return kol_reject(time_words, 3, nkeyword, keyword, kol_view_invalid);
+    std::int32_t time = 0;
+    if (!kol_read_positive_time(kol_kw(keyword, 4), time))
+        return kol_reject(time_words, 3, nkeyword, keyword, time_invalid);
+    (kol_begins_with_one_of(view, "L") ? kol_ext.list_cur_time : kol_ext.trace_cur_time) = time;
+    tm_shell.redraw_results();
+    kol_echo(time_words, 3, nkeyword, keyword);
+}
+
+void kol_view_window_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    const tm_string_record_t& view = kol_kw(keyword, 3);
+    if (!kol_begins_with_one_of(view, "LT"))
+        return kol_reject(window_words, 3, nkeyword, keyword, kol_view_invalid);
+    kol_ext.list_or_trace = kol_begins_with_one_of(view, "L");
+    tm_shell.redraw_results();
+    kol_echo(window_words, 3, nkeyword, keyword);
+}

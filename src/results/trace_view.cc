@@ -1,0 +1,190 @@
+#include "results/trace_view.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+#include "foundation/status.h"
+#include "kernel/say.h"
+#include "kernel/state.h"
+#include "results/canvas.h"
+#include "results/list_view.h"
+#include "results/trace_layout.h"
+
+namespace {
+
+constexpr std::int32_t divisions = 20, divisions_per_label = 5;
+constexpr std::size_t label_width = 14;
+constexpr std::int64_t large_span = 1'000'000, coarse_step = 1'000;
+
+std::int32_t plot_width() {
+    return rs_results_canvas->width() - kol_ext.trace_right_x - kol_ext.trace_left_x;
+}
+
+std::int64_t window_span() { return std::int64_t{divisions} * kol_ext.trace_scale; }
+
+// Where waveforms end: at the window's end or at the present.
+std::int32_t plot_end() {
+    return static_cast<std::int32_t>(
+        std::min<std::int64_t>(kol_ext.cur_time, kol_ext.trace_cur_time + window_span()));
+}
+
+// A large window counts in thousands of time steps.
+std::int32_t x_of(std::int32_t time) {
+    const std::int64_t unit = window_span() > large_span ? coarse_step : 1;
+    const std::int64_t offset = (std::int64_t{time} - kol_ext.trace_cur_time) / unit;
+    return static_cast<std::int32_t>(offset * plot_width() / (window_span() / unit)) + kol_ext.trace_left_x;
+}
+
+struct value_row {
+    std::int32_t side;  // of the row's middle line: +1 below, -1 above
+    rs_colour colour;
+};
+constexpr value_row values[] = {
+    /* i */ {0, rs_colour::red},
+    /* 0 */ {+1, rs_colour::yellow},
+    /* x */ {0, rs_colour::yellow},
+    /* 1 */ {-1, rs_colour::yellow},
+};
+constexpr rs_dash drives[] = {
+    /* U */ rs_dash::dash_dot_dot, /* Z */ rs_dash::dash_dot, /* R */ rs_dash::dotted,
+    /* W */ rs_dash::dashed,       /* S */ rs_dash::solid,
+};
+
+// The end of the waveform drawn so far.
+struct pen {
+    rs_point at;
+    rs_colour colour;
+    rs_dash dash;
+
+    void line_to(rs_point to) {
+        rs_results_canvas->segment(at, to, colour, dash);
+        at = to;
+    }
+    void step_to(const pen& next) {
+        line_to({next.at.x, at.y});
+        colour = next.colour;
+        dash = next.dash;
+        if (next.at.y != at.y) line_to(next.at);
+    }
+};
+
+// A state code that is none is drawn as iU.
+pen pen_for(std::int8_t state, std::int32_t x, std::int32_t middle) {
+    std::int16_t value = 0, drive = 0;
+    kol_state_to_valdrive(state, value, drive);
+    const value_row& row = values[value];
+    return {{x, middle + row.side * (kol_ext.trace_stepv / 3)},
+            drive == 0 ? rs_colour::cyan : row.colour,
+            drives[drive]};
+}
+
+void draw_waveform(yx_signal_rec_t& signal) {
+    kol_trace_get_sigresult(&signal, kol_ext.trace_cur_time);
+    if (signal.list_state_cur == nullptr || !kol_trace_row_shown(signal)) return;
+    const std::int32_t end = plot_end(), middle = kol_trace_row_y(signal.row);
+    if (end <= kol_ext.trace_cur_time) return;
+    yx_list_state_rec_t*& record = signal.list_state_cur;
+    pen drawn = pen_for(record->state, kol_ext.trace_left_x, middle);
+    while (record->next != nullptr && record->next->time <= end) {
+        record = record->next;
+        drawn.step_to(pen_for(record->state, x_of(record->time), middle));
+    }
+    drawn.line_to({x_of(end), drawn.at.y});
+}
+
+void draw_labels() {
+    constexpr std::int64_t latest = std::numeric_limits<std::int32_t>::max();
+    for (std::int32_t division = 0; division < divisions; division += divisions_per_label) {
+        const std::int64_t time = kol_ext.trace_cur_time + std::int64_t{division} * kol_ext.trace_scale;
+        const std::string text = kol_time_text(static_cast<std::int32_t>(std::min(time, latest)));
+        const rs_point at{division * (plot_width() / divisions) + kol_ext.trace_sig1t_x0,
+                          kol_ext.trace_sig1t_y0};
+        rs_results_canvas->text(at, text.substr(0, label_width), rs_colour::white, kol_ext.trace_steph / 2,
+                                kol_ext.trace_height);
+    }
+}
+
+bool step_count_is_valid(std::int32_t count) { return count >= 2 && count <= 50; }
+
+// Dots at across times down places spread evenly between the two points; every fifth column is of 2 x 2 dots.
+void draw_grid(rs_point from, rs_point to, std::int32_t across, std::int32_t down, rs_colour colour) {
+    if (!step_count_is_valid(across) || !step_count_is_valid(down)) tm_fatal(viewport_id_invalid);
+    for (std::int32_t column = 0; column < across; ++column) {
+        const bool bold = column % divisions_per_label == 0;
+        const std::int32_t x = from.x + (to.x - from.x) * column / (across - 1);
+        for (std::int32_t row = 0; row < down; ++row) {
+            const std::int32_t y = from.y + (to.y - from.y) * row / (down - 1);
+            rs_results_canvas->dots({bold ? x - 1 : x, y}, {1, 1}, bold ? rs_point{2, 2} : rs_point{1, 1},
+                                    colour);
+        }
+    }
+}
+
+bool is_drawable(const yx_signal_rec_t* first) {
+    if (first == nullptr || kol_ext.trace_cur_time < 0) {
+        kol_trace(" TRACE : nothing to draw : time : %d", kol_ext.trace_cur_time);
+        return false;
+    }
+    if (kol_ext.trace_scale >= 1) return true;
+    kol_trace(" TRACE : INVALID trace_scale : %d", kol_ext.trace_scale);
+    return false;
+}
+
+}  // namespace
+
+void kol_trace_get_sigresult(yx_signal_rec_t* signal, std::int32_t cur_time) {
+    kol_list_get_sigresult(signal, cur_time);
+}
+
+void kol_trace_get_busresult(yx_bus_rec_t* bus, std::int32_t cur_time) {
+    kol_list_get_busresult(bus, cur_time);
+}
+
+// A bus may hold another one twice, so each waveform moves its own cursor back.
+void kol_trace_plotbusresult(yx_bus_rec_t* bus) {
+    for (yx_signal_rec_t* member = bus->signal; member != nullptr; member = member->next) {
+        if (!member->sig_bus) {
+            draw_waveform(*member);
+        } else if (member->bus != nullptr) {
+            kol_trace_place_members(*member);
+            kol_trace_plotbusresult(member->bus);
+        }
+    }
+}
+
+void kol_trace_plot_sigresult() {
+    yx_signal_rec_t* entry = kol_trace_first_entry();
+    if (rs_results_canvas == nullptr || !is_drawable(entry)) return;
+    draw_labels();
+    for (; entry != nullptr; entry = entry->next) {
+        if (!entry->sig_bus) {
+            draw_waveform(*entry);
+        } else if (entry->bus != nullptr) {
+            kol_trace_place_members(*entry);
+            kol_trace_plotbusresult(entry->bus);
+        }
+    }
+    draw_grid({kol_ext.trace_sig1g_x1, kol_ext.trace_sig1g_y1},
+              {plot_width() + kol_ext.trace_left_x, kol_ext.trace_sig1g_y2}, divisions + 1,
+              kol_trace_rows_shown(), rs_colour::white);
+}
+
+void kol_set_trace_geometry(std::int32_t bitmap_height) {
+    kol_ext.trace_height = 20;
+    kol_ext.trace_stepv = 2 * kol_ext.trace_height;
+    kol_ext.trace_steph = 24;
+    kol_ext.trace_left_x = 24;
+    kol_ext.trace_left_y = kol_ext.trace_stepv + 10;
+    kol_ext.trace_right_x = kol_ext.trace_left_x + 252;
+    kol_ext.trace_right_y = kol_ext.trace_left_y;
+    kol_ext.trace_sig1t_x0 = kol_ext.trace_left_x;
+    kol_ext.trace_sig1t_y0 = kol_ext.trace_stepv * (bitmap_height / 42 - 5) + kol_ext.trace_left_y + 12;
+    kol_ext.trace_sig1n_x0 = kol_ext.trace_right_x - kol_ext.trace_steph;
+    kol_ext.trace_sig1n_y0 = kol_ext.trace_left_y;
+    kol_ext.trace_sig1r_x0 = kol_ext.trace_left_x;
+    kol_ext.trace_sig1r_y0 = kol_ext.trace_left_y;
+    kol_ext.trace_sig1g_x1 = kol_ext.trace_left_x;
+    kol_ext.trace_sig1g_y1 = kol_ext.trace_stepv * (bitmap_height / 42 - 6) + kol_ext.trace_left_y;
+    kol_ext.trace_sig1g_y2 = kol_ext.trace_left_y;
+}
