@@ -1,22 +1,12 @@
 // The delays of cells: the rule, timing files, delay files, and what is refused in them.
-#include "expand/delays.h"
+#include <sstream>
+
 #include "expansion.h"
 #include "support/design_build.h"
 
 namespace {
 
-class delays : public expansion {
-protected:
-    // "min:typ:max/min:typ:max" of an instance's output pin.
-    static std::string of(const std::string& instance) {
-        const yx_pin_record_t& pin = tst_pin(instance + "/Y");
-        std::string text;
-        for (const std::int32_t* edge : {pin.rise, pin.fall})
-            text += (text.empty() ? "" : "/") + std::to_string(edge[0]) + ":" + std::to_string(edge[1]) +
-                    ":" + std::to_string(edge[2]);
-        return text;
-    }
-};
+class delays : public expansion {};
 
 // inv has 1 load, nand 6 (five pins and a port), the bits of word 1 and 0; mux reads 3 inputs.
 constexpr std::string_view netlist =
@@ -25,91 +15,74 @@ constexpr std::string_view netlist =
     "cell $_NOT_ inv A=2 Y=4; cell $_NAND_ nand A=4 B=3 Y=5; cell $_BUF_ l1 A=5 Y=6\n"
     "cell $and word A=5,5 B=5,3 Y=7,8; cell $_MUX_ mux A=5 B=7 S=3 Y=9; cell leaf deep i=5 o=10";
 
-TEST_F(delays, follow_the_default_rule) {
-    start(netlist);
-    // Rise 2 + inputs + min(loads, 4), fall one less; 0.7 and 1.3 of it rounded.
-    const std::pair<const char*, const char*> rows[] = {
-        {"inv", "3:4:5/2:3:4"},     {"nand", "6:8:10/5:7:9"},   {"l1", "2:3:4/1:2:3"},
-        {"word[0]", "4:5:7/3:4:5"}, {"word[1]", "3:4:5/2:3:4"}, {"deep/g", "2:3:4/1:2:3"},
-    };
-    for (const auto& [instance, text] : rows) EXPECT_EQ(of(instance), text) << instance;
-    // The last gate of a multiplexer has what two gates of one step before it leave of 2 + 3 + 1.
-    EXPECT_EQ(of("mux"), "2:4:6/2:3:5");
-    EXPECT_EQ(of("mux.g1"), "1:1:1/1:1:1");
-    EXPECT_EQ(yx_sext.time_step, 1.0F);
-}
-
-TEST_F(delays, follow_a_timing_file) {
-    const std::string timing = file("timing.json", R"({
+TEST_F(delays, follow_the_default_rule_a_timing_file_and_a_delay_file) {
+    constexpr const char* timing = R"({
         "factors": {"minimum": 0.5, "maximum": 2},
         "default": {"rise": {"base": 10}, "fall": {"base": 0, "per_input": 0.25, "per_load": 0}},
         "cells": {"$_NAND_": {"rise": {"base": 1, "per_input": 2, "per_load": 3.5, "load_cap": 5}},
-                  "$_BUF_": {"rise": {"base": 0.4, "per_input": 0, "per_load": 0}}}})");
-    start(netlist, "--timing", timing);
-    const std::pair<const char*, const char*> rows[] = {{"inv", "6:12:24/1:1:2"},
-                                                        {"nand", "12:23:46/1:1:2"},
-                                                        {"l1", "1:1:2/1:1:2"},
-                                                        {"deep/g", "6:11:22/1:1:2"}};
-    for (const auto& [instance, text] : rows) EXPECT_EQ(of(instance), text) << instance;
-}
-
-TEST_F(delays, of_single_cells_come_from_a_delay_file) {
-    const std::string lines =
-        "inv\t10\t7\r\n\n/nand\t1:2:3\t5:5:9\nword\t20\t30\ndeep/g\t100000000\t1\nmux\t1\t9";
-    start(netlist, "--delays", file("delays.tsv", lines));
-    const std::pair<const char*, const char*> rows[] = {{"inv", "7:10:13/5:7:9"},
-                                                        {"nand", "1:2:3/5:5:9"},
-                                                        {"word[0]", "14:20:26/21:30:39"},
-                                                        {"word[1]", "14:20:26/21:30:39"},
-                                                        {"l1", "2:3:4/1:2:3"},
-                                                        {"mux", "1:1:1/4:7:10"},
-                                                        {"deep/g", "70000000:100000000:100000000/1:1:1"}};
-    for (const auto& [instance, text] : rows) EXPECT_EQ(of(instance), text) << instance;
+                  "$_BUF_": {"rise": {"base": 0.4, "per_input": 0, "per_load": 0}}}})";
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        // Rise 2 + inputs + min(loads, 4), fall one less; 0.7 and 1.3 of it rounded.  The last gate of a
+        // multiplexer has what two gates of one step before it leave of 2 + 3 + 1.
+        {"--timing", "{}",
+         "inv 3:4:5/2:3:4 nand 6:8:10/5:7:9 l1 2:3:4/1:2:3 word[0] 4:5:7/3:4:5 word[1] 3:4:5/2:3:4 "
+         "deep/g 2:3:4/1:2:3 mux 2:4:6/2:3:5 mux.g1 1:1:1/1:1:1"},
+        {"--timing", timing, "inv 6:12:24/1:1:2 nand 12:23:46/1:1:2 l1 1:1:2/1:1:2 deep/g 6:11:22/1:1:2"},
+        {"--delays", "inv\t10\t7\r\n\n/nand\t1:2:3\t5:5:9\nword\t20\t30\ndeep/g\t100000000\t1\nmux\t1\t9",
+         "inv 7:10:13/5:7:9 nand 1:2:3/5:5:9 l1 2:3:4/1:2:3 word[0] 14:20:26/21:30:39 "
+         "word[1] 14:20:26/21:30:39 mux 1:1:1/4:7:10 deep/g 70000000:100000000:100000000/1:1:1"}};
+    for (const auto& [option, given, expected] : rows) {
+        start(netlist, option, file("given", given));
+        std::istringstream words(expected);
+        for (std::string instance, text; words >> instance >> text;) {
+            const yx_pin_record_t& pin = tst_pin(instance + "/Y");
+            std::string found;
+            for (const std::int32_t* edge : {pin.rise, pin.fall})
+                for (int k = 0; k < 3; ++k)
+                    found += (found.empty() ? "" : k == 0 ? "/" : ":") + std::to_string(edge[k]);
+            EXPECT_EQ(found, text) << instance;
+        }
+    }
+    EXPECT_EQ(yx_sext.time_step, 1.0F);
     start(netlist, "--time-step", "0.25");
     EXPECT_EQ(yx_sext.time_step, 0.25F);
 }
 
 TEST_F(delays, that_do_not_belong_there_are_refused_with_their_place) {
-    const std::string tabs = "bad delay: expected cell, rise and fall between tabs";
-    const std::string steps =
-        "bad delay: a delay is a whole number of steps from 1 on, or minimum:typical:maximum";
+    const std::string bad = ": bad timing: ", key = bad + "unknown key ";
+    const std::string whole = bad + "expected a whole number of steps from 0 on, or three";
+    const auto expect = [&](const char* option, const char* text, std::string message) {
+        const std::string path = file("given", text);
+        if (message.starts_with("FILE")) message.replace(0, 4, path);
+        EXPECT_EQ(expand(netlist, option, path), message) << text;
+    };
+    expect("--delays", "\n\ninv 2 2", "FILE: line 3: bad delay: expected cell, rise and fall between tabs");
+    for (const char* const text : {"inv\t1", "inv\t1\t1\t1", "\t1\t1"})
+        expect("--delays", text, "FILE: line 1: bad delay: expected cell, rise and fall between tabs");
+    for (const char* const steps : {"0", "-1", "1.5", "100000001", "1:2", "1:2:3:4", "3:2:4"})
+        expect("--delays", ("inv\t1\t" + std::string(steps)).c_str(),
+               "FILE: line 1: bad delay: a delay is a whole number of steps from 1 on, or "
+               "minimum:typical:maximum");
     const std::tuple<const char*, const char*, std::string> rows[] = {
-        {"--delays", "inv\t1\t1\ninv 2 2", "FILE: line 2: " + tabs},
-        {"--delays", "inv\t1", "FILE: line 1: " + tabs},
-        {"--delays", "inv\t1\t1\t1", "FILE: line 1: " + tabs},
-        {"--delays", "\t1\t1", "FILE: line 1: " + tabs},
-        {"--delays", "\n\ninv\t0\t1", "FILE: line 3: " + steps},
-        {"--delays", "inv\t1\t-1", "FILE: line 1: " + steps},
-        {"--delays", "inv\t1.5\t1", "FILE: line 1: " + steps},
-        {"--delays", "inv\t1 \t1", "FILE: line 1: " + steps},
-        {"--delays", "inv\t100000001\t1", "FILE: line 1: " + steps},
-        {"--delays", "inv\t1:2\t1", "FILE: line 1: " + steps},
-        {"--delays", "inv\t1:2:3:4\t1", "FILE: line 1: " + steps},
-        {"--delays", "inv\t3:2:4\t1", "FILE: line 1: " + steps},
-        {"--delays", "inv\t:2:4\t1", "FILE: line 1: " + steps},
         {"--delays", "inv\t1\t1\n/inv\t2\t2", "FILE: line 2: bad delay: cell \"inv\" again"},
         {"--delays", "inv\t1\t1\nno\t1\t1\ng\t1\t1", "--delays: line 2: bad delay: no cell \"no\""},
         {"--timing", "{\"factors\": ", "FILE: malformed JSON"},
-        {"--timing", "[]", "FILE: bad timing: expected an object"},
-        {"--timing", R"({"cell": {}})", "FILE: bad timing: unknown key \"cell\""},
+        {"--timing", "[]", "FILE" + bad + "expected an object"},
+        {"--timing", R"({"cell": {}})", "FILE" + key + "\"cell\""},
         {"--timing", R"({"factors": {"minimum": -1}})",
-         "FILE: factors/minimum: bad timing: expected a number from 0 on"},
+         "FILE: factors/minimum" + bad + "expected a number from 0 on"},
         {"--timing", R"({"factors": {"minimum": 1.1}})",
-         "FILE: factors: bad timing: minimum is at most 1 and maximum at least 1"},
-        {"--timing", R"({"default": {"up": {}}})", "FILE: default: bad timing: unknown key \"up\""},
-        {"--timing", R"({"default": {"rise": 3}})", "FILE: default/rise: bad timing: expected an object"},
+         "FILE: factors" + bad + "minimum is at most 1 and maximum at least 1"},
+        {"--timing", R"({"default": {"up": {}}})", "FILE: default" + key + "\"up\""},
+        {"--timing", R"({"default": {"rise": 3}})", "FILE: default/rise" + bad + "expected an object"},
         {"--timing", R"({"cells": {"$_NOT_": {"fall": {"base": "2"}}}})",
-         "FILE: cells/$_NOT_/fall/base: bad timing: expected a number from 0 on"},
-        {"--timing", R"({"cells": {"$_NOT": {}}})", "FILE: cells: bad timing: unknown cell type \"$_NOT\""},
-        {"--timing", R"({"cells": {"$_NOT_": {"setup": 1}}})",
-         "FILE: cells/$_NOT_: bad timing: unknown key \"setup\""},
+         "FILE: cells/$_NOT_/fall/base" + bad + "expected a number from 0 on"},
+        {"--timing", R"({"cells": {"$_AND_": {"hold": 1}}})", "FILE: cells/$_AND_" + key + "\"hold\""},
+        {"--timing", R"({"default": {"setup": [1,2]}})", "FILE: default/setup" + whole},
+        {"--timing", R"({"default": {"hold": -1}})", "FILE: default/hold" + whole},
+        {"--timing", R"({"cells": {"$_NOT": {}}})", "FILE: cells" + bad + "unknown cell type \"$_NOT\""},
     };
-    for (const auto& [option, text, message] : rows) {
-        const std::string path = file("given", text);
-        std::string expected = message;
-        if (expected.starts_with("FILE")) expected.replace(0, 4, path);
-        EXPECT_EQ(expand(netlist, option, path), expected) << text;
-    }
+    for (const auto& [option, text, message] : rows) expect(option, text, message);
 }
 
 }  // namespace

@@ -12,7 +12,6 @@
 #include "kernel/lookup.h"
 #include "kernel/model.h"
 #include "kernel/queue.h"
-#include "kernel/run.h"
 #include "kernel/say.h"
 #include "kernel/setup.h"
 #include "models/model_table.h"
@@ -20,23 +19,35 @@
 #include "netlist/text.h"
 #include "support/design_build.h"
 #include "support/session.h"
+#include "support/stimuli.h"
 
 namespace {
 
 using nlohmann::json;
 
-json bits_of(const std::string& text) {
+// A net named where it is used, "d" or "d:2" for one of two bits.
+json& bits_named(json& module, const std::string& word) {
+    const std::size_t colon = word.find(':');
+    const int first = 1000 * static_cast<int>(module["netnames"].size() + 1);
+    json& bits = module["netnames"][word.substr(0, colon)]["bits"];
+    const int width = !bits.is_null() ? 0 : colon == word.npos ? 1 : std::stoi(word.substr(colon + 1));
+    for (int k = 0; k < width; ++k) bits.push_back(first + k);
+    return bits;
+}
+
+json bits_of(json& module, const std::string& text) {
     json bits = json::array();
     std::istringstream words(text);
     for (std::string word; std::getline(words, word, ',');) {
         if (std::string("01xz").find(word) != std::string::npos) {
             bits.push_back(word);
-            continue;
+        } else if (std::isalpha(word[0]) != 0) {
+            for (const json& bit : bits_named(module, word)) bits.push_back(bit);
+        } else {
+            const std::size_t dots = word.find("..");
+            const int last = std::stoi(dots == word.npos ? word : word.substr(dots + 2));
+            for (int bit = std::stoi(word); bit <= last; ++bit) bits.push_back(bit);
         }
-        const std::size_t dots = word.find("..");
-        const int first = std::stoi(word),
-                  last = dots == word.npos ? first : std::stoi(word.substr(dots + 2));
-        for (int bit = first; bit <= last; ++bit) bits.push_back(bit);
     }
     return bits;
 }
@@ -48,12 +59,17 @@ void add_cell(json& module, std::istringstream& words) {
     while (words >> word) {
         const std::size_t at = word.find_first_of("=:");
         const std::string key = word.substr(0, at), text = word.substr(at + 1);
+        const json bits = word[at] == '=' ? bits_of(module, text) : json();
         if (word[at] == '=')
-            cell["connections"][key] = bits_of(text);
+            cell["connections"][key] = bits;
         else if (key == "@drive")
             cell["attributes"]["drive"] = text;
+        else if (key.ends_with("_VALUE"))
+            cell["parameters"][key] = text;
         else
             cell["parameters"][key] = std::stoi(text);
+        if (key == "Q" && std::isalpha(text[0]) != 0)
+            module["ports"][text.substr(0, text.find(':'))] = {{"direction", "output"}, {"bits", bits}};
     }
     module["cells"][name] = cell;
 }
@@ -71,11 +87,14 @@ void add_statement(json& modules, std::string& module, const std::string& statem
         return;
     }
     words >> text;
-    if (verb == "net" || verb == "hide")
-        modules[module]["netnames"][name] = {{"hide_name", verb == "hide" ? 1 : 0}, {"bits", bits_of(text)}};
+    if (verb == "init")
+        modules[module]["netnames"][name]["attributes"]["init"] = text;
+    else if (verb == "net" || verb == "hide")
+        modules[module]["netnames"][name] = {{"hide_name", verb == "hide" ? 1 : 0},
+                                             {"bits", bits_of(modules[module], text)}};
     else
         modules[module]["ports"][name] = {{"direction", verb + (verb == "inout" ? "" : "put")},
-                                          {"bits", bits_of(text)}};
+                                          {"bits", bits_of(modules[module], text)}};
 }
 
 }  // namespace
@@ -174,10 +193,7 @@ void expansion::force(const std::map<std::string, char>& states) {
     constexpr std::int32_t long_enough = 200'000;
     for (const auto& [name, state] : states)
         kol_create_force_event(net(name), kol_ext.cur_time, state == '0' ? 17 : state == '1' ? 19 : 18);
-    kol_ext.end_time = kol_ext.cur_time + long_enough;
-    bool nothing = false;
-    kol_exec_all_event(nothing);
-    kol_ext.cur_time = kol_ext.end_time;
+    tst_run_until(kol_ext.cur_time + long_enough);
 }
 
 char expansion::value(const std::string& name) { return "i0x1"[net(name)->UU.U1.cur_state.state & 3]; }

@@ -5,10 +5,12 @@
 //   module NAME [top] [blackbox]     the statements behind it belong to it; without one: module "top"
 //   in|out|inout NAME BITS           a port
 //   net|hide NAME BITS               a net name, a hidden one
+//   init NAME DIGITS                 the initial value of a net
 //   cell TYPE NAME WORD...           WORD: PORT=BITS, PARAMETER:NUMBER or @drive:LETTERS
 //
 // BITS are least significant first: 0, 1, x, z, a number of the module's nets, or 5..8 for the nets 5 to 8,
-// set apart by commas.
+// set apart by commas; or a name, d or d:2, of a net that needs no other statement.  Named nets on a port Q
+// are outputs.
 #pragma once
 
 #include <gtest/gtest.h>

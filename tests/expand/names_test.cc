@@ -1,9 +1,11 @@
 // The names of a design as the command language meets them: typeable names, the hierarchy, vectors as buses,
 // and what is left of names when they would overflow.
+#include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
 
 #include "commands/interpreter.h"
+#include "expand/buses_out.h"
 #include "expand/design_out.h"
 #include "expansion.h"
 #include "foundation/context.h"
@@ -42,18 +44,12 @@ TEST_F(names, that_cannot_be_typed_are_replaced_and_clashes_numbered) {
         {"$auto$1", "x$auto$1"}, {"N_7", "xN_7"},        {"nI_7", "xnI_7"},     {"n7", "n7"},
         {"a$arg1", "a_arg1"},    {"a$VAR2x", "a_VAR2x"}, {"\\e[3]", "x\\e[3]"}, {"w\xC3\xA4", "w__"},
     };
-    std::string nets = "{\"modules\": {\"top\": {\"netnames\": {";
-    int bit = 2;
-    for (const auto& [raw, name] : rows) {
-        std::string escaped;
-        for (const char c : std::string(raw))
-            escaped += c == '"' || c == '\\' ? std::string("\\") + c : std::string(1, c);
-        nets += (bit > 2 ? ",\"" : "\"") + escaped + "\": {\"bits\": [" + std::to_string(bit) + "]}";
-        ++bit;
-    }
-    ASSERT_EQ(expand_json(nets + "}}}}", "--names", folder / "map"), "");
-    load();
+    nlohmann::ordered_json json;
     std::string map;
+    for (int bit = 2; const auto& [raw, name] : rows)
+        json["modules"]["top"]["netnames"][raw]["bits"] = {bit++};
+    ASSERT_EQ(expand_json(json.dump(), "--names", folder / "map"), "");
+    load();
     for (const auto& [raw, name] : rows) {
         EXPECT_EQ(found(name), std::string("/") + name);
         if (std::string(raw) != name) map += std::string("/") + name + "\t/" + raw + "\tnet\n";
@@ -63,10 +59,9 @@ TEST_F(names, that_cannot_be_typed_are_replaced_and_clashes_numbered) {
 
 TEST_F(names, with_any_printable_character_in_them_can_be_typed_as_a_command) {
     for (char c = '!'; c <= '~'; ++c) {
-        std::string raw = std::string("p") + c + "1q";
-        if (c == '"' || c == '\\') raw.insert(1, "\\");
-        ASSERT_EQ(expand_json("{\"modules\": {\"top\": {\"netnames\": {\"" + raw + "\": {\"bits\": [2]}}}}}"),
-                  "");
+        nlohmann::json json;
+        json["modules"]["top"]["netnames"][std::string("p") + c + "1q"]["bits"] = {2};
+        ASSERT_EQ(expand_json(json.dump()), "");
         load();
         const std::string path(kol_path(yx_ptrto_net_rec(1)->sim_path));
         type("FORCE A " + path.substr(1) + " 1 0");
@@ -86,33 +81,18 @@ constexpr std::string_view two_levels =
 
 TEST_F(names, of_every_level_lead_to_the_net) {
     start(two_levels);
-    const struct {
-        const char *name, *level, *path;
-    } rows[] = {
-        {"a", "/", "/a"},
-        {"/a", "/u1/", "/a"},
-        {"A", "/", "/a"},
-        {"/u1/i", "/", "/a"},
-        {"i", "/u1/", "/a"},
-        {"/u1/a/x", "/", "/a"},
-        {"u1/a/x", "/", "/a"},
-        {"/u1/o", "/", "/mid"},
-        {"/u2/i", "/", "/mid"},
-        {"/u1/b/inner", "/", "/mid"},
-        {"between", "/u2/", "/u2/between"},
-        {"/u2/a/y", "/", "/u2/between"},
-        {"/u1/a/g/A", "/", "/a"},
-        {"/u1/a/g/Y", "/", "/u1/between"},
-        {"b/g/A", "/u2/", "/u2/between"},
-        {"/u2/v[1]", "/", "/w[1]"},
-        {"/u1/v[0]", "/", "/w[0]"},
-        {"w[2]", "/", "/w[2]"},
-        {"/u1/a", "/", ""},
-        {"/u3/i", "/", ""},
-        {"between", "/", ""},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(found(row.name, row.level), row.path) << row.level << " " << row.name;
+    using row = std::array<const char*, 3>;
+    // clang-format off
+    for (const auto& [name, level, path] : {
+              row{"a", "/", "/a"}, row{"/a", "/u1/", "/a"}, row{"A", "/", "/a"}, row{"/u1/i", "/", "/a"},
+              row{"i", "/u1/", "/a"}, row{"/u1/a/x", "/", "/a"}, row{"/u1/o", "/", "/mid"},
+              row{"/u2/i", "/", "/mid"}, row{"between", "/u2/", "/u2/between"},
+              row{"/u2/a/y", "/", "/u2/between"}, row{"/u1/a/g/A", "/", "/a"},
+              row{"/u1/a/g/Y", "/", "/u1/between"}, row{"b/g/A", "/u2/", "/u2/between"},
+              row{"/u2/v[1]", "/", "/w[1]"}, row{"/u1/v[0]", "/", "/w[0]"}, row{"w[2]", "/", "/w[2]"},
+              row{"/u1/a", "/", ""}, row{"/u3/i", "/", ""}, row{"between", "/", ""}})
+        EXPECT_EQ(found(name, level), path) << level << " " << name;
+    // clang-format on
     EXPECT_EQ(yx_sext.max_macro_cur, 6);
     force({{"a", '1'}});
     EXPECT_EQ(value("z"), '1');
@@ -139,7 +119,10 @@ TEST_F(names, of_vectors_are_buses_of_consecutive_nets) {
 }
 
 TEST_F(names, of_buses_are_defined_by_the_command_file_most_significant_bit_first) {
-    std::string json = netlist_json("in down 2..4; in up 5..7; in long 10..79; in one 90; out zcopy 2,3");
+    std::string json = netlist_json(
+        "in down 2..4; in up 5..7; in long 10..79; in one 90; out zcopy 2,3"
+        "; cell $dff f D=2,3 CLK=4 Q=100,101; cell $_NOT_ g A=100 Y=102"
+        "; net count 100,101; net mixed 100,102; hide hidden 101,100");
     const std::string up = "\"bits\":[5,6,7]", down = "\"bits\":[2,3,4]";
     json.insert(json.find(up), "\"upto\": 1, \"offset\": 4, ");
     json.insert(json.find(down), "\"offset\": 8, ");
@@ -150,7 +133,8 @@ TEST_F(names, of_buses_are_defined_by_the_command_file_most_significant_bit_firs
     EXPECT_EQ(members_of("down"), (lines{"/down[10]", "/down[9]", "/down[8]"}));
     EXPECT_EQ(members_of("up"), (lines{"/up[4]", "/up[5]", "/up[6]"}));
     EXPECT_EQ(members_of("zcopy"), (lines{"/down[9]", "/down[8]"}));
-    EXPECT_EQ(members_of("one"), lines{});
+    EXPECT_EQ(members_of("count"), (lines{"/count[1]", "/count[0]"}));
+    for (const char* const none : {"one", "mixed", "hidden"}) EXPECT_EQ(members_of(none), lines{}) << none;
     const lines members = members_of("long");
     ASSERT_EQ(members.size(), 70U);
     for (std::size_t k = 0; k < 70; ++k) EXPECT_EQ(members[k], "/long[" + std::to_string(69 - k) + "]");
@@ -172,7 +156,8 @@ TEST_F(names, of_ports_and_the_function_stay_whatever_the_economy) {
     const std::string text =
         netlist_json(std::string(two_levels) +
                      "hide $hidden 20; cell $_MUX_ $m A=2 B=4 S=10 Y=20\n"
-                     "out m 21; cell $_XNOR_ w1 A=20 B=3 Y=21; out w1_ 22; cell $_BUF_ g1 A=2 Y=22");
+                     "out m 21; cell $_XNOR_ w1 A=20 B=3 Y=21; out w1_ 22; cell $_BUF_ g1 A=2 Y=22\n"
+                     "cell $dff f D=2,3 CLK=4 Q=100,101; net count 100,101");
     for (const xp_economy& economy : xp_economies()) {
         SCOPED_TRACE(economy.name);
         xp_netlist netlist;
@@ -195,6 +180,8 @@ TEST_F(names, of_ports_and_the_function_stay_whatever_the_economy) {
         EXPECT_EQ(tst_take_lines(), lines{});
         kol_ext.spike_on = false;
         expect_distinct_paths();
+        EXPECT_NE(xp_buses_text(flat).find("count"), std::string::npos);
+        EXPECT_EQ(xp_buses_text(flat, false).find("count"), std::string::npos);
         for (const char* const port : {"a", "z", "m", "w1_", "w[0]", "w[2]"})
             EXPECT_EQ(found(port), std::string("/") + port);
         for (const char a : {'0', '1'}) {
@@ -210,29 +197,22 @@ TEST_F(names, of_ports_and_the_function_stay_whatever_the_economy) {
 std::string chain(int count, const std::string& name) {
     std::string text = "in a 2\nout z " + std::to_string(count + 2) + "\n";
     for (int i = 0; i < count; ++i) {
-        const std::string n = std::to_string(i);
-        text += "cell $_NOT_ " + name + "_cell_" + n + " A=" + std::to_string(i + 2) +
-                " Y=" + std::to_string(i + 3) + "\n";
+        const std::string n = std::to_string(i), out = std::to_string(i + 3);
+        text += "cell $_NOT_ " + name + "_cell_" + n + " A=" + std::to_string(i + 2) + " Y=" + out + "\n";
         if (i + 1 < count)
-            text +=
-                (name[0] == '$' ? "hide " : "net ") + name + "_net_" + n + " " + std::to_string(i + 3) + "\n";
+            text += (name[0] == '$' ? "hide " : "net ") + name + "_net_" + n + " " + out + "\n";
     }
     return text;
 }
 
 TEST_F(names, are_shortened_as_far_as_the_design_needs_and_mapped_back) {
-    const struct {
-        int count;
-        const char *name, *economy;
-    } rows[] = {
-        {2000, "quite_a_long_name", "full"},
-        {8000, "$quite_a_long_name", "hidden"},
-        {20000, "a_long_name", "derived"},
-        {30000, "quite_a_long_name", "short"},
-    };
-    for (const auto& row : rows) {
-        start(chain(row.count, row.name), "--names", folder / "map");
-        EXPECT_EQ(summary.economy, row.economy) << row.count;
+    const std::tuple<int, std::string, const char*> rows[] = {{2000, "quite_a_long_name", "full"},
+                                                              {8000, "$quite_a_long_name", "hidden"},
+                                                              {20000, "a_long_name", "derived"},
+                                                              {30000, "quite_a_long_name", "short"}};
+    for (const auto& [count, name, economy] : rows) {
+        start(chain(count, name), "--names", folder / "map");
+        EXPECT_EQ(summary.economy, economy) << count;
         expect_distinct_paths();
         force({{"a", '1'}});
         EXPECT_EQ(value("z"), '1');
@@ -243,11 +223,10 @@ TEST_F(names, are_shortened_as_far_as_the_design_needs_and_mapped_back) {
             std::getline(map, kind);
             full_of[path] = full;
         }
-        for (std::int32_t i = 1; i <= yx_sext.max_inst_cur; ++i) {
+        for (std::int32_t i = 1; i <= yx_sext.max_inst_cur && !HasFailure(); ++i) {
             const std::string path(kol_path(yx_ptrto_inst_rec(i)->sim_path));
-            const std::string full = "/" + std::string(row.name) + "_cell_";
-            EXPECT_TRUE((full_of.contains(path) ? full_of[path] : path).starts_with(full)) << path;
-            if (HasFailure()) return;
+            const std::string& full = full_of.contains(path) ? full_of[path] : path;
+            EXPECT_TRUE(full.starts_with("/" + name + "_cell_")) << path;
         }
     }
 }
