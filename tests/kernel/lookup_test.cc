@@ -3,21 +3,22 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "kernel/say.h"
 #include "support/design_build.h"
 #include "support/rows.h"
 
 namespace {
 
-// At a level: a name, the result and the path of its net.
-using lookups = tst_rows<tst_cstr, tst_cstr, std::int16_t, tst_cstr>;
-
-void expect(const lookups& rows) {
-    for (const auto& [level, name, result, path] : rows) {
+// At a level: names, each with its result and the path of its net.
+void expect(const char* level, const std::string& text) {
+    std::istringstream in(text);
+    for (std::string name, result, path; in >> name >> result >> path;) {
         kol_ext.cur_sim_path = tm_string(level);
         yx_net_record_t* net = &tst_net("a");
-        EXPECT_EQ(kol_find_net(tm_string(name), net), result) << name << " at " << level;
-        EXPECT_EQ(net == nullptr ? "" : kol_path(net->sim_path), path) << name << " at " << level;
+        EXPECT_EQ(kol_find_net(tm_string(name), net), std::stoi(result)) << name << " at " << level;
+        EXPECT_EQ(net == nullptr ? "-" : kol_path(net->sim_path), path) << name << " at " << level;
     }
 }
 
@@ -26,28 +27,22 @@ TEST(lookup, knows_every_form_of_a_name) {
     tst_build(
         "net a b; net t; sub s of t; sub r of s; bus d 4; and g y = a r; and h d.1-2 = d.3;"
         "net n path /x/n name /u/n; child n name /u/kid path /x/kid; child n name /u/son path /x/son");
-    expect({
-        {"/", "a", 2, "/a"}, {"/", "A", 2, "/a"}, {"/", "/A", 3, "/a"}, {"/x/", "/a", 3, "/a"}, {"/x/", "a", 0, ""},
-        {"/", "", 0, ""}, {"/", "aa", 0, ""}, {"/", "/", 0, ""}, {"/", "s", 2, "/t"}, {"/", "r", 2, "/t"},
-        {"/", "NI_1", 1, "/a"}, {"/x/", "ni_2", 1, "/b"}, {"/", "NI_4", 1, "/t"}, {"/", "Ni_5", 1, "/t"},
-        {"/", "NI_0", 0, ""}, {"/", "NI_x", 0, ""}, {"/", "NI_12", 1, "/x/n"}, {"/", "NI_13", 0, ""},
-        {"/", "NI_-1", 0, ""}, {"/", "NI_", 0, ""}, {"/", "d", 2, "/d"}, {"/", "D[2]", 2, "/d[2]"},
-        {"/x/", "n", 2, "/x/n"}, {"/u/", "n", 2, "/x/n"}, {"/", "/u/n", 3, "/x/n"}, {"/u/", "kid", 2, "/x/n"},
-        {"/x/", "Son", 2, "/x/n"}, {"/", "/x/kid", 3, "/x/n"}, {"/", "g/I1", 2, "/a"}, {"/g/", "i2", 2, "/t"},
-        {"/x/", "/g/O", 3, "/y"}, {"/", "h/O", 2, "/d[1]"}, {"/", "h/I1", 2, "/d[3]"}, {"/", "h/I2", 0, ""},
-    });
-}
-
-TEST(lookup, takes_the_first_net_by_index) {
-    for (const auto& [design, net] : tst_rows<tst_cstr, tst_cstr>{
+    expect("/", "a 2 /a  A 2 /a  /A 3 /a  aa 0 -  / 0 -  s 2 /t  r 2 /t  d 2 /d  D[2] 2 /d[2]");
+    expect("/", "NI_1 1 /a  NI_4 1 /t  Ni_5 1 /t  NI_12 1 /x/n  NI_0 0 -  NI_x 0 -  NI_13 0 -  NI_-1 0 -  NI_ 0 -");
+    expect("/", "/u/n 3 /x/n  /x/kid 3 /x/n  g/I1 2 /a  h/O 2 /d[1]  h/I1 2 /d[3]  h/I2 0 -");
+    expect("/x/", "/a 3 /a  a 0 -  ni_2 1 /b  n 2 /x/n  Son 2 /x/n  /g/O 3 /y");
+    expect("/u/", "n 2 /x/n  kid 2 /x/n");
+    expect("/g/", "i2 2 /t");
+    yx_net_record_t* net = &tst_net("a");
+    EXPECT_EQ(kol_find_net(tm_string(""), net), 0);
+    for (const auto& [design, first] : tst_rows<tst_cstr, std::string>{
              {"net a p; net n path /g/I1; and g z = p", "/p"},
              {"net a; net n path /g/I1; net p; and g z = p", "/g/I1"},
              {"net a t; net n path /g/I1; sub s of t; and g z = s", "/g/I1"},
              {"net a p q; child q name /g/i1 path /q/c; child p path /G/I1", "/p"},
-             {"net a; net n name /g/I1 path /first; net m path /g/I1", "/first"},
-         }) {
+             {"net a; net n name /g/I1 path /first; net m path /g/I1", "/first"}}) {
         tst_build(design);
-        expect({{"/", "/g/I1", 3, net}});
+        expect("/", "/g/I1 3 " + first);
     }
 }
 
@@ -59,15 +54,13 @@ TEST(lookup, reads_objects_of_the_current_sheet) {
         "net e path /e; child e name /x/N_4 path /e/c; and x/N_3 z = a; net m name /u/m object 11;"
         "child m path /u/k object 12; child m path /z/k object 13; net o object 11; net q object 12 name /v/q");
     kol_current_sheet_max_object = [] { return 50; };
-    expect({
-        {"/x/", "n_7", 4, "/x/N_7"}, {"/x/", "N_6", 4, "/x/N_7"}, {"/x/", "N_8", 4, "/c"}, {"/x/", "N_4", 0, ""},
-        {"/", "N_7", 0, ""}, {"/x/", "N_0", 0, ""}, {"/x/", "N_51", 0, ""}, {"/x/", "N_x", 0, ""},
-        {"/u/", "/p/N_11", 3, "/o"}, {"/u/", "/n_12", 3, "/m"}, {"/w/", "/p/N_11", 3, "/m"}, {"/w/", "/p/11", 0, ""},
-        {"/w/", "/p/N_12", 3, "/q"}, {"/x/", "/x/N_7", 3, "/x/N_7"}, {"/w/", "/p/N_51", 0, ""},
-        {"/w/", "/p/N_13", 0, ""}, {"/u/", "/p/N_13", 0, ""},
-    });
+    expect("/x/", "n_7 4 /x/N_7  N_6 4 /x/N_7  N_8 4 /c  N_4 0 -  N_0 0 -  N_51 0 -  N_x 0 -  /x/N_7 3 /x/N_7");
+    expect("/", "N_7 0 -");
+    expect("/u/", "/p/N_11 3 /o  /n_12 3 /m  /p/N_13 0 -");
+    expect("/w/", "/p/N_11 3 /m  /p/N_12 3 /q  /p/N_51 0 -  /p/N_13 0 -  /p/11 0 -");
     kol_current_sheet_max_object = [] { return 0; };  // no sheet is open
-    expect({{"/x/", "N_7", 0, ""}, {"/w/", "/p/N_11", 0, ""}, {"/w/", "/x/N_7", 3, "/x/N_7"}});
+    expect("/x/", "N_7 0 -");
+    expect("/w/", "/p/N_11 0 -  /x/N_7 3 /x/N_7");
 }
 
 TEST(lookup, prefers_a_probe_of_its_level_to_a_relative_name) {
@@ -76,9 +69,10 @@ TEST(lookup, prefers_a_probe_of_its_level_to_a_relative_name) {
     probe->net = &tst_net("b");
     probe->probe_name = tm_string("a");
     probe->cur_sim_path = tm_string("/");
-    expect({{"/", "a", 5, "/b"}, {"/", "/a", 3, "/a"}, {"/", "NI_1", 1, "/a"}});
+    expect("/", "a 5 /b  /a 3 /a  NI_1 1 /a");
     probe->cur_sim_path = tm_string("/x/");
-    expect({{"/", "a", 2, "/a"}, {"/x/", "a", 5, "/b"}});
+    expect("/", "a 2 /a");
+    expect("/x/", "a 5 /b");
 }
 
 // Two records named "y", made at /b/ and then at /a/, and "/a/x" and "NI_3" made at /a/.

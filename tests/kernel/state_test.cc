@@ -36,8 +36,7 @@ TEST(states, are_value_and_drive) {
     for (const int state : {-1, 20, 127, -128}) {
         std::int16_t value = 7, drive = 7;
         kol_state_to_valdrive(static_cast<std::int8_t>(state), value, drive);
-        EXPECT_EQ(value + drive, 0);
-        EXPECT_EQ(text_of(static_cast<std::int8_t>(state)), "iu");
+        EXPECT_EQ(std::to_string(value + drive) + text_of(static_cast<std::int8_t>(state)), "0iu");
     }
     for (const auto& [value, drive] : {std::pair{-1, 2}, {4, 2}, {3, -1}, {3, 5}}) {
         std::int8_t state = 9;
@@ -51,20 +50,16 @@ TEST(states, of_two_drivers_resolve_to_the_stronger_or_the_agreed_one) {
         for (std::int8_t b = 0; b < kol_state_count; ++b)
             EXPECT_EQ(text_of(kol_net_state(a, b)), resolved(text_of(a), text_of(b)))
                 << text_of(a) << ' ' << text_of(b);
-    EXPECT_EQ(text_of(kol_net_state(19, 13)), "1S");
-    EXPECT_EQ(text_of(kol_net_state(15, 13)), "iW");
 }
 
+// clang-format off
 TEST(states, combine_in_the_gates) {
     // First value i 0 x 1; within the text the second, likewise.
-    for (const auto& [value, expected] :
-         tst_rows<std::int16_t (*)(std::int16_t, std::int16_t), std::array<std::string, 4>>{
-             {kol_and_value, {"i0ii", "0000", "i0xx", "i0x1"}},
-             {kol_or_value, {"iii1", "i0x1", "ixx1", "1111"}},
-             {kol_nand_value, {"i1ii", "1111", "i1xx", "i1x0"}},
-             {kol_nor_value, {"iii0", "i1x0", "ixx0", "0000"}},
-             {kol_xor_value, {"iiii", "i0x1", "ixxx", "i1x0"}},
-         })
+    using function = std::int16_t (*)(std::int16_t, std::int16_t);
+    for (const auto& [value, expected] : tst_rows<function, std::array<std::string, 4>>{
+             {kol_and_value, {"i0ii", "0000", "i0xx", "i0x1"}}, {kol_nand_value, {"i1ii", "1111", "i1xx", "i1x0"}},
+             {kol_or_value, {"iii1", "i0x1", "ixx1", "1111"}}, {kol_nor_value, {"iii0", "i1x0", "ixx0", "0000"}},
+             {kol_xor_value, {"iiii", "i0x1", "ixxx", "i1x0"}}})
         for (std::int16_t a = -1; a <= 4; ++a)
             for (std::int16_t b = -1; b <= 4; ++b) {
                 const bool is_known = a >= 0 && a < 4 && b >= 0 && b < 4;
@@ -73,18 +68,13 @@ TEST(states, combine_in_the_gates) {
             }
 }
 
-// clang-format off
 TEST(states, are_read_from_one_or_two_characters) {
     for (const auto& [keyword, text] : tst_rows<tst_cstr, tst_cstr>{
-             {"0", "0S"}, {"1", "1S"}, {"i", "iS"}, {"I", "iS"}, {"X", "xS"}, {"x", "xS"}, {"1u", "1U"},
-             {"0Z", "0Z"}, {"xr", "xR"}, {"IW", "iW"}, {"1s", "1S"}}) {
+             {"0", "0S"}, {"1", "1S"}, {"i", "iS"}, {"I", "iS"}, {"X", "xS"}, {"x", "xS"}, {"1u", "1U"}, {"0Z", "0Z"},
+             {"xr", "xR"}, {"IW", "iW"}, {"1s", "1S"}, {"", "none"}, {"2", "none"}, {"s", "none"}, {"1q", "none"},
+             {"11", "none"}, {"1SS", "none"}, {" 1", "none"}}) {
         std::int8_t state = -1;
-        EXPECT_TRUE(kol_keyword_to_state(keyword, state)) << keyword;
-        EXPECT_EQ(text_of(state), text) << keyword;
-    }
-    for (const char* keyword : {"", "2", "s", "1q", "11", "1SS", " 1"}) {
-        std::int8_t state = 0;
-        EXPECT_FALSE(kol_keyword_to_state(keyword, state)) << keyword;
+        EXPECT_EQ(kol_keyword_to_state(keyword, state) ? text_of(state) : "none", text) << keyword;
     }
 }
 
@@ -111,12 +101,11 @@ TEST(times, are_written_in_user_units_with_three_decimals) {
 
 TEST(times, are_read_in_user_units_and_rounded_to_steps) {
     for (const auto& [step, unit, text, expected, is_wrong] : tst_rows<float, float, tst_cstr, std::int32_t, bool>{
-             {0.5F, 1, "12.5", 25, false}, {0.5F, 1, "1.26", 3, false}, {0.5F, 1, "0.75", 2, false},
+             {0.5F, 1, "12.5", 25, false}, {0.5F, 1, "1.26", 3, false}, {0.5F, 1, "0.75", 2, false}, {0, 1, "5", 0, true},
              {0.5F, 1, "-0.75", -1, false}, {0.5F, 1, "-0.5", -1, false}, {0.5F, 1, " -  0.5", -1, false},
              {0.5F, 1, "1.2.3", 2, false}, {0.5F, 1, "  7 3ns", 14, false}, {0.5F, 1, "", 0, false},
-             {0.5F, 1, "   ", 0, false}, {0.5F, 1, "- ", 0, false}, {0.5F, 1, "3ns", 0, true},
-             {0.5F, 1, "--5", 0, true}, {0.5F, 1, "+5", 0, true}, {1, 10, "2.5", 25, false},
-             {0, 1, "5", 0, true}, {1, 0, "5", 0, true}, {0, 1, " ", 0, false},
+             {0.5F, 1, "   ", 0, false}, {0.5F, 1, "- ", 0, false}, {0.5F, 1, "3ns", 0, true}, {0.5F, 1, "--5", 0, true},
+             {0.5F, 1, "+5", 0, true}, {1, 10, "2.5", 25, false}, {1, 0, "5", 0, true}, {0, 1, " ", 0, false},
              {1, 1, "2147483647", INT32_MAX, false}, {0.5F, 1, "2147483647", 0, true},
              {1, 1, "99999999999", 0, true}, {1, 1, "1.0000000000000000000001", 1, false}}) {
         set_scale(step, unit);
