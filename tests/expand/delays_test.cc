@@ -51,36 +51,34 @@ TEST_F(delays, follow_the_default_rule_a_timing_file_and_a_delay_file) {
 TEST_F(delays, that_do_not_belong_there_are_refused_with_their_place) {
     const std::string bad = ": bad timing: ", key = bad + "unknown key ";
     const std::string whole = bad + "expected a whole number of steps from 0 on, or three";
-    const auto expect = [&](const char* option, const char* text, std::string message) {
-        const std::string path = file("given", text);
-        if (message.starts_with("FILE")) message.replace(0, 4, path);
-        EXPECT_EQ(expand(netlist, option, path), message) << text;
+    const auto expect = [&](const char* option, const std::string& text, const std::string& message) {
+        EXPECT_EQ(expand(netlist, option, file("given", text)), message) << text;
     };
-    expect("--delays", "\n\ninv 2 2", "FILE: line 3: bad delay: expected cell, rise and fall between tabs");
+    expect("--delays", "\n\ninv 2 2", "given: line 3: bad delay: expected cell, rise and fall between tabs");
     for (const char* const text : {"inv\t1", "inv\t1\t1\t1", "\t1\t1"})
-        expect("--delays", text, "FILE: line 1: bad delay: expected cell, rise and fall between tabs");
+        expect("--delays", text, "given: line 1: bad delay: expected cell, rise and fall between tabs");
     for (const char* const steps : {"0", "-1", "1.5", "100000001", "1:2", "1:2:3:4", "3:2:4"})
-        expect("--delays", ("inv\t1\t" + std::string(steps)).c_str(),
-               "FILE: line 1: bad delay: a delay is a whole number of steps from 1 on, or "
+        expect("--delays", "inv\t1\t" + std::string(steps),
+               "given: line 1: bad delay: a delay is a whole number of steps from 1 on, or "
                "minimum:typical:maximum");
     const std::tuple<const char*, const char*, std::string> rows[] = {
-        {"--delays", "inv\t1\t1\n/inv\t2\t2", "FILE: line 2: bad delay: cell \"inv\" again"},
+        {"--delays", "inv\t1\t1\n/inv\t2\t2", "given: line 2: bad delay: cell \"inv\" again"},
         {"--delays", "inv\t1\t1\nno\t1\t1\ng\t1\t1", "--delays: line 2: bad delay: no cell \"no\""},
-        {"--timing", "{\"factors\": ", "FILE: malformed JSON"},
-        {"--timing", "[]", "FILE" + bad + "expected an object"},
-        {"--timing", R"({"cell": {}})", "FILE" + key + "\"cell\""},
+        {"--timing", "{\"factors\": ", "given: malformed JSON"},
+        {"--timing", "[]", "given" + bad + "expected an object"},
+        {"--timing", R"({"cell": {}})", "given" + key + "\"cell\""},
         {"--timing", R"({"factors": {"minimum": -1}})",
-         "FILE: factors/minimum" + bad + "expected a number from 0 on"},
+         "given: factors/minimum" + bad + "expected a number from 0 on"},
         {"--timing", R"({"factors": {"minimum": 1.1}})",
-         "FILE: factors" + bad + "minimum is at most 1 and maximum at least 1"},
-        {"--timing", R"({"default": {"up": {}}})", "FILE: default" + key + "\"up\""},
-        {"--timing", R"({"default": {"rise": 3}})", "FILE: default/rise" + bad + "expected an object"},
+         "given: factors" + bad + "minimum is at most 1 and maximum at least 1"},
+        {"--timing", R"({"default": {"up": {}}})", "given: default" + key + "\"up\""},
+        {"--timing", R"({"default": {"rise": 3}})", "given: default/rise" + bad + "expected an object"},
         {"--timing", R"({"cells": {"$_NOT_": {"fall": {"base": "2"}}}})",
-         "FILE: cells/$_NOT_/fall/base" + bad + "expected a number from 0 on"},
-        {"--timing", R"({"cells": {"$_AND_": {"hold": 1}}})", "FILE: cells/$_AND_" + key + "\"hold\""},
-        {"--timing", R"({"default": {"setup": [1,2]}})", "FILE: default/setup" + whole},
-        {"--timing", R"({"default": {"hold": -1}})", "FILE: default/hold" + whole},
-        {"--timing", R"({"cells": {"$_NOT": {}}})", "FILE: cells" + bad + "unknown cell type \"$_NOT\""},
+         "given: cells/$_NOT_/fall/base" + bad + "expected a number from 0 on"},
+        {"--timing", R"({"cells": {"$_AND_": {"hold": 1}}})", "given: cells/$_AND_" + key + "\"hold\""},
+        {"--timing", R"({"default": {"setup": [1,2]}})", "given: default/setup" + whole},
+        {"--timing", R"({"default": {"hold": -1}})", "given: default/hold" + whole},
+        {"--timing", R"({"cells": {"$_NOT": {}}})", "given: cells" + bad + "unknown cell type \"$_NOT\""},
     };
     for (const auto& [option, text, message] : rows) expect(option, text, message);
 }

@@ -6,15 +6,9 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "commands/interpreter.h"
-#include "foundation/context.h"
-#include "foundation/files.h"
 #include "kernel/lookup.h"
-#include "kernel/model.h"
 #include "kernel/queue.h"
 #include "kernel/say.h"
-#include "kernel/setup.h"
-#include "models/model_table.h"
 #include "netlist/design_file.h"
 #include "netlist/text.h"
 #include "support/design_build.h"
@@ -111,23 +105,27 @@ std::string netlist_json(std::string_view text) {
 
 expansion::expansion() {
     std::string name = testing::TempDir() + "kolv_expand_XXXXXX";
-    folder = mkdtemp(name.data());
+    folder_ = mkdtemp(name.data());
+    std::filesystem::current_path(folder_);
 }
-expansion::~expansion() { std::filesystem::remove_all(folder); }
-
-std::string expansion::file(const std::string& name, std::string_view text) const {
-    std::ofstream(folder / name) << text;
-    return folder / name;
+expansion::~expansion() {
+    std::filesystem::current_path(before_);
+    std::filesystem::remove_all(folder_);
 }
 
-std::string expansion::text_of(const std::string& name) const {
-    std::ifstream in(folder / name);
+std::string expansion::file(const std::string& name, std::string_view text) {
+    std::ofstream(name) << text;
+    return name;
+}
+
+std::string expansion::text_of(const std::string& name) {
+    std::ifstream in(name);
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-std::vector<std::string> expansion::names_of_files() const {
+std::vector<std::string> expansion::names_of_files() {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
+    for (const auto& entry : std::filesystem::directory_iterator("."))
         names.push_back(entry.path().filename());
     std::sort(names.begin(), names.end());
     return names;
@@ -135,8 +133,8 @@ std::vector<std::string> expansion::names_of_files() const {
 
 std::string expansion::expand_json(std::string_view text, const std::string& option,
                                    const std::string& value) {
-    const std::string netlist = file("netlist.json", text), design = folder / "design";
-    std::vector<const char*> arguments = {netlist.c_str(), "-o", design.c_str()};
+    file("netlist.json", text);
+    std::vector<const char*> arguments = {"netlist.json", "-o", "design"};
     if (!option.empty()) arguments.insert(arguments.end(), {option.c_str(), value.c_str()});
     xp_options options;
     status = {};
@@ -149,20 +147,13 @@ std::string expansion::expand(std::string_view netlist, const std::string& optio
     return expand_json(netlist_json(netlist), option, value);
 }
 
-void expansion::load() const {
-    kol_context_clear();
-    yx_store_clear();
-    tm_vext = {};
-    kol_initparam_before();
-    tst_record_session();
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(folder);
+void expansion::load() {
+    tst_load({});  // drops what was there
     yxi_text_t where, name;
-    yxi_copy_const(folder.c_str(), where);
+    yxi_copy_const(".", where);
     yxi_copy_const("design", name);
     STATUS_T loaded;
     yxi_init_dfi(where, name, loaded);
-    std::filesystem::current_path(before);
     ASSERT_EQ(loaded.all, 0);
     tst_set_up();
     EXPECT_EQ(tst_take_lines(), std::vector<std::string>{});

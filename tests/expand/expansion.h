@@ -1,4 +1,4 @@
-// Netlists written as text, expanded into a folder of their own, loaded and simulated.
+// Netlists written as text, expanded in a folder of their own, the working directory, loaded and simulated.
 //
 // Statements end with "; " or a line end:
 //
@@ -31,9 +31,9 @@ protected:
     expansion();
     ~expansion() override;
 
-    std::string file(const std::string& name, std::string_view text) const;  // written; its path
-    std::string text_of(const std::string& name) const;
-    std::vector<std::string> names_of_files() const;
+    static std::string file(const std::string& name, std::string_view text);  // written; its name
+    static std::string text_of(const std::string& name);
+    static std::vector<std::string> names_of_files();
 
     // Expands netlist text into the file "design".  The result is the message of a refusal.
     std::string expand(std::string_view netlist, const std::string& option = "",
@@ -41,7 +41,7 @@ protected:
     std::string expand_json(std::string_view json, const std::string& option = "",
                             const std::string& value = "");
     // Loads what the latest expansion wrote and sets it up; messages of the set-up fail the test.
-    void load() const;
+    static void load();
     void start(std::string_view netlist, const std::string& option = "", const std::string& value = "");
 
     // The path of the net that a name means at a level of the hierarchy, empty for none.
@@ -53,5 +53,7 @@ protected:
 
     xp_status status;
     xp_summary summary;
-    std::filesystem::path folder;
+
+private:
+    std::filesystem::path folder_, before_ = std::filesystem::current_path();
 };

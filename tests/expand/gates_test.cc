@@ -114,42 +114,33 @@ struct word_row {
 // clang-format off
 const word_row word_rows[] = {
     {"$buf",         3, 0, 0, 3, false, [](word a, word, word) { return a; }},
-    {"$pos",         3, 0, 0, 5, false, [](word a, word, word) { return a; }},
     {"$pos",         3, 0, 0, 5, true,  [](word a, word, word) { return a; }},
-    {"$not",         3, 0, 0, 5, false, [](word a, word, word) { return ~a; }},
     {"$not",         3, 0, 0, 5, true,  [](word a, word, word) { return ~a; }},
     {"$not",         4, 0, 0, 2, true,  [](word a, word, word) { return ~a; }},
     {"$and",         4, 2, 0, 6, false, [](word a, word b, word) { return a & b; }},
-    {"$and",         4, 2, 0, 6, true,  [](word a, word b, word) { return a & b; }},
     {"$or",          2, 4, 0, 5, true,  [](word a, word b, word) { return a | b; }},
     {"$xor",         3, 4, 0, 3, false, [](word a, word b, word) { return a ^ b; }},
-    {"$xnor",        3, 1, 0, 4, false, [](word a, word b, word) { return ~(a ^ b); }},
     {"$xnor",        3, 1, 0, 4, true,  [](word a, word b, word) { return ~(a ^ b); }},
     {"$mux",         3, 3, 1, 3, false, [](word a, word b, word s) { return s != 0 ? b : a; }},
-    {"$mux",         1, 1, 1, 1, false, [](word a, word b, word s) { return s != 0 ? b : a; }},
     {"$reduce_and",  4, 0, 0, 1, true,  [](word a, word, word) { return word{(a & 15) == 15}; }},
     {"$reduce_or",   4, 0, 0, 1, false, [](word a, word, word) { return word{a != 0}; }},
     {"$reduce_bool", 4, 0, 0, 3, true,  [](word a, word, word) { return word{a != 0}; }},
     {"$reduce_xor",  4, 0, 0, 1, false, [](word a, word, word) { return word(__builtin_parityll(a)); }},
     {"$reduce_xnor", 4, 0, 0, 2, false, [](word a, word, word) { return word(!__builtin_parityll(a)); }},
     {"$logic_not",   4, 0, 0, 2, true,  [](word a, word, word) { return word{a == 0}; }},
-    {"$logic_not",   1, 0, 0, 1, false, [](word a, word, word) { return word{a == 0}; }},
     {"$logic_and",   3, 4, 0, 2, false, [](word a, word b, word) { return word{a != 0 && b != 0}; }},
     {"$logic_or",    1, 3, 0, 1, true,  [](word a, word b, word) { return word{a != 0 || b != 0}; }},
     {"$pmux",        2, 4, 2, 2, false, [](word a, word b, word s) { return s == 0 ? a : s == 1 ? b : b >> 2; }},
 };
 // clang-format on
 
-// The words of a port with its parameters; multiplexers have one WIDTH for A, B and Y.
+// The word of a port with its parameters; multiplexers have one WIDTH for A, B and Y.
 std::string port(const word_row& row, char name, unsigned width, unsigned first_bit) {
     if (width == 0) return "";
     const std::string n = std::string(" ") + name, digits = std::to_string(width);
-    const bool is_mux = std::string_view(row.type).ends_with("mux");
+    const bool is_declared = name == 'S' || !std::string_view(row.type).ends_with("mux");
     return n + "=" + std::to_string(first_bit) + ".." + std::to_string(first_bit + width - 1) +
-           (!is_mux       ? n + "_WIDTH:" + digits
-            : name == 'Y' ? " WIDTH:" + digits
-            : name == 'S' ? " S_WIDTH:" + digits
-                          : "") +
+           (is_declared ? n + "_WIDTH:" + digits : "") + (name == 'Y' ? " WIDTH:" + digits : "") +
            (row.is_signed ? n + "_SIGNED:1" : "");
 }
 

@@ -111,17 +111,9 @@ TEST_F(refusal, names_references_that_lead_astray) {
     for (const auto& [edits, section, record, what] : rows) expect(section, record, what, edited(edits));
     // What the simulator does not use is kept as read.
     expect("", 0, "",
-           edited({{pins, 1, "io_type", 77},
-                   {pins, 2, "status", -5},
-                   {nets, 1, "net_kind", 99},
-                   {nets, 1, "name", 0},
-                   {insts, 1, "file_path", 0},
-                   {insts, 1, "object_id", -1},
-                   {header, 1, "time_step", 0},
-                   {insts, 1, "timing_index", 120}}));
-    EXPECT_EQ(yx_ptrto_pin_rec(1)->io_type, 77);
-    EXPECT_EQ(yx_ptrto_net_rec(1)->net_kind, 99);
-    EXPECT_EQ(yx_ptrto_inst_rec(1)->timing_index, 120);
+           edited({{pins, 1, "io_type", 77}, {nets, 1, "net_kind", 99}, {insts, 1, "timing_index", 120}}));
+    EXPECT_TRUE(yx_ptrto_pin_rec(1)->io_type == 77 && yx_ptrto_net_rec(1)->net_kind == 99 &&
+                yx_ptrto_inst_rec(1)->timing_index == 120);
 }
 
 TEST_F(refusal, names_where_a_file_that_is_cut_ends) {
