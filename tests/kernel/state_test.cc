@@ -101,13 +101,13 @@ TEST(times, are_written_in_user_units_with_three_decimals) {
 
 TEST(times, are_read_in_user_units_and_rounded_to_steps) {
     for (const auto& [step, unit, text, expected, is_wrong] : tst_rows<float, float, tst_cstr, std::int32_t, bool>{
-             {0.5F, 1, "12.5", 25, false}, {0.5F, 1, "1.26", 3, false}, {0.5F, 1, "0.75", 2, false}, {0, 1, "5", 0, true},
-             {0.5F, 1, "-0.75", -1, false}, {0.5F, 1, "-0.5", -1, false}, {0.5F, 1, " -  0.5", -1, false},
-             {0.5F, 1, "1.2.3", 2, false}, {0.5F, 1, "  7 3ns", 14, false}, {0.5F, 1, "", 0, false},
-             {0.5F, 1, "   ", 0, false}, {0.5F, 1, "- ", 0, false}, {0.5F, 1, "3ns", 0, true}, {0.5F, 1, "--5", 0, true},
-             {0.5F, 1, "+5", 0, true}, {1, 10, "2.5", 25, false}, {1, 0, "5", 0, true}, {0, 1, " ", 0, false},
-             {1, 1, "2147483647", INT32_MAX, false}, {0.5F, 1, "2147483647", 0, true},
-             {1, 1, "99999999999", 0, true}, {1, 1, "1.0000000000000000000001", 1, false}}) {
+             {0.5F, 1, "12.5", 25, false}, {0.5F, 1, "1.26", 3, false}, {0.5F, 1, "0.75", 2, false},
+             {0, 1, "5", 0, true}, {0.5F, 1, "-0.75", -1, false}, {0.5F, 1, "-0.5", -1, false},
+             {0.5F, 1, " -  0.5", -1, false}, {0.5F, 1, "1.2.3", 2, false}, {0.5F, 1, "  7 3ns", 14, false},
+             {0.5F, 1, "", 0, false}, {0.5F, 1, "   ", 0, false}, {0.5F, 1, "- ", 0, false},
+             {0.5F, 1, "--5", 0, true}, {0.5F, 1, "3ns", 0, true}, {0.5F, 1, "+5", 0, true}, {1, 0, "5", 0, true},
+             {1, 10, "2.5", 25, false}, {0, 1, " ", 0, false}, {1, 1, "2147483647", INT32_MAX, false},
+             {0.5F, 1, "2147483647", 0, true}, {1, 1, "99999999999", 0, true}, {1, 1, "1.0000000000000000000001", 1, false}}) {
         set_scale(step, unit);
         std::int32_t time = 77;
         bool is_error = !is_wrong;
@@ -127,7 +127,6 @@ TEST(timing_range, is_the_global_one_or_the_instances_entry) {
     kol_ext.timing_ar[119] = 1;
     inst.timing_index = 120;
     EXPECT_EQ(kol_timind(&inst), 1);
-
     const auto stops = [&](std::int8_t index, std::int16_t range) {
         inst.timing_index = index;
         kol_ext.sim_range_type = kol_ext.timing_ar[0] = range;

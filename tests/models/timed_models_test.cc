@@ -55,8 +55,12 @@ TEST(flip_flop, reports_setup_hold_and_pulse_widths_with_their_times) {
          violation("Min Time Low", "/f/CLK", nullptr, "10.000-->16.000<->:6.000(<7.000)")},
         {both_edges, "c=x@10 c=i@14", "",
          violation("Min Time", "/f/CLK", nullptr, "10.000-->14.000<->:4.000(<5.000)")},
+        {flip_flop + "pin /f/CLK edge X low 7", "c=x@10 c=i@14", "",
+         violation("Min Time", "/f/CLK", nullptr, "10.000-->14.000<->:4.000(<7.000)")},
         {flip_flop + "pin /f/CLK edge R low 7", "c=0@4 c=1@6", "",  // the fall is not recorded
          violation("Min Time Low", "/f/CLK", nullptr, "0.0-->6.000<->:6.000(<7.000)")},
+        {set_reset + "pin /f/SN setup 6", "r=0@1 s=1@1 c=1@5", "",
+         violation("Setup Time", "/f/CLKP", "/f/SN", "0.0-->5.000<->:5.000(<6.000)")},
         {set_reset + "pin /f/RP setup 6 hold 3", "r=0@1 c=1@5 r=1@7 r=0@20 c=0@30", "",
          violation("Setup Time", "/f/CLKP", "/f/RP", "0.0-->5.000<->:5.000(<6.000)") +
          violation("Hold Time", "/f/RP", "/f/CLKP", "5.000-->7.000<->:2.000(<3.000)")},
