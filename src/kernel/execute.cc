@@ -126,18 +126,21 @@ void fan_out(const change_t& change, bool checks_spikes) {
         kol_ext.cur_inst = pin.instance_ptr;
         kol_ext.cur_pin = &pin;
         kol_ext.cur_net = fed.net;
-        fed.state->state = change.state;
-        fed.state->time = change.time;
+        yx_signal_state_rec& seen = kol_pin_state(pin, *fed.net);
+        seen.state = change.state;
+        seen.time = change.time;
         kol_exec_hdler(pin.pin_hdler);
     }
 }
 
 // ---- the two kinds of events
 
-std::int8_t resolved_state(const yx_net_record_t& net) {
+// The state of the one driver, or of all.
+std::int8_t resolved_state(const yx_net_record_t& net, std::int8_t state_of_driver) {
+    if (net.UU.U1.nb_of_driver == 1) return kol_net_state(0, state_of_driver);
     std::int8_t state = 0;
     for (const kol_pin_link_t& driver : kol_drivers_of(net))
-        state = kol_net_state(state, driver.state->state);
+        state = kol_net_state(state, kol_pin_state(*driver.pin, *driver.net).state);
     return state;
 }
 
@@ -154,7 +157,7 @@ void exec_pin_event(const yx_event_rec_t& event) {
     if (net.cur_state.fixed) return;
 
     if (kol_ext.spike_on) change.dif = kol_next_change(event);
-    change.state = resolved_state(change.net);
+    change.state = resolved_state(change.net, event.state);
     if (change.state == net.cur_state.state) return;
     const std::int32_t delay = kol_ext.spike_on ? check_driver_spike(change) : 0;
     if (kol_ext.spike_on && kol_ext.spiked)
@@ -198,7 +201,6 @@ void kol_exec_hdler(yx_procedure_t handler) {
 void kol_exec_cur_event() {
     const yx_event_rec_t* event = kol_ext.cur_event;
     if (event == nullptr) stop(" NIL ptrto_cur_ev:er_8_06: ");
-    if (event->net == nullptr || event->net->net_type == YX_TSTD_BUS) stop("net type");
     if (event->pin != nullptr)
         exec_pin_event(*event);
     else

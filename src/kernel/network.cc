@@ -10,8 +10,7 @@
 
 namespace {
 
-std::vector<kol_pin_link_t> fan_outs;
-std::vector<kol_pin_link_t> drivers;
+std::vector<kol_pin_link_t> links;
 std::vector<std::unique_ptr<yx_signal_state_rec[]>> bit_states;
 
 [[noreturn]] void stop(const char* what, const yx_net_record_t* net) {
@@ -62,51 +61,42 @@ void each_pin(yx_net_record_t* net, const chain_t& chain, const std::vector<touc
         if (kol_pin_belongs_to_net(touch.pin, net)) take(touch.pin);
 }
 
-void collect_tree(yx_net_record_t* root, const std::vector<touch_t>& in, const std::vector<touch_t>& out) {
-    const std::size_t first_fan_out = fan_outs.size();
-    const std::size_t first_driver = drivers.size();
-    for (yx_net_record_t* net = root; net != nullptr; net = kol_find_next_childnet(net)) {
-        const auto link = [net](yx_pin_record_t* pin) {
-            return kol_pin_link_t{pin, net, &kol_pin_state(*pin, *net)};
-        };
-        each_pin(net, chain_in, in, [&](yx_pin_record_t* pin) { fan_outs.push_back(link(pin)); });
-        each_pin(net, chain_out, out, [&](yx_pin_record_t* pin) { drivers.push_back(link(pin)); });
-    }
-    root->UU.U1.nb_of_fan_out = static_cast<std::int32_t>(fan_outs.size() - first_fan_out);
-    root->UU.U1.nb_of_driver = static_cast<std::int32_t>(drivers.size() - first_driver);
+std::int32_t collect_pins(yx_net_record_t* root, const chain_t& chain, const std::vector<touch_t>& touches) {
+    const std::size_t before = links.size();
+    for (yx_net_record_t* net = root; net != nullptr; net = kol_find_next_childnet(net))
+        each_pin(net, chain, touches, [net](yx_pin_record_t* pin) { links.push_back({pin, net}); });
+    return static_cast<std::int32_t>(links.size() - before);
 }
 
-// The roots were collected in index order, so their arrays follow each other in that order.
-void point_roots_at_arrays() {
-    const kol_pin_link_t* fan_out = fan_outs.data();
-    const kol_pin_link_t* driver = drivers.data();
+// The roots' links were collected in index order, so they follow each other in that order.
+void point_roots_at_links() {
+    const kol_pin_link_t* link = links.data();
     for (std::int32_t i = 1; i <= yx_sext.max_net_cur; ++i) {
         yx_net_record_t* net = yx_ptrto_net_rec(i);
         if (net->net_type != YX_TSTANDARD) continue;
-        net->UU.U1.fan_out = fan_out;
-        net->UU.U1.driver = driver;
-        fan_out += net->UU.U1.nb_of_fan_out;
-        driver += net->UU.U1.nb_of_driver;
+        net->UU.U1.link = link;
+        link += net->UU.U1.nb_of_driver + net->UU.U1.nb_of_fan_out;
     }
 }
 
 }  // namespace
 
 void kol_clear_network() {
-    fan_outs.clear();
-    drivers.clear();
+    links.clear();
     bit_states.clear();
 }
 
 void kol_build_network() {
-    fan_outs.clear();
-    drivers.clear();
+    links.clear();
     const std::vector<touch_t> in = touches_of_buses(chain_in);
     const std::vector<touch_t> out = touches_of_buses(chain_out);
-    for (std::int32_t i = 1; i <= yx_sext.max_net_cur; ++i)
-        if (yx_net_record_t* net = yx_ptrto_net_rec(i); net->net_type == YX_TSTANDARD)
-            collect_tree(net, in, out);
-    point_roots_at_arrays();
+    for (std::int32_t i = 1; i <= yx_sext.max_net_cur; ++i) {
+        yx_net_record_t* net = yx_ptrto_net_rec(i);
+        if (net->net_type != YX_TSTANDARD) continue;
+        net->UU.U1.nb_of_driver = collect_pins(net, chain_out, out);
+        net->UU.U1.nb_of_fan_out = collect_pins(net, chain_in, in);
+    }
+    point_roots_at_links();
 }
 
 void kol_reset_pin_state(yx_pin_record_t& pin) {
@@ -120,8 +110,7 @@ void kol_reset_pin_state(yx_pin_record_t& pin) {
     std::fill_n(pin.pin_state.bus, yx_max_bus_bits, yx_signal_state_rec{});
 }
 
-yx_signal_state_rec& kol_pin_state(yx_pin_record_t& pin, const yx_net_record_t& net) {
-    if (pin.pin_end == 0) return pin.pin_state.std;
+yx_signal_state_rec& kol_bit_state(yx_pin_record_t& pin, const yx_net_record_t& net) {
     const std::int16_t position = net.UU.U1.posinbus;
     if (position < 1 || position > yx_max_bus_bits || pin.pin_state.bus == nullptr)
         stop("position in bus", &net);

@@ -113,22 +113,7 @@ void place(yx_event_rec_t* event) {
         place_ranked(event, group);
 }
 
-// ---- the pin's newest event
-
-yx_event_rec_t*& newest_event(yx_pin_record_t& pin, const yx_net_record_t& net) {
-    if (pin.pin_end == 0) return pin.last_event;
-    const std::int16_t position = net.UU.U1.posinbus;
-    if (position < 1 || position > yx_max_bus_bits) stop(" KOL_OUTPUT_STATE : position in bus ");
-    if (pin.bit_last_event == nullptr)
-        pin.bit_last_event = std::make_unique<yx_event_rec_t*[]>(yx_max_bus_bits);
-    return pin.bit_last_event[static_cast<std::size_t>(position - 1)];
-}
-
-// A recycled record has lost its pin or has time -1; a reused one names its new pin, or its new net when the
-// same pin drives it.
-bool is_pending(const yx_event_rec_t* event, const yx_pin_record_t* pin, const yx_net_record_t* net) {
-    return event != nullptr && event->pin == pin && event->net == net && event->time >= 0;
-}
+// ---- spikes
 
 void move_behind_head(yx_event_rec_t* event) {
     yx_event_rec_t* const head = kol_ext.cur_event;
@@ -159,41 +144,44 @@ void check_after_insertion([[maybe_unused]] const yx_event_rec_t& event) {
 #endif
 }
 
-yx_event_rec_t* make_event(yx_pin_record_t* pin, yx_net_record_t* net, std::int32_t time, std::int8_t state) {
+yx_event_rec_t* make_event(yx_pin_record_t* pin, yx_net_record_t* net, std::int16_t priority,
+                           std::int32_t time, std::int8_t state) {
     yx_event_rec_t* event = take_record();
     event->time = time;
     event->state = state;
     event->pin = pin;
     event->net = net;
-    event->priority = pin == nullptr ? force_priority : pin->pin_hdl_priority;
+    event->priority = priority;
     return event;
 }
 
 }  // namespace
 
 void kol_output_state(yx_pin_record_t* pin, yx_net_record_t* net, std::int32_t delay, std::int8_t state) {
-    yx_net_record_t* const root = kol_root_net(net);
+    kol_schedule(pin, kol_root_net(net), pin->pin_hdl_priority, delay, state);
+}
+
+void kol_schedule(yx_pin_record_t* pin, yx_net_record_t* root, std::int16_t priority, std::int32_t delay,
+                  std::int8_t state) {
     const auto new_time = static_cast<std::int32_t>(
         std::min<std::int64_t>(static_cast<std::int64_t>(kol_ext.cur_time) + delay, last_time));
-    yx_event_rec_t*& newest = newest_event(*pin, *root);
-    yx_event_rec_t* const earlier = is_pending(newest, pin, root) ? newest : nullptr;
+    yx_event_rec_t* const earlier = kol_newest_event(*pin, *root);
     if (earlier != nullptr && earlier->time >= new_time) {
         earlier->state = state;
         return;
     }
     if (kol_ext.cur_event != nullptr && new_time < kol_ext.cur_event->time)
         stop(" KOL_OUTPUT_STATE : new_time < cur_ev.time ");
-    yx_event_rec_t* const event = make_event(pin, root, new_time, state);
+    yx_event_rec_t* const event = make_event(pin, root, priority, new_time, state);
     place(event);
     kol_add_net_event(event);
     if (kol_ext.spiked && earlier != nullptr) react_to_spike(earlier, state);
-    newest = event;
     check_after_insertion(*event);
 }
 
 void kol_create_force_event(yx_net_record_t* net, std::int32_t abs_time, std::int8_t state) {
     if (abs_time < kol_ext.cur_time) stop(" KOL_CREATE_FORCE_EVENT :er_8_01:  force_time < cur_time ");
-    yx_event_rec_t* const event = make_event(nullptr, kol_root_net(net), abs_time, state);
+    yx_event_rec_t* const event = make_event(nullptr, kol_root_net(net), force_priority, abs_time, state);
     place_last(event, kol_group_of(abs_time));
     kol_add_net_event(event);
 }

@@ -11,6 +11,9 @@
 
 // Schedules the pin's change to state at cur_time + delay on the net it drives (standard net or sub-net).
 void kol_output_state(yx_pin_record_t* pin, yx_net_record_t* net, std::int32_t delay, std::int8_t state);
+// The same for a root net and a handler priority that the caller has at hand.
+void kol_schedule(yx_pin_record_t* pin, yx_net_record_t* root, std::int16_t priority, std::int32_t delay,
+                  std::int8_t state);
 // Schedules a FORCE event at an absolute time, behind every queued event of that time.
 void kol_create_force_event(yx_net_record_t* net, std::int32_t abs_time, std::int8_t state);
 // Turns the forces and clocks of the run window [start_time, end_time) into FORCE events.

@@ -83,8 +83,6 @@ void link_pin(yx_pin_record_t& pin, yx_inst_record_t& inst) {
     pin.instance_ptr = &inst;
     pin.net_ptr = yx_ptrto_net_rec(pin.net_ind);
     pin.pin_hdler = nullptr;
-    pin.last_event = nullptr;
-    pin.bit_last_event.reset();
     kol_reset_pin_state(pin);
 }
 

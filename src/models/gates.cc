@@ -1,5 +1,9 @@
 #include "models/gates.h"
 
+#include <algorithm>
+#include <array>
+#include <deque>
+#include <new>
 #include <span>
 #include <vector>
 
@@ -19,62 +23,96 @@ namespace {
     tm_fatal(file_data_invalid);
 }
 
-// ---- gates as they run: each one's inputs and outputs side by side, gathered when it is first evaluated
+// ---- gates as they run
 
 struct output_t {
     yx_pin_record_t* pin;
-    yx_net_record_t* net;
-    std::int32_t rise[3];  // net and pin together
-    std::int32_t fall[3];
+    yx_net_record_t* root;
+    std::int32_t rise, fall;  // of net and pin together, in the gate's timing range
+    std::int16_t priority;
+    std::int8_t state[4];  // by value
 };
 
+using input_t = const yx_signal_state_rec*;
+
+struct wide_gate_t {
+    std::vector<input_t> inputs;
+    std::vector<output_t> outputs;
+};
+
+// What an evaluation reads, in the instance's record and gathered at the first one: of a gate with one output
+// and up to two inputs all of it, of any other the way to it.
 struct gate_t {
-    bool is_gathered = false;
-    std::size_t first_input = 0, nb_of_input = 0;
-    std::size_t first_output = 0, nb_of_output = 0;
+    output_t output{};
+    std::array<input_t, 2> inputs{};
+    std::int32_t wide = 0;  // its place in wide_gates, from 1; 0: none
+    std::int8_t nb_of_input = 0;
+    std::int8_t range = 0;  // timing range of the delays; 0: not taken yet
 };
+static_assert(sizeof(gate_t) <= sizeof(yx_inst_record_t::run_area) &&
+              alignof(gate_t) <= alignof(yx_inst_record_t));
 
-std::vector<gate_t> gates;  // by instance
-std::vector<const yx_signal_state_rec*> inputs;
-std::vector<output_t> outputs;
+std::deque<wide_gate_t> wide_gates;
 
-void gather_input(const yx_pin_record_t& pin) {
-    kol_each_net_of_pin(pin,
-                        [](yx_net_record_t* net) { inputs.push_back(&kol_root_net(net)->UU.U1.cur_state); });
+gate_t& gate_of(yx_inst_record_t& inst) {
+    return *std::launder(reinterpret_cast<gate_t*>(inst.run_area.data()));
 }
 
-// The delays of a bus record are not defined, so there the pin's own delays count alone.
-output_t output_of(yx_pin_record_t& pin, yx_net_record_t* net) {
-    output_t output{&pin, net, {}, {}};
-    const yx_net_u1_t none{};
-    const yx_net_u1_t& attached = pin.net_ptr->net_type == YX_TSTD_BUS ? none : pin.net_ptr->UU.U1;
-    for (std::size_t range = 0; range < 3; ++range) {
-        output.rise[range] = kol_sum_of_delays(attached.rise[range], pin.rise[range]);
-        output.fall[range] = kol_sum_of_delays(attached.fall[range], pin.fall[range]);
-    }
-    return output;
+wide_gate_t& wide_of(const gate_t& gate) { return wide_gates[static_cast<std::size_t>(gate.wide - 1)]; }
+
+std::span<const input_t> inputs_of(const gate_t& gate) {
+    if (gate.wide != 0) return wide_of(gate).inputs;
+    return {gate.inputs.data(), static_cast<std::size_t>(gate.nb_of_input)};
+}
+
+std::span<output_t> outputs_of(gate_t& gate) {
+    if (gate.wide != 0) return wide_of(gate).outputs;
+    return {&gate.output, 1};
+}
+
+void gather_inputs(const yx_pin_record_t& pin, wide_gate_t& all) {
+    kol_each_net_of_pin(
+        pin, [&all](yx_net_record_t* net) { all.inputs.push_back(&kol_root_net(net)->UU.U1.cur_state); });
+}
+
+void gather_outputs(yx_pin_record_t& pin, wide_gate_t& all) {
+    output_t output{&pin, nullptr, 0, 0, pin.pin_hdl_priority, {}};
+    for (std::int16_t value = 0; value < 4; ++value)
+        kol_valdrive_to_state(value, pin.drive_array[value], output.state[value]);
+    kol_each_net_of_pin(pin, [&](yx_net_record_t* net) {
+        output.root = kol_root_net(net);
+        all.outputs.push_back(output);
+    });
 }
 
 void gather(gate_t& gate, const yx_inst_record_t& inst) {
-    gate.first_input = inputs.size();
-    gate.first_output = outputs.size();
+    wide_gate_t all;
     yx_pin_record_t* pin = inst.first_pin_ptr;
     for (std::int32_t k = 0; k < inst.nb_of_pin; ++k, pin = pin->next_pin_inst_ptr) {
         if (pin == nullptr) stop("missing pin");
-        if (pin->io_type == 1) gather_input(*pin);
-        if (pin->io_type == 2)
-            kol_each_net_of_pin(*pin,
-                                [pin](yx_net_record_t* net) { outputs.push_back(output_of(*pin, net)); });
+        if (pin->io_type == 1) gather_inputs(*pin, all);
+        if (pin->io_type == 2) gather_outputs(*pin, all);
     }
-    gate.nb_of_input = inputs.size() - gate.first_input;
-    gate.nb_of_output = outputs.size() - gate.first_output;
-    gate.is_gathered = true;
+    if (all.inputs.size() <= gate.inputs.size() && all.outputs.size() == 1) {
+        gate.output = all.outputs[0];
+        gate.nb_of_input = static_cast<std::int8_t>(all.inputs.size());
+        std::ranges::copy(all.inputs, gate.inputs.begin());
+    } else {
+        wide_gates.push_back(std::move(all));
+        gate.wide = static_cast<std::int32_t>(wide_gates.size());
+    }
 }
 
-gate_t& gate_of(const yx_inst_record_t& inst) {
-    const auto at = static_cast<std::size_t>(inst.self);
-    if (at >= gates.size()) gates.resize(static_cast<std::size_t>(yx_sext.max_inst_cur) + 1);
-    return gates[at];
+// The delays of a bus record are not defined, so there the pin's own delays count alone.
+void take_delays(gate_t& gate, std::int16_t range) {
+    const auto r = static_cast<std::size_t>(range - 1);
+    for (output_t& output : outputs_of(gate)) {
+        const yx_net_record_t& net = *output.pin->net_ptr;
+        const bool is_bus = net.net_type == YX_TSTD_BUS;
+        output.rise = kol_sum_of_delays(is_bus ? 0 : net.UU.U1.rise[r], output.pin->rise[r]);
+        output.fall = kol_sum_of_delays(is_bus ? 0 : net.UU.U1.fall[r], output.pin->fall[r]);
+    }
+    gate.range = static_cast<std::int8_t>(range);
 }
 
 // ---- set-up
@@ -86,7 +124,7 @@ bool set_up_pin(yx_pin_record_t& pin) {
 
 void set_up() {
     if (kol_ext.cur_inst == nullptr) stop("no instance");
-    gate_of(*kol_ext.cur_inst) = {};
+    new (kol_ext.cur_inst->run_area.data()) gate_t;
     yx_pin_record_t* pin = kol_ext.cur_inst->first_pin_ptr;
     for (std::int32_t k = 0; k < kol_ext.cur_inst->nb_of_pin; ++k, pin = pin->next_pin_inst_ptr) {
         if (pin == nullptr) stop("missing pin");
@@ -96,12 +134,12 @@ void set_up() {
 
 // ---- evaluation
 
-using inputs_t = std::span<const yx_signal_state_rec* const>;
+using inputs_t = std::span<const input_t>;
 using fold_t = std::int16_t (*)(std::int16_t, std::int16_t);
 
 template <fold_t fold>
 std::int16_t folded(inputs_t states, std::int16_t value) {
-    for (const yx_signal_state_rec* state : states) value = fold(kol_value_of(state->state), value);
+    for (const input_t state : states) value = fold(kol_value_of(state->state), value);
     return value;
 }
 
@@ -114,24 +152,22 @@ std::int16_t xor_of(inputs_t states) {
     return folded<kol_xor_value>(states.subspan(1), kol_value_of(states[0]->state));
 }
 
-void schedule(const output_t& output, std::int16_t value, std::size_t range, std::int32_t input_delay) {
-    std::int8_t state = 0;
-    kol_valdrive_to_state(value, output.pin->drive_array[value], state);
-    const std::int32_t output_delay = kol_delay_of(value, output.rise[range], output.fall[range]);
-    kol_output_state(output.pin, output.net, kol_sum_of_delays(output_delay, input_delay), state);
-}
-
 template <std::int16_t (*value_of)(inputs_t)>
 void evaluate() {
-    if (kol_ext.cur_inst == nullptr) stop("no instance");
-    gate_t& gate = gate_of(*kol_ext.cur_inst);
-    if (!gate.is_gathered) gather(gate, *kol_ext.cur_inst);
-    const std::int16_t value = value_of(inputs_t{inputs}.subspan(gate.first_input, gate.nb_of_input));
-    const auto range = static_cast<std::size_t>(kol_timind(kol_ext.cur_inst) - 1);
+    yx_inst_record_t* const inst = kol_ext.cur_inst;
+    if (inst == nullptr) stop("no instance");
+    gate_t& gate = gate_of(*inst);
+    if (gate.output.pin == nullptr && gate.wide == 0) gather(gate, *inst);
+    const std::int16_t value = value_of(inputs_of(gate));
+    const std::int16_t range = kol_timind(inst);
+    if (range != gate.range) take_delays(gate, range);
     const std::int32_t input_delay =
-        kol_delay_of(value, kol_ext.cur_pin->rise[range], kol_ext.cur_pin->fall[range]);
-    for (const output_t& output : std::span(outputs).subspan(gate.first_output, gate.nb_of_output))
-        schedule(output, value, range, input_delay);
+        kol_delay_of(value, kol_ext.cur_pin->rise[range - 1], kol_ext.cur_pin->fall[range - 1]);
+    for (const output_t& output : outputs_of(gate)) {
+        const std::int32_t delay = kol_delay_of(value, output.rise, output.fall);
+        kol_schedule(output.pin, output.root, output.priority, kol_sum_of_delays(delay, input_delay),
+                     output.state[value]);
+    }
 }
 
 }  // namespace
@@ -150,12 +186,7 @@ void kol_xor_i1_hdler() { evaluate<xor_of>(); }
 
 void kol_gate_refresh() {
     kol_refresh_pin_delays(*kol_ext.cur_inst);
-    // What was gathered is gathered again with the new delays.
-    if (!outputs.empty()) kol_clear_gates();
+    gate_of(*kol_ext.cur_inst).range = 0;
 }
 
-void kol_clear_gates() {
-    gates.clear();
-    inputs.clear();
-    outputs.clear();
-}
+void kol_clear_gates() { wide_gates.clear(); }

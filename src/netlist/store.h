@@ -6,6 +6,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
@@ -54,8 +55,8 @@ struct yx_prop_record_t {
 };
 
 struct yx_signal_state_rec {
-    std::int8_t state = 0;   // 0..19
     std::int32_t time = -1;  // of the last change; -1 never
+    std::int8_t state = 0;   // 0..19
     bool fixed = false;      // a net that ignores its drivers
 };
 
@@ -64,34 +65,34 @@ struct yx_pin_signal_state_rec {
     yx_signal_state_rec* bus = nullptr;  // a pin spanning bits: one record per bit of its bus
 };
 
-struct yx_net_u1_t {             // standard net and sub-net
-    std::int8_t state_init = 0;  // 0: none
+// Standard net and sub-net.  What a run touches at every event comes first and fills one cache line.
+struct alignas(64) yx_net_u1_t {
     yx_signal_state_rec cur_state, old_state;
-    std::int32_t rise[3] = {0, 0, 0};  // minimum, typical, maximum
-    std::int32_t fall[3] = {0, 0, 0};
-    yx_break_signal_rec_t* break_signal = nullptr;
-    yx_list_state_rec_t* list_state = nullptr;  // newest history record; none while nobody observes the net
-    std::int32_t bus = 0;
-    yx_net_record_t* bus_ptr = nullptr;
-    std::int16_t posinbus = 0;  // 1-based
-    std::int32_t first_sub_net = 0;
-    yx_net_record_t* first_sub_net_ptr = nullptr;
-    std::int32_t father_net = 0;
-    yx_net_record_t* father_net_ptr = nullptr;
-    std::int32_t next_sub_net = 0;
-    yx_net_record_t* next_sub_net_ptr = nullptr;
 
     // Run time, of a root net.
-    yx_event_rec_t* first_pending = nullptr;  // queued events from pins, in no stated order
-    yx_event_rec_t* first_force = nullptr;    // queued FORCE events, by time while forces_sorted
+    const kol_pin_link_t* link = nullptr;  // pins that drive the tree, then those it feeds, each in pre-order
+    std::int32_t nb_of_driver = 0;
+    std::int32_t nb_of_fan_out = 0;
+    yx_event_rec_t* first_pending = nullptr;    // queued events from pins, the newest first
+    yx_event_rec_t* first_force = nullptr;      // queued FORCE events, by time while forces_sorted
+    yx_list_state_rec_t* list_state = nullptr;  // newest history record; none while nobody observes the net
+    yx_break_signal_rec_t* break_signal = nullptr;
+
     yx_event_rec_t* last_force = nullptr;
     bool forces_sorted = true;
-    yx_list_state_rec_t* first_state = nullptr;  // oldest history record
+    std::int8_t state_init = 0;                  // 0: none
+    std::int16_t posinbus = 0;                   // 1-based
     std::int32_t nb_of_observer = 0;             // signals that keep the history alive
-    const kol_pin_link_t* fan_out = nullptr;     // the pins that the tree feeds, in pre-order
-    const kol_pin_link_t* driver = nullptr;      // the pins that drive the tree, in pre-order
-    std::int32_t nb_of_fan_out = 0;
-    std::int32_t nb_of_driver = 0;
+    yx_list_state_rec_t* first_state = nullptr;  // oldest history record
+
+    std::int32_t rise[3] = {0, 0, 0};  // minimum, typical, maximum
+    std::int32_t fall[3] = {0, 0, 0};
+    std::int32_t bus = 0;
+    std::int32_t first_sub_net = 0, father_net = 0, next_sub_net = 0;
+    yx_net_record_t* bus_ptr = nullptr;
+    yx_net_record_t* first_sub_net_ptr = nullptr;
+    yx_net_record_t* father_net_ptr = nullptr;
+    yx_net_record_t* next_sub_net_ptr = nullptr;
 };
 
 struct yx_net_u2_t {  // bus
@@ -111,6 +112,10 @@ struct yx_net_child_record_t {
 };
 
 struct yx_net_record_t {
+    struct {
+        yx_net_u1_t U1;  // meaningful for net_type 1 and 2; zero in a bus
+        yx_net_u2_t U2;  // meaningful for net_type 3
+    } UU;
     std::int32_t self = 0;
     std::int16_t object_id = 0;
     std::int16_t net_type = 0;  // yx_net_types
@@ -128,46 +133,43 @@ struct yx_net_record_t {
     std::int16_t nb_pin_out = 0;
     std::int32_t first_pin_out_ind = 0;  // pins that drive this net
     yx_pin_record_t* first_pin_out_ptr = nullptr;
-    struct {
-        yx_net_u1_t U1;  // meaningful for net_type 1 and 2; zero in a bus
-        yx_net_u2_t U2;  // meaningful for net_type 3
-    } UU;
 };
 
-struct yx_pin_record_t {
+// What a run touches comes first and fills one cache line.
+struct alignas(64) yx_pin_record_t {
+    yx_procedure_t pin_hdler = nullptr;
+    yx_inst_record_t* instance_ptr = nullptr;
+    yx_pin_signal_state_rec pin_state;
+    std::int32_t rise[3] = {0, 0, 0};  // minimum, typical, maximum
+    std::int32_t fall[3] = {0, 0, 0};
     std::int32_t self = 0;
     std::int16_t object_id = 0;
     std::int16_t status = 0;
-    std::int16_t io_type = 0;  // 1 input, 2 output, 3 and 4 also receive
-    yx_procedure_t pin_hdler = nullptr;
-    std::int16_t pin_hdl_priority = 0;  // higher runs first at one time
-    yx_pin_signal_state_rec pin_state;
-    yx_event_rec_t* last_event = nullptr;  // newest event scheduled for this output pin (not on a bus range)
-    std::unique_ptr<yx_event_rec_t*[]> bit_last_event;  // the same per bit, for an output pin spanning bits
-    std::int32_t rise[3] = {0, 0, 0};
-    std::int32_t fall[3] = {0, 0, 0};
+
+    std::int16_t io_type = 0;                    // 1 input, 2 output, 3 and 4 also receive
+    std::int16_t pin_hdl_priority = 0;           // higher runs first at one time
     std::int16_t drive_array[4] = {0, 0, 0, 0};  // by value code
     std::int32_t sim_path = 0;
     std::int32_t instance_ind = 0;
-    yx_inst_record_t* instance_ptr = nullptr;
-    yx_pin_record_t* next_pin_inst_ptr = nullptr;
     std::int32_t net_ind = 0;
+    std::int32_t next_pin_in_ind = 0, next_pin_out_ind = 0;
+    std::int32_t first_prop = 0;
+    yx_pin_record_t* next_pin_inst_ptr = nullptr;
     yx_net_record_t* net_ptr = nullptr;
-    std::int32_t next_pin_in_ind = 0;
     yx_pin_record_t* next_pin_in_ptr = nullptr;
-    std::int32_t next_pin_out_ind = 0;
     yx_pin_record_t* next_pin_out_ptr = nullptr;
     std::int16_t pin_start = 0, pin_end = 0;  // bit range on a bus; pin_end 0: one bit
     std::int16_t pin_net_start = 0;           // first bit's offset within the bus's members
     std::int8_t nb_of_property = 0;
-    std::int32_t first_prop = 0;
 };
 
-struct yx_inst_record_t {
+// What a run touches comes first and fills one cache line.
+struct alignas(64) yx_inst_record_t {
+    std::array<std::byte, 56> run_area{};  // for what the instance's model gathers to run
+    std::int8_t timing_index = 0;          // 0: global timing range, 1..120: an entry of the table
     std::int32_t self = 0;
     std::int16_t object_id = 0;
     std::int16_t status = 0;
-    std::int8_t timing_index = 0;  // 0: global timing range, 1..120: an entry of the table
     void* user_data_area = nullptr;
     std::int32_t sim_path = 0;
     std::int32_t file_path = 0;
