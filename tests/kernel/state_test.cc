@@ -107,7 +107,8 @@ TEST(times, are_read_in_user_units_and_rounded_to_steps) {
              {0.5F, 1, "", 0, false}, {0.5F, 1, "   ", 0, false}, {0.5F, 1, "- ", 0, false},
              {0.5F, 1, "--5", 0, true}, {0.5F, 1, "3ns", 0, true}, {0.5F, 1, "+5", 0, true}, {1, 0, "5", 0, true},
              {1, 10, "2.5", 25, false}, {0, 1, " ", 0, false}, {1, 1, "2147483647", INT32_MAX, false},
-             {0.5F, 1, "2147483647", 0, true}, {1, 1, "99999999999", 0, true}, {1, 1, "1.0000000000000000000001", 1, false}}) {
+             {0.5F, 1, "2147483647", 0, true}, {1, 1, "99999999999", 0, true},
+             {1, 1, "1.0000000000000000000001", 1, false}}) {
         set_scale(step, unit);
         std::int32_t time = 77;
         bool is_error = !is_wrong;
