@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "app/stroke_font.h"
+#include "canvas/stroke_font.h"
 
 namespace {
 
@@ -32,7 +32,9 @@ short coordinate(std::int32_t value) {
     return static_cast<short>(std::clamp<std::int32_t>(value, limits::min(), limits::max()));
 }
 
-XSegment segment_of(rs_point from, rs_point to) {
+XPoint point_of(tm_pixel at) { return {coordinate(at.x), coordinate(at.y)}; }
+
+XSegment segment_of(tm_pixel from, tm_pixel to) {
     return {coordinate(from.x), coordinate(from.y), coordinate(to.x), coordinate(to.y)};
 }
 
@@ -42,10 +44,37 @@ void draw_segments(Pixmap target, std::span<XSegment> segments) {
                   static_cast<int>(segments.size()));
 }
 
-void set_dash(rs_dash dash) {
+// The points as the server takes them; kept for its storage.
+std::vector<XPoint>& points_of(std::span<const tm_pixel> points) {
+    static std::vector<XPoint> made;
+    made.clear();
+    for (const tm_pixel& at : points) made.push_back(point_of(at));
+    return made;
+}
+
+// Lines of one pixel have width 0, which servers draw fastest.
+void set_line(tm_dash dash, std::int32_t width) {
     const dash_row& row = dashes[static_cast<std::size_t>(dash)];
-    XSetLineAttributes(tm_window.dpy, tm_window.our_gc, 0, row.line_style, CapButt, JoinMiter);
+    XSetLineAttributes(tm_window.dpy, tm_window.our_gc, width > 1 ? static_cast<unsigned>(width) : 0,
+                       row.line_style, CapButt, JoinMiter);
     if (row.length > 0) XSetDashes(tm_window.dpy, tm_window.our_gc, 0, row.pattern.data(), row.length);
+}
+
+// A stroke of a character at a place, turned counter-clockwise.
+XSegment turned(const tm_stroke& stroke, tm_pixel at, std::int32_t quarter_turns) {
+    const auto turn = [&](tm_pixel p) -> tm_pixel {
+        switch (quarter_turns & 3) {
+            case 0:
+                return {at.x + p.x, at.y + p.y};
+            case 1:
+                return {at.x + p.y, at.y - p.x};
+            case 2:
+                return {at.x - p.x, at.y - p.y};
+            default:
+                return {at.x - p.y, at.y + p.x};
+        }
+    };
+    return segment_of(turn(stroke.from), turn(stroke.to));
 }
 
 void allocate(std::size_t index) {
@@ -59,7 +88,7 @@ void allocate(std::size_t index) {
 }
 
 // The server's own font, one character to a cell, where the stroke font is not installed.
-void draw_plain(Pixmap target, rs_point at, std::string_view text, std::int32_t cell_width,
+void draw_plain(Pixmap target, tm_pixel at, std::string_view text, std::int32_t cell_width,
                 std::int32_t cell_height) {
     for (const char& character : text) {
         XDrawString(tm_window.dpy, target, tm_window.our_gc, at.x, at.y + cell_height * 3 / 4, &character, 1);
@@ -72,27 +101,36 @@ void draw_plain(Pixmap target, rs_point at, std::string_view text, std::int32_t 
 std::int32_t x_canvas::width() const { return tm_vext.bitmap_size.xmax; }
 std::int32_t x_canvas::height() const { return tm_vext.bitmap_size.ymax; }
 
-void x_canvas::set_colour(rs_colour colour) const {
+void x_canvas::set_colour(tm_colour colour) const {
     tm_window.picture_changed = true;
     XSetForeground(tm_window.dpy, tm_window.our_gc,
                    tm_window.colorrec[static_cast<std::size_t>(colour)].pixel);
 }
 
 void x_canvas::clear() {
-    set_colour(rs_colour::black);
+    set_colour(tm_colour::black);
     XFillRectangle(tm_window.dpy, target(), tm_window.our_gc, 0, 0, static_cast<unsigned>(width()),
                    static_cast<unsigned>(height()));
 }
 
-void x_canvas::segment(rs_point from, rs_point to, rs_colour colour, rs_dash dash) {
-    set_colour(colour);
-    if (dash != rs_dash::solid) set_dash(dash);
-    XSegment line = segment_of(from, to);
-    draw_segments(target(), {&line, 1});
-    if (dash != rs_dash::solid) set_dash(rs_dash::solid);
+void x_canvas::polyline(std::span<const tm_pixel> points, const tm_pen& pen) {
+    const bool special = pen.dash != tm_dash::solid || pen.width > 1;
+    set_colour(pen.colour);
+    if (special) set_line(pen.dash, pen.width);
+    std::vector<XPoint>& path = points_of(points);
+    XDrawLines(tm_window.dpy, target(), tm_window.our_gc, path.data(), static_cast<int>(path.size()),
+               CoordModeOrigin);
+    if (special) set_line(tm_dash::solid, 1);
 }
 
-void x_canvas::dots(rs_point from, rs_point step, rs_point count, rs_colour colour) {
+void x_canvas::fill(std::span<const tm_pixel> corners, tm_colour colour) {
+    set_colour(colour);
+    std::vector<XPoint>& path = points_of(corners);
+    XFillPolygon(tm_window.dpy, target(), tm_window.our_gc, path.data(), static_cast<int>(path.size()),
+                 Complex, CoordModeOrigin);
+}
+
+void x_canvas::dots(tm_pixel from, tm_pixel step, tm_pixel count, tm_colour colour) {
     set_colour(colour);
     std::vector<XPoint> row(static_cast<std::size_t>(std::max(count.x, 0)));
     for (std::int32_t j = 0; j < count.y && !row.empty(); ++j) {
@@ -104,17 +142,18 @@ void x_canvas::dots(rs_point from, rs_point step, rs_point count, rs_colour colo
     }
 }
 
-void x_canvas::text(rs_point at, std::string_view text, rs_colour colour, std::int32_t cell_width,
-                    std::int32_t cell_height) {
-    set_colour(colour);
-    if (!rs_font_loaded()) return draw_plain(target(), at, text, cell_width, cell_height);
+void x_canvas::text(tm_pixel at, std::string_view text, const tm_lettering& how) {
+    set_colour(how.colour);
+    if (!tm_font_loaded()) return draw_plain(target(), at, text, how.cell_width, how.cell_height);
     static std::vector<XSegment> segments;  // kept for its storage
     segments.clear();
+    std::int32_t along = 0;
     for (const char character : text) {
-        for (const rs_stroke& stroke : rs_font_strokes(character, cell_width, cell_height))
-            segments.push_back(segment_of({at.x + stroke.from.x, at.y + stroke.from.y},
-                                          {at.x + stroke.to.x, at.y + stroke.to.y}));
-        at.x += cell_width;
+        for (const tm_stroke& stroke : tm_font_strokes(character, how.cell_width, how.cell_height))
+            segments.push_back(
+                turned({{stroke.from.x + along, stroke.from.y}, {stroke.to.x + along, stroke.to.y}}, at,
+                       how.quarter_turns));
+        along += how.cell_width;
     }
     draw_segments(target(), segments);
 }
@@ -125,5 +164,5 @@ void x_canvas_open() {
     XGCValues values{};
     values.graphics_exposures = False;  // copies from a pixmap are always whole
     tm_window.our_gc = XCreateGC(dpy, DefaultRootWindow(dpy), GCGraphicsExposures, &values);
-    set_dash(rs_dash::solid);
+    set_line(tm_dash::solid, 1);
 }

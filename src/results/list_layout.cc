@@ -1,8 +1,8 @@
 #include "results/list_layout.h"
 
 #include "foundation/status.h"
-#include "results/canvas.h"
 #include "results/list_view.h"
+#include "results/results_canvas.h"
 
 namespace {
 

@@ -2,15 +2,15 @@
 
 #include "foundation/context.h"
 #include "foundation/shell.h"
-#include "results/canvas.h"
 #include "results/list_layout.h"
 #include "results/list_rows.h"
+#include "results/results_canvas.h"
 #include "results/trace_view.h"
 
 namespace {
 
-void draw_text(rs_point at, std::string_view text) {
-    rs_results_canvas->text(at, text, rs_colour::white, kol_ext.list_steph, kol_ext.list_height);
+void draw_text(tm_pixel at, std::string_view text) {
+    rs_results_canvas->text(at, text, {tm_colour::white, kol_ext.list_steph, kol_ext.list_height});
 }
 
 std::int32_t column_offset(const yx_signal_rec_t& signal) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "foundation/status.h"
-#include "results/canvas.h"
+#include "results/results_canvas.h"
 #include "results/trace_view.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // The names of the trace, at the right of the waveforms.
 #include <string>
 
-#include "results/canvas.h"
+#include "results/results_canvas.h"
 #include "results/trace_layout.h"
 #include "results/trace_view.h"
 
@@ -12,8 +12,8 @@ constexpr std::size_t name_width = 20;
 void draw_name(const yx_signal_rec_t& place, const tm_string_record_t& name) {
     std::string shown(tm_view(name));
     shown.resize(name_width, ' ');
-    const rs_point at{rs_results_canvas->width() - kol_ext.trace_sig1n_x0, kol_trace_row_y(place.row)};
-    rs_results_canvas->text(at, shown, rs_colour::white, kol_ext.trace_steph / 2, kol_ext.trace_height);
+    const tm_pixel at{rs_results_canvas->width() - kol_ext.trace_sig1n_x0, kol_trace_row_y(place.row)};
+    rs_results_canvas->text(at, shown, {tm_colour::white, kol_ext.trace_steph / 2, kol_ext.trace_height});
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 #include "foundation/status.h"
 #include "kernel/say.h"
 #include "kernel/state.h"
-#include "results/canvas.h"
 #include "results/list_view.h"
+#include "results/results_canvas.h"
 #include "results/trace_layout.h"
 
 namespace {
@@ -38,27 +38,27 @@ std::int32_t x_of(std::int32_t time) {
 
 struct value_row {
     std::int32_t side;  // of the row's middle line: +1 below, -1 above
-    rs_colour colour;
+    tm_colour colour;
 };
 constexpr value_row values[] = {
-    /* i */ {0, rs_colour::red},
-    /* 0 */ {+1, rs_colour::yellow},
-    /* x */ {0, rs_colour::yellow},
-    /* 1 */ {-1, rs_colour::yellow},
+    /* i */ {0, tm_colour::red},
+    /* 0 */ {+1, tm_colour::yellow},
+    /* x */ {0, tm_colour::yellow},
+    /* 1 */ {-1, tm_colour::yellow},
 };
-constexpr rs_dash drives[] = {
-    /* U */ rs_dash::dash_dot_dot, /* Z */ rs_dash::dash_dot, /* R */ rs_dash::dotted,
-    /* W */ rs_dash::dashed,       /* S */ rs_dash::solid,
+constexpr tm_dash drives[] = {
+    /* U */ tm_dash::dash_dot_dot, /* Z */ tm_dash::dash_dot, /* R */ tm_dash::dotted,
+    /* W */ tm_dash::dashed,       /* S */ tm_dash::solid,
 };
 
 // The end of the waveform drawn so far.
 struct pen {
-    rs_point at;
-    rs_colour colour;
-    rs_dash dash;
+    tm_pixel at;
+    tm_colour colour;
+    tm_dash dash;
 
-    void line_to(rs_point to) {
-        rs_results_canvas->segment(at, to, colour, dash);
+    void line_to(tm_pixel to) {
+        rs_results_canvas->segment(at, to, {colour, dash});
         at = to;
     }
     void step_to(const pen& next) {
@@ -75,7 +75,7 @@ pen pen_for(std::int8_t state, std::int32_t x, std::int32_t middle) {
     kol_state_to_valdrive(state, value, drive);
     const value_row& row = values[value];
     return {{x, middle + row.side * (kol_ext.trace_stepv / 3)},
-            drive == 0 ? rs_colour::cyan : row.colour,
+            drive == 0 ? tm_colour::cyan : row.colour,
             drives[drive]};
 }
 
@@ -98,24 +98,24 @@ void draw_labels() {
     for (std::int32_t division = 0; division < divisions; division += divisions_per_label) {
         const std::int64_t time = kol_ext.trace_cur_time + std::int64_t{division} * kol_ext.trace_scale;
         const std::string text = kol_time_text(static_cast<std::int32_t>(std::min(time, latest)));
-        const rs_point at{division * (plot_width() / divisions) + kol_ext.trace_sig1t_x0,
+        const tm_pixel at{division * (plot_width() / divisions) + kol_ext.trace_sig1t_x0,
                           kol_ext.trace_sig1t_y0};
-        rs_results_canvas->text(at, text.substr(0, label_width), rs_colour::white, kol_ext.trace_steph / 2,
-                                kol_ext.trace_height);
+        rs_results_canvas->text(at, text.substr(0, label_width),
+                                {tm_colour::white, kol_ext.trace_steph / 2, kol_ext.trace_height});
     }
 }
 
 bool step_count_is_valid(std::int32_t count) { return count >= 2 && count <= 50; }
 
 // Dots at across times down places spread evenly between the two points; every fifth column is of 2 x 2 dots.
-void draw_grid(rs_point from, rs_point to, std::int32_t across, std::int32_t down, rs_colour colour) {
+void draw_grid(tm_pixel from, tm_pixel to, std::int32_t across, std::int32_t down, tm_colour colour) {
     if (!step_count_is_valid(across) || !step_count_is_valid(down)) tm_fatal(viewport_id_invalid);
     for (std::int32_t column = 0; column < across; ++column) {
         const bool bold = column % divisions_per_label == 0;
         const std::int32_t x = from.x + (to.x - from.x) * column / (across - 1);
         for (std::int32_t row = 0; row < down; ++row) {
             const std::int32_t y = from.y + (to.y - from.y) * row / (down - 1);
-            rs_results_canvas->dots({bold ? x - 1 : x, y}, {1, 1}, bold ? rs_point{2, 2} : rs_point{1, 1},
+            rs_results_canvas->dots({bold ? x - 1 : x, y}, {1, 1}, bold ? tm_pixel{2, 2} : tm_pixel{1, 1},
                                     colour);
         }
     }
@@ -167,7 +167,7 @@ void kol_trace_plot_sigresult() {
     }
     draw_grid({kol_ext.trace_sig1g_x1, kol_ext.trace_sig1g_y1},
               {plot_width() + kol_ext.trace_left_x, kol_ext.trace_sig1g_y2}, divisions + 1,
-              kol_trace_rows_shown(), rs_colour::white);
+              kol_trace_rows_shown(), tm_colour::white);
 }
 
 void kol_set_trace_geometry(std::int32_t bitmap_height) {

@@ -12,32 +12,34 @@
 
 #include "foundation/context.h"
 #include "kernel/state.h"
-#include "results/canvas.h"
 #include "results/list_layout.h"
 #include "results/list_view.h"
+#include "results/results_canvas.h"
 
-struct recorder_canvas final : rs_canvas {
+struct recorder_canvas final : tm_canvas {
     std::int32_t w = 0, h = 0;
     int clears = 0;
     std::vector<std::string> texts;     // "x,y text"
     std::vector<std::string> segments;  // "x y x y colour dash"
-    std::vector<rs_point> places;       // of dots
+    std::vector<tm_pixel> places;       // of dots
     int dots_drawn = 0;
     std::int32_t width() const override { return w; }
     std::int32_t height() const override { return h; }
     void clear() override { ++clears, dots_drawn = 0, texts.clear(), segments.clear(), places.clear(); }
-    void segment(rs_point from, rs_point to, rs_colour colour, rs_dash dash) override {
+    void polyline(std::span<const tm_pixel> points, const tm_pen& pen) override {
         constexpr const char* colours[] = {"black", "red", "green", "blue", "cyan", "yellow"};
         std::string text;
-        for (const std::int32_t n : {from.x, from.y, to.x, to.y}) text += std::to_string(n) + " ";
-        segments.push_back(text + colours[static_cast<int>(colour)] + " " +
-                           std::to_string(static_cast<int>(dash)));
+        for (const tm_pixel& point : points)
+            text += std::to_string(point.x) + " " + std::to_string(point.y) + " ";
+        segments.push_back(text + colours[static_cast<int>(pen.colour)] + " " +
+                           std::to_string(static_cast<int>(pen.dash)));
     }
-    void dots(rs_point from, rs_point, rs_point count, rs_colour) override {
+    void fill(std::span<const tm_pixel>, tm_colour) override {}
+    void dots(tm_pixel from, tm_pixel, tm_pixel count, tm_colour) override {
         places.push_back(from);
         dots_drawn += count.x * count.y;
     }
-    void text(rs_point at, std::string_view text, rs_colour, std::int32_t, std::int32_t) override {
+    void text(tm_pixel at, std::string_view text, const tm_lettering&) override {
         texts.push_back(std::to_string(at.x) + "," + std::to_string(at.y) + " " + std::string(text));
     }
 };

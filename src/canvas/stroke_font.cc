@@ -1,4 +1,4 @@
-#include "app/stroke_font.h"
+#include "canvas/stroke_font.h"
 
 extern "C" {  // the header does not say so itself
 #include <hersheyfont.h>
@@ -20,7 +20,7 @@ constexpr int first_printable = 32, after_printable = 127;
 
 struct glyph {
     bool made = false;
-    std::vector<rs_stroke> strokes;
+    std::vector<tm_stroke> strokes;
 };
 using glyph_set = std::array<glyph, after_printable - first_printable>;
 
@@ -40,14 +40,14 @@ struct cell_fit {
         : scale_x(cell_width / std::max<double>(g.width, usual_width)),
           scale_y(cell_height / units_high),
           left((cell_width - g.width * scale_x) / 2) {}
-    rs_point operator()(const hershey_vertex& v) const {
+    tm_pixel operator()(const hershey_vertex& v) const {
         return {static_cast<std::int32_t>(std::lround(left + v.x * scale_x)),
                 static_cast<std::int32_t>(std::lround((units_above - v.y) * scale_y))};
     }
 };
 
-std::vector<rs_stroke> make_strokes(const hershey_glyph& source, const cell_fit& fit) {
-    std::vector<rs_stroke> strokes;
+std::vector<tm_stroke> make_strokes(const hershey_glyph& source, const cell_fit& fit) {
+    std::vector<tm_stroke> strokes;
     for (const hershey_path* path = source.paths; path != nullptr; path = path->next)
         for (int i = 1; i < path->nverts; ++i)
             strokes.push_back({fit(path->verts[i - 1]), fit(path->verts[i])});
@@ -61,11 +61,11 @@ glyph_set& set_of(std::int32_t cell_width, std::int32_t cell_height) {
 
 }  // namespace
 
-bool rs_font_loaded() { return font() != nullptr; }
+bool tm_font_loaded() { return font() != nullptr; }
 
-std::span<const rs_stroke> rs_font_strokes(char character, std::int32_t cell_width,
+std::span<const tm_stroke> tm_font_strokes(char character, std::int32_t cell_width,
                                            std::int32_t cell_height) {
-    if (!rs_font_loaded() || character < first_printable || character >= after_printable) return {};
+    if (!tm_font_loaded() || character < first_printable || character >= after_printable) return {};
     glyph& g = set_of(cell_width, cell_height)[static_cast<std::size_t>(character - first_printable)];
     if (!g.made) {
         const hershey_glyph& source = *hershey_font_glyph(font(), static_cast<unsigned char>(character));

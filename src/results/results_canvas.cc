@@ -1,0 +1,3 @@
+#include "results/results_canvas.h"
+
+tm_canvas* rs_results_canvas = nullptr;
