@@ -33,6 +33,7 @@
 #include "foundation/files.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"
+#include "results/results_canvas.h"
 
 tm_window_t tm_window;
 
