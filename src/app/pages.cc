@@ -95,6 +95,7 @@ void pages_set_labels() {
 }
 
 void pages_create_pixmaps() {
+    x_canvas_flush();
     const tm_bounds_t size = size_of(tm_window.curdrawarea);
     for (Pixmap& pixmap : tm_window.drareapixmap) {
         if (pixmap != 0) XFreePixmap(tm_window.dpy, pixmap);
@@ -123,6 +124,7 @@ void pages_copy_to_window() {
 void pages_show_picture() {
     if (!on_a_page(tm_window.curdrawarea) || tm_window.curdrareapixmap == 0) return;
     tm_window.picture_changed = false;
+    x_canvas_flush();
     const tm_bounds_t& size = tm_vext.bitmap_size;
     XCopyArea(tm_window.dpy, tm_window.curdrareapixmap, XtWindow(tm_window.curdrawarea), tm_window.our_gc, 0,
               0, static_cast<unsigned>(size.xmax), static_cast<unsigned>(size.ymax), 0, 0);

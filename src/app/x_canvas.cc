@@ -38,10 +38,21 @@ XSegment segment_of(tm_pixel from, tm_pixel to) {
     return {coordinate(from.x), coordinate(from.y), coordinate(to.x), coordinate(to.y)};
 }
 
-void draw_segments(Pixmap target, std::span<XSegment> segments) {
-    if (segments.empty()) return;
-    XDrawSegments(tm_window.dpy, target, tm_window.our_gc, segments.data(),
-                  static_cast<int>(segments.size()));
+// Thin solid segments of one colour wait here, to go to the server together.
+struct waiting_segments {
+    Pixmap target = 0;
+    unsigned long pixel = 0;
+    std::vector<XSegment> segments;
+};
+waiting_segments waiting;
+constexpr std::size_t most_waiting = 4096;
+
+void send_waiting() {
+    if (waiting.segments.empty()) return;
+    XSetForeground(tm_window.dpy, tm_window.our_gc, waiting.pixel);
+    XDrawSegments(tm_window.dpy, waiting.target, tm_window.our_gc, waiting.segments.data(),
+                  static_cast<int>(waiting.segments.size()));
+    waiting.segments.clear();
 }
 
 // The points as the server takes them; kept for its storage.
@@ -54,6 +65,9 @@ std::vector<XPoint>& points_of(std::span<const tm_pixel> points) {
 
 // Lines of one pixel have width 0, which servers draw fastest.
 void set_line(tm_dash dash, std::int32_t width) {
+    static tm_pen current{tm_colour::black, tm_dash::solid, 0};
+    if (current.dash == dash && current.width == width) return;
+    current = {tm_colour::black, dash, width};
     const dash_row& row = dashes[static_cast<std::size_t>(dash)];
     XSetLineAttributes(tm_window.dpy, tm_window.our_gc, width > 1 ? static_cast<unsigned>(width) : 0,
                        row.line_style, CapButt, JoinMiter);
@@ -103,8 +117,20 @@ std::int32_t x_canvas::height() const { return tm_vext.bitmap_size.ymax; }
 
 void x_canvas::set_colour(tm_colour colour) const {
     tm_window.picture_changed = true;
+    send_waiting();
     XSetForeground(tm_window.dpy, tm_window.our_gc,
                    tm_window.colorrec[static_cast<std::size_t>(colour)].pixel);
+}
+
+// Makes room for segments of the colour.
+void x_canvas::gather(tm_colour colour) const {
+    tm_window.picture_changed = true;
+    const unsigned long pixel = tm_window.colorrec[static_cast<std::size_t>(colour)].pixel;
+    if (waiting.target != target() || waiting.pixel != pixel || waiting.segments.size() >= most_waiting)
+        send_waiting();
+    if (waiting.segments.empty()) set_line(tm_dash::solid, 1);
+    waiting.target = target();
+    waiting.pixel = pixel;
 }
 
 void x_canvas::clear() {
@@ -114,13 +140,17 @@ void x_canvas::clear() {
 }
 
 void x_canvas::polyline(std::span<const tm_pixel> points, const tm_pen& pen) {
-    const bool special = pen.dash != tm_dash::solid || pen.width > 1;
+    if (pen.dash == tm_dash::solid && pen.width <= 1) {
+        gather(pen.colour);
+        for (std::size_t i = 1; i < points.size(); ++i)
+            waiting.segments.push_back(segment_of(points[i - 1], points[i]));
+        return;
+    }
     set_colour(pen.colour);
-    if (special) set_line(pen.dash, pen.width);
+    set_line(pen.dash, pen.width);
     std::vector<XPoint>& path = points_of(points);
     XDrawLines(tm_window.dpy, target(), tm_window.our_gc, path.data(), static_cast<int>(path.size()),
                CoordModeOrigin);
-    if (special) set_line(tm_dash::solid, 1);
 }
 
 void x_canvas::fill(std::span<const tm_pixel> corners, tm_colour colour) {
@@ -142,20 +172,32 @@ void x_canvas::dots(tm_pixel from, tm_pixel step, tm_pixel count, tm_colour colo
     }
 }
 
+void x_canvas::points(std::span<const tm_pixel> places, tm_colour colour) {
+    set_colour(colour);
+    std::vector<XPoint>& all = points_of(places);
+    XDrawPoints(tm_window.dpy, target(), tm_window.our_gc, all.data(), static_cast<int>(all.size()),
+                CoordModeOrigin);
+}
+
 void x_canvas::text(tm_pixel at, std::string_view text, const tm_lettering& how) {
-    set_colour(how.colour);
-    if (!tm_font_loaded()) return draw_plain(target(), at, text, how.cell_width, how.cell_height);
-    static std::vector<XSegment> segments;  // kept for its storage
-    segments.clear();
+    if (!tm_font_loaded()) {
+        set_colour(how.colour);
+        return draw_plain(target(), at, text, how.cell_width, how.cell_height);
+    }
+    gather(how.colour);
     std::int32_t along = 0;
     for (const char character : text) {
         for (const tm_stroke& stroke : tm_font_strokes(character, how.cell_width, how.cell_height))
-            segments.push_back(
+            waiting.segments.push_back(
                 turned({{stroke.from.x + along, stroke.from.y}, {stroke.to.x + along, stroke.to.y}}, at,
                        how.quarter_turns));
         along += how.cell_width;
     }
-    draw_segments(target(), segments);
+}
+
+void x_canvas_flush() {
+    send_waiting();
+    set_line(tm_dash::solid, 1);
 }
 
 void x_canvas_open() {

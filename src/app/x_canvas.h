@@ -1,5 +1,6 @@
 // tm: the canvas of a drawing page.  Draws with Xlib on the page's off-screen pixmap, never on the window;
-// pages.h copies the picture to the window.
+// pages.h copies the picture to the window.  Thin segments are gathered: whoever reads the pixmap, draws on
+// it or frees it calls x_canvas_flush first, which also leaves the drawing context with a thin solid line.
 #pragma once
 
 #include <cstddef>
@@ -17,12 +18,15 @@ public:
     void fill(std::span<const tm_pixel> corners, tm_colour colour) override;
     void dots(tm_pixel from, tm_pixel step, tm_pixel count, tm_colour colour) override;
     void text(tm_pixel at, std::string_view text, const tm_lettering& how) override;
+    void points(std::span<const tm_pixel> places, tm_colour colour) override;
 
 private:
     Pixmap target() const { return tm_window.drareapixmap[pixmap_]; }
     void set_colour(tm_colour colour) const;
+    void gather(tm_colour colour) const;
     std::size_t pixmap_;
 };
 
 // Allocates the eight palette colours and the drawing context, once the display is open.
 void x_canvas_open();
+void x_canvas_flush();

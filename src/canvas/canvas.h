@@ -41,6 +41,10 @@ struct tm_canvas {
     virtual void fill(std::span<const tm_pixel> corners, tm_colour colour) = 0;
     virtual void dots(tm_pixel from, tm_pixel step, tm_pixel count, tm_colour colour) = 0;
     virtual void text(tm_pixel at, std::string_view text, const tm_lettering& how) = 0;
+    // Single dots anywhere.
+    virtual void points(std::span<const tm_pixel> places, tm_colour colour) {
+        for (const tm_pixel& place : places) dots(place, {1, 1}, {1, 1}, colour);
+    }
 
     void segment(tm_pixel from, tm_pixel to, const tm_pen& pen) {
         const tm_pixel ends[] = {from, to};

@@ -54,9 +54,12 @@ std::vector<tm_stroke> make_strokes(const hershey_glyph& source, const cell_fit&
     return strokes;
 }
 
+// Zooming asks for ever new sizes: when too many are kept, all are made anew.
 glyph_set& set_of(std::int32_t cell_width, std::int32_t cell_height) {
     static std::map<std::pair<std::int32_t, std::int32_t>, glyph_set> sets;
-    return sets[{cell_width, cell_height}];
+    const std::pair size(cell_width, cell_height);
+    if (sets.size() >= tm_font_sizes && !sets.contains(size)) sets.clear();
+    return sets[size];
 }
 
 }  // namespace
