@@ -23,9 +23,9 @@ void close_design() {
 void close_sheets() {
     if (!kol_ext.view_sheet_done) return;
     const auto levels = std::clamp<std::size_t>(kol_ext.file_level_max, 0, tm_vext.filear.size());
-    for (tm_open_file_t& sheet : std::span(tm_vext.filear).first(levels)) {
-        if (!sheet.open) continue;
-        if (sheet.stream != nullptr) std::fclose(sheet.stream);
+    for (tm_file_io_rec_t& sheet : std::span(tm_vext.filear).first(levels)) {
+        if (!sheet.already_open_ok) continue;
+        if (sheet.file_io_id != nullptr) std::fclose(sheet.file_io_id);
         sheet = {};
     }
 }

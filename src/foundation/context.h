@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdio>
+#include <memory>
 
 #include "foundation/status.h"
 #include "foundation/strings.h"
@@ -12,6 +13,7 @@
 inline constexpr std::size_t tm_max_arguments = 40;
 inline constexpr std::size_t tm_max_open_files = 32;
 inline constexpr std::size_t tm_do_levels = 10;
+inline constexpr std::int16_t tm_max_object_levels = 64;  // of nested sheet objects
 
 struct tm_point_t {
     std::int32_t x = 0, y = 0;
@@ -21,9 +23,19 @@ struct tm_bounds_t {
     std::int32_t xmin = 0, ymin = 0, xmax = 0, ymax = 0;
 };
 
-struct tm_open_file_t {  // an open sheet file
-    bool open = false;
-    std::FILE* stream = nullptr;
+using tm_file_index_t = std::int8_t;  // 1..32, 0 none
+struct tm_file_gene_recf_t;           // header and objects of a sheet, see schematic/object_records.h
+
+struct tm_file_io_rec_t {          // a sheet file that is or can be opened
+    bool version_found = false;    // the link file was found
+    bool already_open_ok = false;  // the entry is in use
+    bool file_updated = false;     // an object was created or changed since opening
+    tm_string_record_t dirname, filetype;
+    std::int16_t version = 0;
+    tm_string_record_t link_value;  // "_" and the version
+    tm_string_record_t file_pathname, link_pathname;
+    std::FILE* file_io_id = nullptr;                     // the data file while it is read
+    std::shared_ptr<tm_file_gene_recf_t> start_buf_ptr;  // set exactly when already_open_ok
 };
 
 using tm_actions_12 = std::array<tm_string_record_t, 12>;
@@ -42,7 +54,13 @@ struct tm_defref_var_rec_t {
     bool transcript_state = false;
     std::int32_t file_id_edit = 0, file_id_context = 0, file_id_act = 0, file_id_views = 0;
     std::int8_t num_file_open = 0;
-    std::array<tm_open_file_t, tm_max_open_files> filear;
+    tm_file_index_t cur_file = 0;                            // the current sheet file
+    std::array<tm_file_io_rec_t, tm_max_open_files> filear;  // file index 1 is element 0
+    std::int16_t open_obj_id = 0;                            // the object being created or opened
+    std::int16_t previous_obj_atlevel0 = 0;                  // last object at the top level of cur_file
+    std::int16_t cur_obj_level = 0;                          // depth of the chain of open objects
+    std::array<std::int16_t, tm_max_object_levels + 1> tm_curfamily{};  // object ids by level, 1 the top
+    bool pick_ap_new = false;        // the pick aperture is to be computed anew
     tm_point_t base_point, obj_pos;  // model units
     tm_point_t pixel_pos;            // pointer, pixels of the drawing area
     std::int16_t num_errors = 0, num_warnings = 0;

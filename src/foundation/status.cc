@@ -133,9 +133,9 @@ void close_trace_file() {
 
 void close_open_files() {
     if (tm_vext.num_file_open < 1 || tm_vext.num_file_open > 31) return;
-    for (tm_open_file_t& file : tm_vext.filear) {
-        std::FILE* const stream = std::exchange(file.stream, nullptr);
-        if (std::exchange(file.open, false) && stream != nullptr) std::fclose(stream);
+    for (tm_file_io_rec_t& file : tm_vext.filear) {
+        std::FILE* const stream = std::exchange(file.file_io_id, nullptr);
+        if (std::exchange(file.already_open_ok, false) && stream != nullptr) std::fclose(stream);
     }
 }
 

@@ -85,8 +85,8 @@ const yx_net_record_t& net_of_chain(const char* walker, std::int32_t net_index, 
 }
 
 void close_sheet_files() {
-    for (tm_open_file_t& file : tm_vext.filear) {
-        if (file.open && file.stream != nullptr) std::fclose(file.stream);
+    for (tm_file_io_rec_t& file : tm_vext.filear) {
+        if (file.already_open_ok && file.file_io_id != nullptr) std::fclose(file.file_io_id);
         file = {};
     }
 }

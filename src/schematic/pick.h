@@ -1,0 +1,31 @@
+// tm: picking.  What lies at a point of a sheet, in model units.  Deleted and unvisible objects are not
+// found.
+#pragma once
+
+#include "schematic/placement.h"
+#include "schematic/viewport.h"
+
+// The families of the selecting commands.
+enum class tm_family : std::uint8_t { all, first, instance, vertex, frame, property, net, pin, tag };
+
+inline constexpr std::int32_t tm_snap_step = 5000;
+
+// To the nearest multiple of 5000, halves towards zero; outermost coordinates to the last that fits.
+tm_point_t tm_snapped(const tm_point_t& at);
+bool tm_inside_page(tm_file_index_t file_index, const tm_point_t& at);
+
+// The vertex or pin property family exactly at a point, 0 when there is none: one with a net before one
+// without, a vertex before a pin, then the first of the sheet.
+std::int16_t tm_vertex_at(tm_file_index_t file_index, const tm_point_t& at);
+// The net of a vertex, a pin property family, or a segment; 0 when it has none.
+std::int16_t tm_net_of(tm_file_index_t file_index, std::int16_t object_id);
+
+// The object of a family nearest to a point within the pick aperture (tm_vext.pick_aperture, pixels of the
+// viewport, the point in its middle), 0 when there is none.  A net is as near as its nearest segment, an
+// instance, frame, tag or property as its box.  Of several equally near the order of tm_family_order decides,
+// then the sheet's.  all and first look at every family, at properties only while SMASH is on.
+std::int16_t tm_nearest(tm_file_index_t file_index, tm_family family, const tm_viewport_t& viewport,
+                        const tm_point_t& at);
+// The segment nearest to a point within the aperture, 0 when there is none.
+std::int16_t tm_nearest_segment(tm_file_index_t file_index, const tm_viewport_t& viewport,
+                                const tm_point_t& at);
