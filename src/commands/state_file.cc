@@ -6,13 +6,13 @@
 #include <unistd.h>
 
 #include <cstring>
-#include <filesystem>
 #include <string>
 
 #include "commands/handlers.h"
 #include "commands/keyword.h"
 #include "foundation/context.h"
 #include "foundation/files.h"
+#include "foundation/replacement.h"
 #include "foundation/shell.h"
 #include "kernel/resume.h"
 
@@ -106,41 +106,6 @@ tm_string_record_t state_file_path(kol_array_keyword_t& keyword) {
     return path;
 }
 
-// A file that takes the place of an older one only when it has been written whole.
-class replacement {
-public:
-    explicit replacement(const tm_string_record_t& path) {
-        std::error_code failed;
-        const std::filesystem::path target = std::filesystem::weakly_canonical(tm_resolve_path(path), failed);
-        if (failed || !can_be_replaced(target)) return;
-        target_ = target;
-        written_ = target_ + "." + std::to_string(::getpid());
-        stream_.reset(std::fopen(written_.c_str(), "wb"));
-    }
-    ~replacement() {
-        if (!written_.empty()) std::remove(written_.c_str());
-    }
-    replacement(const replacement&) = delete;
-    replacement& operator=(const replacement&) = delete;
-
-    bool is_open() const { return stream_ != nullptr; }
-    bool write(const std::string& bytes) {
-        const bool in_buffer = std::fwrite(bytes.data(), 1, bytes.size(), stream_.get()) == bytes.size();
-        const bool on_disk = std::fflush(stream_.get()) == 0 && ::fsync(::fileno(stream_.get())) == 0;
-        const bool closed = std::fclose(stream_.release()) == 0;
-        return in_buffer && on_disk && closed && std::rename(written_.c_str(), target_.c_str()) == 0;
-    }
-
-private:
-    static bool can_be_replaced(const std::filesystem::path& target) {
-        if (::access(target.c_str(), F_OK) != 0) return true;
-        return std::filesystem::is_regular_file(target) && ::access(target.c_str(), W_OK) == 0;
-    }
-
-    std::string target_, written_;
-    tm_stream stream_;
-};
-
 // An existing file that may not be read is refused here: opening its stream would end the program.
 tm_stream open_state_file(const tm_string_record_t& path) {
     std::FILE* file = nullptr;
@@ -226,7 +191,7 @@ void show_refusal(std::string_view what, kol_array_keyword_t& keyword) {
 
 void kol_save_state_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
     const tm_string_record_t path = state_file_path(keyword);
-    replacement file(path);
+    tm_replacement file(path);
     if (!file.is_open()) return show_failure(save_failed_words, cannot_open, keyword, path);
     if (kol_ext.cur_time != kol_ext.end_time)
         return kol_reject(save_words, file_keyword, nkeyword, keyword, not_at_end);
