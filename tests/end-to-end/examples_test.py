@@ -18,6 +18,7 @@ EXAMPLES = [
     ("arbiter", "arbiter/arbiter.json", "arbiter.cmd", ["grants"]),
     ("timing", "timing/capture.json", "hunt.cmd", ["sums"]),
     ("regression", "counter/counter.json", "regression.cmd", ["whole", "resumed", "verdict"]),
+    ("uart", "uart/uart.json", "loopback.cmd", ["received"]),
 ]
 
 
