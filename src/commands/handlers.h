@@ -14,7 +14,6 @@ void kol_command_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_display_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_transcript_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_help_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
-void kol_hardcopy_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_define_key_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_system_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_readln_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword, kol_array_param_t& var_father);
@@ -60,6 +59,14 @@ void kol_pop_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_view_all_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_view_time_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_view_window_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_view_area_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
+// marks: areas of a page.
+void kol_mark_rectangle_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
+// plot: pictures in files and on paper.
+void kol_hardcopy_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_plot_trace_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 
 // user_bus and bus_status: buses of the user.
 void kol_define_bus_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);

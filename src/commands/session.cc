@@ -1,4 +1,4 @@
-// The commands of the session itself: COMMAND, DISPLAY, TRANSCRIPT, HELP, HARDCOPY, BYE, QUIT.
+// The commands of the session itself: COMMAND, DISPLAY, TRANSCRIPT, HELP, BYE, QUIT.
 #include <string>
 
 #include "commands/command_line.h"
@@ -75,10 +75,6 @@ void kol_help_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
     tm_display(list ? "# !! Error :  List of commands for Help not found ? "
                     : "# !! Error :  Help on this command not found ? ");
     kol_show({"# !! : \"", tm_view(path)});
-}
-
-void kol_hardcopy_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    kol_echo(" HARdcopy ", 2, nkeyword, keyword);
 }
 
 void kol_bye_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& /*keyword*/) {

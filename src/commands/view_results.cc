@@ -1,23 +1,53 @@
-// POP, and VIEW ALL, VIEW TIME and VIEW WINDOW on the Results page.
+// POP, and VIEW ALL, VIEW AREA, VIEW TIME and VIEW WINDOW on the Results page.
 #include <algorithm>
 
 #include "commands/handlers.h"
 #include "commands/keyword.h"
+#include "commands/marks.h"
 #include "commands/view_rules.h"
 #include "foundation/context.h"
 #include "foundation/shell.h"
+#include "results/list_view.h"
+#include "results/trace_view.h"
 
 namespace {
 
 constexpr std::string_view all_words = " VIEw ALl ";
+constexpr std::string_view area_words = " VIEw ARea ";
 constexpr std::string_view time_words = " VIEw TIMe ";
 constexpr std::string_view window_words = " VIEw WINdow ";
 
 constexpr kol_rejection_t page_invalid{not_available};
 constexpr kol_rejection_t time_invalid{"# !! Error : Invalid view time "};
 
+constexpr kol_rejection_t area_too_narrow{"# !! Error : Marked area too narrow ( at least 3 pixels ) ? "};
+
+constexpr std::int32_t least_area_width = 3;  // a click on the page is none
+
 constexpr std::int16_t results_page = 0;
 constexpr std::int32_t trace_divisions = 20;
+
+// The marked times fill the window of the trace.
+kol_rejection_t zoom_trace(const tm_bounds_t& area) {
+    const std::int32_t width = tm_vext.bitmap_size.xmax;
+    const std::int32_t left = std::max(area.xmin, kol_ext.trace_left_x);
+    const std::int32_t right = std::min(area.xmax, width - kol_ext.trace_right_x);
+    if (right - left < least_area_width) return area_too_narrow;
+    const std::int32_t begin = kol_trace_time_at(left, width), end = kol_trace_time_at(right, width);
+    kol_ext.trace_cur_time = begin;
+    kol_ext.trace_scale = std::max((end - begin) / trace_divisions, 1);
+    return {};
+}
+
+// The row at the top of the area becomes the first.
+kol_rejection_t view_area() {
+    tm_bounds_t area;
+    if (const kol_rejection_t wrong = kol_marked_area(area)) return wrong;
+    if (!kol_ext.list_or_trace) return zoom_trace(area);
+    if (area.xmax - area.xmin < least_area_width) return area_too_narrow;
+    kol_ext.list_cur_time = kol_list_time_at(area.ymin);
+    return {};
+}
 
 }  // namespace
 
@@ -37,6 +67,13 @@ void kol_view_all_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
     }
     tm_shell.redraw_results();
     tm_display(all_words);
+}
+
+void kol_view_area_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    if (tm_vext.numpage != results_page) return kol_reject(area_words, 3, nkeyword, keyword, page_invalid);
+    if (const kol_rejection_t wrong = view_area()) return kol_reject(area_words, 3, nkeyword, keyword, wrong);
+    tm_shell.redraw_results();
+    tm_display(area_words);
 }
 
 void kol_view_time_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {

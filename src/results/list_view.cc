@@ -1,5 +1,7 @@
 #include "results/list_view.h"
 
+#include <utility>
+
 #include "foundation/context.h"
 #include "foundation/shell.h"
 #include "results/list_layout.h"
@@ -118,6 +120,17 @@ void kol_list_write_sigresult() {
     }
 }
 
+std::int32_t kol_list_time_at(std::int32_t y) {
+    std::int32_t time = kol_ext.list_cur_time;
+    if (kol_list_first_entry() == nullptr) return time;
+    std::int32_t next = time;
+    for (std::int32_t row = 2; row <= y / kol_ext.list_stepv; ++row) {
+        if (!kol_list_next_row_time(next) || next > kol_ext.cur_time) break;
+        time = next;
+    }
+    return time;
+}
+
 void kol_set_list_geometry(std::int32_t bitmap_height) {
     kol_ext.list_height = 20;
     kol_ext.list_stepv = kol_ext.list_height;
@@ -132,9 +145,14 @@ void kol_set_list_geometry(std::int32_t bitmap_height) {
 }
 
 void kol_update_darea_edit() {
-    if (!tm_vext.display_on || rs_results_canvas == nullptr) return;
-    rs_results_canvas->clear();
-    if (kol_ext.list_or_trace) {
+    if (tm_vext.display_on && rs_results_canvas != nullptr)
+        kol_draw_results(*rs_results_canvas, kol_ext.list_or_trace);
+}
+
+void kol_draw_results(tm_canvas& canvas, bool list) {
+    tm_canvas* const shown = std::exchange(rs_results_canvas, &canvas);
+    canvas.clear();
+    if (list) {
         kol_update_column_list(nullptr);
         kol_list_write_signame();
         kol_list_write_sigresult();
@@ -143,4 +161,5 @@ void kol_update_darea_edit() {
         kol_trace_write_signame();
         kol_trace_plot_sigresult();
     }
+    rs_results_canvas = shown;
 }

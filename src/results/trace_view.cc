@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "foundation/status.h"
 #include "kernel/say.h"
@@ -17,9 +18,10 @@ constexpr std::int32_t divisions = 20, divisions_per_label = 5;
 constexpr std::size_t label_width = 14;
 constexpr std::int64_t large_span = 1'000'000, coarse_step = 1'000;
 
-std::int32_t plot_width() {
-    return rs_results_canvas->width() - kol_ext.trace_right_x - kol_ext.trace_left_x;
+std::int32_t plot_width_on(std::int32_t page_width) {
+    return page_width - kol_ext.trace_right_x - kol_ext.trace_left_x;
 }
+std::int32_t plot_width() { return plot_width_on(rs_results_canvas->width()); }
 
 std::int64_t window_span() { return std::int64_t{divisions} * kol_ext.trace_scale; }
 
@@ -51,26 +53,62 @@ constexpr tm_dash drives[] = {
     /* W */ tm_dash::dashed,       /* S */ tm_dash::solid,
 };
 
-// The end of the waveform drawn so far.
-struct pen {
+// The end of a waveform that is being drawn.
+struct wave_end {
     tm_pixel at;
     tm_colour colour;
     tm_dash dash;
-
-    void line_to(tm_pixel to) {
-        rs_results_canvas->segment(at, to, {colour, dash});
-        at = to;
-    }
-    void step_to(const pen& next) {
-        line_to({next.at.x, at.y});
-        colour = next.colour;
-        dash = next.dash;
-        if (next.at.y != at.y) line_to(next.at);
+    bool operator==(const wave_end& other) const {
+        return at.x == other.at.x && at.y == other.at.y && colour == other.colour && dash == other.dash;
     }
 };
 
+// Draws a waveform.  Many changes may fall into one column of pixels: drawn twice, a segment looks as it does
+// drawn once, so within a column only the last of equal segments is kept.
+class waveform {
+public:
+    explicit waveform(const wave_end& first) : end_(first) {}
+    ~waveform() { draw_column(); }
+    waveform(const waveform&) = delete;
+    waveform& operator=(const waveform&) = delete;
+
+    void line_to(tm_pixel to) {
+        if (to.x != column_x_) draw_column();
+        column_x_ = to.x;
+        const segment added{end_, to};
+        std::erase(column_, added);
+        column_.push_back(added);
+        end_.at = to;
+    }
+    void step_to(const wave_end& next) {
+        line_to({next.at.x, end_.at.y});
+        end_.colour = next.colour;
+        end_.dash = next.dash;
+        if (next.at.y != end_.at.y) line_to(next.at);
+    }
+    void end_at(std::int32_t x) { line_to({x, end_.at.y}); }
+
+private:
+    struct segment {
+        wave_end from;
+        tm_pixel to;
+        bool operator==(const segment& other) const {
+            return from == other.from && to.x == other.to.x && to.y == other.to.y;
+        }
+    };
+    void draw_column() {
+        for (const segment& kept : column_)
+            rs_results_canvas->segment(kept.from.at, kept.to, {kept.from.colour, kept.from.dash});
+        column_.clear();
+    }
+
+    wave_end end_;
+    std::vector<segment> column_;  // that ends in column_x_, in the order of drawing
+    std::int32_t column_x_ = -1;
+};
+
 // A state code that is none is drawn as iU.
-pen pen_for(std::int8_t state, std::int32_t x, std::int32_t middle) {
+wave_end wave_at(std::int8_t state, std::int32_t x, std::int32_t middle) {
     std::int16_t value = 0, drive = 0;
     kol_state_to_valdrive(state, value, drive);
     const value_row& row = values[value];
@@ -85,12 +123,12 @@ void draw_waveform(yx_signal_rec_t& signal) {
     const std::int32_t end = plot_end(), middle = kol_trace_row_y(signal.row);
     if (end <= kol_ext.trace_cur_time) return;
     yx_list_state_rec_t*& record = signal.list_state_cur;
-    pen drawn = pen_for(record->state, kol_ext.trace_left_x, middle);
+    waveform drawn(wave_at(record->state, kol_ext.trace_left_x, middle));
     while (record->next != nullptr && record->next->time <= end) {
         record = record->next;
-        drawn.step_to(pen_for(record->state, x_of(record->time), middle));
+        drawn.step_to(wave_at(record->state, x_of(record->time), middle));
     }
-    drawn.line_to({x_of(end), drawn.at.y});
+    drawn.end_at(x_of(end));
 }
 
 void draw_labels() {
@@ -168,6 +206,13 @@ void kol_trace_plot_sigresult() {
     draw_grid({kol_ext.trace_sig1g_x1, kol_ext.trace_sig1g_y1},
               {plot_width() + kol_ext.trace_left_x, kol_ext.trace_sig1g_y2}, divisions + 1,
               kol_trace_rows_shown(), tm_colour::white);
+}
+
+std::int32_t kol_trace_time_at(std::int32_t x, std::int32_t page_width) {
+    const std::int64_t width = std::max(plot_width_on(page_width), 1);
+    const std::int64_t along = std::clamp<std::int64_t>(std::int64_t{x} - kol_ext.trace_left_x, 0, width);
+    const std::int64_t time = kol_ext.trace_cur_time + along * window_span() / width;
+    return static_cast<std::int32_t>(std::min<std::int64_t>(time, std::numeric_limits<std::int32_t>::max()));
 }
 
 void kol_set_trace_geometry(std::int32_t bitmap_height) {

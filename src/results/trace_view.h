@@ -19,6 +19,8 @@ void kol_trace_write_signame();
 void kol_trace_bus_write_signame(yx_bus_rec_t* bus);
 void kol_trace_plot_sigresult();
 void kol_trace_plotbusresult(yx_bus_rec_t* bus);
+// The time under a place of a page of that width, held within the window.
+std::int32_t kol_trace_time_at(std::int32_t x, std::int32_t page_width);
 // From the height of the drawing bitmap at start-up.
 void kol_set_trace_geometry(std::int32_t bitmap_height);
 

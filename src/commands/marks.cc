@@ -1,0 +1,100 @@
+// MARK RECTANGLE and the area that it marks.
+#include "commands/marks.h"
+
+#include <algorithm>
+
+#include "commands/handlers.h"
+#include "foundation/numbers.h"
+#include "foundation/shell.h"
+
+namespace {
+
+constexpr std::string_view rectangle_words = " MARK RECTangle ";
+constexpr kol_rejection_t count_invalid{nb_par_invalid};
+constexpr kol_rejection_t corner_invalid{"# !! Error : Invalid corner of rectangle ? "};
+
+constexpr std::int16_t results_page = 0;
+constexpr std::int16_t first_coordinate = 3, with_coordinates = 6;
+
+struct mark_state {
+    std::int16_t page = 0;
+    int corners = 0;  // set
+    tm_point_t corner[2];
+    tm_point_t pixel;  // of the first corner, where the pointer set it
+};
+mark_state marks;
+
+void forget_marks() {
+    marks = {};
+    tm_vext.mark_rectangle_on = false;
+}
+
+void begin_at_pointer() {
+    marks = {tm_vext.numpage, 1, {kol_pointer(), {}}, tm_vext.pixel_pos};
+    tm_vext.mark_rectangle_on = true;
+}
+
+// Pixels are whole numbers, model units decimal ones.
+bool read_coordinate(const tm_string_record_t& keyword, std::int32_t& coordinate) {
+    bool error_found = false;
+    if (tm_vext.numpage == results_page)
+        tm_string_to_int32(keyword, coordinate, error_found);
+    else
+        tm_string_to_real(keyword, coordinate, error_found);
+    return !error_found;
+}
+
+bool read_corner(std::int16_t k, kol_array_keyword_t& keyword, tm_point_t& corner) {
+    return read_coordinate(kol_kw(keyword, k), corner.x) &&
+           read_coordinate(kol_kw(keyword, static_cast<std::int16_t>(k + 1)), corner.y);
+}
+
+kol_rejection_t mark_rectangle(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    if (nkeyword < first_coordinate) {
+        begin_at_pointer();
+        return {};
+    }
+    tm_point_t first, second;
+    if (nkeyword != with_coordinates) return count_invalid;
+    if (!read_corner(first_coordinate, keyword, first) || !read_corner(first_coordinate + 2, keyword, second))
+        return corner_invalid;
+    kol_mark_area(first, second);
+    return {};
+}
+
+}  // namespace
+
+tm_point_t kol_pointer() { return tm_vext.numpage == results_page ? tm_vext.pixel_pos : tm_vext.obj_pos; }
+
+void kol_mark_corner(tm_point_t corner) {
+    if (marks.corners == 1 && marks.page == tm_vext.numpage) return kol_mark_area(marks.corner[0], corner);
+    forget_marks();
+    marks.page = tm_vext.numpage;
+    marks.corners = 1;
+    marks.corner[0] = corner;
+}
+
+void kol_mark_area(tm_point_t first, tm_point_t second) {
+    forget_marks();
+    marks = {tm_vext.numpage, 2, {first, second}, {}};
+}
+
+kol_rejection_t kol_marked_area(tm_bounds_t& area) {
+    const mark_state taken = marks;
+    forget_marks();
+    if (taken.corners == 0 || taken.page != tm_vext.numpage) return kol_no_area_marked;
+    const tm_point_t a = taken.corner[0], b = taken.corners == 2 ? taken.corner[1] : kol_pointer();
+    area = {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
+    return {};
+}
+
+bool kol_mark_band(std::int16_t page, tm_point_t& corner) {
+    corner = marks.pixel;
+    return tm_vext.mark_rectangle_on && marks.page == page;
+}
+
+void kol_mark_rectangle_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    if (const kol_rejection_t wrong = mark_rectangle(nkeyword, keyword))
+        return kol_reject(rectangle_words, first_coordinate, nkeyword, keyword, wrong);
+    kol_echo(rectangle_words, first_coordinate, nkeyword, keyword);
+}

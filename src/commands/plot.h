@@ -1,0 +1,12 @@
+// kol: plots by command.  PLOT TRACE, PLOT SHEET and HARDCOPY put a picture into the file that their keyword
+// names, below the schematic directory unless the name begins with "/" or "$"; without a name they print it.
+#pragma once
+
+#include "canvas/plot.h"
+#include "commands/command.h"
+
+// The Results page as it is shown, or with the other of its views.
+tm_plot_t kol_results_plot(bool list);
+// Plots and shows the echo; keyword first, when there is one, names the file.
+void kol_plot(std::string_view words, std::int16_t first, std::int16_t nkeyword, kol_array_keyword_t& keyword,
+              const tm_plot_t& plot);
