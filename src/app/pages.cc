@@ -11,6 +11,8 @@
 #include "foundation/shell.h"
 #include "kernel/context.h"
 #include "results/list_view.h"
+#include "schematic/object.h"
+#include "schematic/sheet_draw.h"
 
 namespace {
 
@@ -23,11 +25,35 @@ constexpr std::array<page_row, tm_pages> pages = {{
     {"     CONTEXT         ", " ((((( CONTEXT ))))) "},
 }};
 
+constexpr std::size_t context_page = 1;
+
 bool redraw_waits = false;
 
 std::size_t current_page() { return static_cast<std::size_t>(tm_vext.numpage); }
 
 bool on_a_page(Widget area) { return area != nullptr && area == tm_window.curdrawarea && XtIsRealized(area); }
+
+// The sheet on the Context page, 0 when there is none.
+tm_file_index_t sheet_shown() {
+    const std::int32_t file = tm_vext.file_id_context;
+    if (file < 1 || file > static_cast<std::int32_t>(tm_max_open_files)) return 0;
+    const auto index = static_cast<tm_file_index_t>(file);
+    return tm_is_file_open(index) ? index : tm_file_index_t{0};
+}
+
+// obj_pos from pixel_pos; a position that the pixel already shows is kept, for it may be finer than a pixel.
+// Without a sheet a pixel is a unit.
+void set_object_position() {
+    const tm_file_index_t file = tm_vext.numpage == 1 ? sheet_shown() : tm_file_index_t{0};
+    const tm_pixel pixel = {tm_vext.pixel_pos.x, tm_vext.pixel_pos.y};
+    if (file == 0) {
+        tm_vext.obj_pos = tm_vext.pixel_pos;
+        return;
+    }
+    const tm_viewport_t seen = tm_viewport(file);
+    const tm_pixel kept = tm_model_to_pixel(seen, tm_vext.obj_pos);
+    if (kept.x != pixel.x || kept.y != pixel.y) tm_vext.obj_pos = tm_pixel_to_model(seen, pixel);
+}
 
 tm_bounds_t size_of(Widget area) {
     Dimension width = 0, height = 0;
@@ -111,8 +137,13 @@ void pages_redraw_results() {
     if (tm_vext.numpage == 0) pages_copy_to_window();
 }
 
+// The page is drawn when it is to be seen; an expose event draws it when it comes to the front.
 void pages_redraw_context() {
-    if (tm_vext.numpage == 1) pages_copy_to_window();
+    if (tm_vext.numpage != 1 || !tm_vext.display_on || tm_window.curdrareapixmap == 0) return;
+    x_canvas canvas(context_page);
+    canvas.clear();
+    if (const tm_file_index_t file = sheet_shown(); file != 0) tm_draw_sheet(file, tm_viewport(file), canvas);
+    pages_copy_to_window();
 }
 
 void pages_show_other() { XmTabStackSelectTab(tm_window.page_form[1 - current_page()], True); }
@@ -139,7 +170,12 @@ void pages_pointer_position() {
                   &buttons);
     const tm_bounds_t& size = tm_vext.bitmap_size;
     tm_vext.pixel_pos = {std::clamp(x, 0, size.xmax), std::clamp(y, 0, size.ymax)};
-    tm_vext.obj_pos = tm_vext.pixel_pos;  // without a sheet a pixel is a unit
+    set_object_position();
+}
+
+void pages_move_pointer(std::int32_t x, std::int32_t y) {
+    if (!on_a_page(tm_window.curdrawarea)) return;
+    XWarpPointer(tm_window.dpy, 0, XtWindow(tm_window.curdrawarea), 0, 0, 0, 0, x, y);
 }
 
 void kol_drawing_area_callback_expose(Widget area, XtPointer, XtPointer) {

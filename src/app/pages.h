@@ -9,10 +9,11 @@ void pages_create_pixmaps();  // at the current page's size, which becomes bitma
 void pages_set_labels();      // the tabs' labels, the current one marked
 void pages_redraw_results();
 void pages_redraw_context();
-void pages_show_other();        // the page that is not current becomes so
-void pages_copy_to_window();    // when it has been drawn on
-void pages_show_picture();      // in any case
-void pages_pointer_position();  // pixel_pos and obj_pos from the pointer
+void pages_show_other();                                  // the page that is not current becomes so
+void pages_copy_to_window();                              // when it has been drawn on
+void pages_show_picture();                                // in any case
+void pages_pointer_position();                            // pixel_pos and obj_pos from the pointer
+void pages_move_pointer(std::int32_t x, std::int32_t y);  // to a pixel of the current drawing area
 
 void kol_drawing_area_callback_expose(Widget area, XtPointer, XtPointer call_data);
 void kol_drawing_area_callback_resize(Widget area, XtPointer, XtPointer call_data);

@@ -87,6 +87,7 @@ void tm_use_window() {
     tm_shell.show_other_page = pages_show_other;
     tm_shell.copy_to_window = pages_copy_to_window;
     tm_shell.busy = show_busy;
+    tm_shell.move_pointer = pages_move_pointer;
     tm_shell.take_control_key = take_control_key;
     tm_shell.flush = tm_win_flush;
     tm_shell.abandon_display = tm_win_close;

@@ -29,6 +29,7 @@ constexpr tm_shell_t windowless = {
     .show_other_page = no_action,
     .copy_to_window = no_action,
     .busy = [](bool) {},
+    .move_pointer = [](std::int32_t, std::int32_t) {},
     .take_control_key = [](char) { return false; },
     .flush = no_action,
     .abandon_display = no_action,

@@ -16,6 +16,7 @@ struct tm_shell_t {
     void (*show_other_page)();                         // Results page to Context page and back
     void (*copy_to_window)();                          // the current page's off-screen picture to the window
     void (*busy)(bool on);                             // busy or normal pointer
+    void (*move_pointer)(std::int32_t x, std::int32_t y);  // to a pixel of the current drawing area
     bool (*take_control_key)(char letter);  // a waiting press of Control+letter is taken from the queue
     void (*flush)();                        // send what is buffered, look at the session text
     void (*abandon_display)();              // fatal end: destroy resources, synchronise, wait, close

@@ -22,8 +22,9 @@ std::int16_t tm_net_of(tm_file_index_t file_index, std::int16_t object_id);
 
 // The object of a family nearest to a point within the pick aperture (tm_vext.pick_aperture, pixels of the
 // viewport, the point in its middle), 0 when there is none.  A net is as near as its nearest segment, an
-// instance, frame, tag or property as its box.  Of several equally near the order of tm_family_order decides,
-// then the sheet's.  all and first look at every family, at properties only while SMASH is on.
+// instance, frame, tag or property as its box.  all and first look at every family but pins, at properties
+// only while SMASH is on, and take the first of vertex, net, property, tag, instance, frame that the aperture
+// meets; of several of a family the nearest, of equally near ones the first of the sheet.
 std::int16_t tm_nearest(tm_file_index_t file_index, tm_family family, const tm_viewport_t& viewport,
                         const tm_point_t& at);
 // The segment nearest to a point within the aperture, 0 when there is none.

@@ -7,9 +7,8 @@
 #include <array>
 #include <cstdint>
 #include <limits>
-#include <span>
 
-#include "schematic/object_records.h"
+#include "schematic/object_reader.h"
 
 inline constexpr double tm_text_aspect = 0.6;  // width of a character to its height
 inline constexpr std::int32_t tm_tag_text = 6000;
@@ -30,7 +29,6 @@ struct tm_box_t {  // encloses nothing as it is made
 
 void tm_enclose(tm_box_t& box, const tm_spot_t& at);
 void tm_enclose(tm_box_t& box, const tm_box_t& other);
-bool tm_overlap(const tm_box_t& a, const tm_box_t& b);
 bool tm_lies_inside(const tm_box_t& inner, const tm_box_t& outer);  // an empty box lies nowhere
 // Corners in any order.
 tm_box_t tm_box(const tm_bounds_t& bounds);
@@ -58,20 +56,19 @@ tm_sheet_text_t tm_place_text(const tm_placement_t& placement, const tm_spot_t& 
                               double height, std::size_t length);
 tm_sheet_text_t tm_place_property(const tm_placement_t& placement, const tm_object_property_rec_t& property);
 
-// The corners of a tag's pennant, five or six, and its text.
+// The pennant of a tag: its corners, the way round and not closed, and its text.
 struct tm_pennant_t {
     std::array<tm_spot_t, 6> corners;
-    std::size_t count = 0;
     tm_sheet_text_t text;
 };
 tm_pennant_t tm_place_tag(const tm_object_tag_rec_t& tag);
 
 // The ends of a segment; false when one of its vertices is none.
-bool tm_place_segment(tm_file_index_t file_index, const tm_object_segment_rec_t& segment, tm_spot_t& from,
+bool tm_place_segment(const tm_reader_t& reader, const tm_object_segment_rec_t& segment, tm_spot_t& from,
                       tm_spot_t& to);
 
-// The box of a symbol's shape and pins in its own frame, texts apart.
-tm_box_t tm_symbol_box(tm_file_index_t file_index, std::int16_t symbol);
-// The box that an object takes on its sheet, all it contains included but the texts of instances and nets;
-// empty when it takes none.
-tm_box_t tm_object_box(tm_file_index_t file_index, std::int16_t object_id);
+// The box of a symbol's shape and pins in its own frame.
+tm_box_t tm_symbol_box(const tm_reader_t& reader, std::int16_t symbol, bool with_texts = false);
+// The box that an object takes on its sheet, with what it contains: instances without any texts, nets without
+// theirs; empty when it takes none.
+tm_box_t tm_object_box(const tm_reader_t& reader, std::int16_t object_id);

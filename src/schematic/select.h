@@ -1,10 +1,9 @@
 // tm: selection by area.  Selects the objects of a family that lie wholly inside an area of a sheet: an
 // instance by the box of its shape and pins, a frame or tag by its box, a property by the box of its text, a
-// vertex or pin by its place; a net counts when one of its segments, or a vertex of a net without segments,
-// lies inside.  all stands for instances, nets, vertices, frames and tags, and while SMASH is on
-// (tm_vext.smash_on) for properties too; first for the first of these found in the order property (while
-// SMASH is on), instance, net, vertex, frame, tag, and within each in the order of the sheet.  Deleted and
-// unvisible objects are passed over.
+// vertex or pin by its place; a net counts when one of its segments lies inside.  all stands for instances,
+// nets, vertices, frames and tags, and while SMASH is on (tm_vext.smash_on) for properties too; first for the
+// first of these found in the order property (while SMASH is on), instance, net, vertex, frame, tag, and
+// within each in the order of the sheet.  Deleted and unvisible objects are passed over.
 #pragma once
 
 #include "schematic/pick.h"

@@ -85,6 +85,12 @@ void end_line(tm_drawing_t& drawing, std::size_t first, const tm_pen& pen, tm_la
     if (count > 0) drawing.lines.push_back({order_of(layer, pen), pen, first, count, filled});
 }
 
+// A pixel behind the others of the path, unless the path is there already.
+void add_pixel(tm_drawing_t& drawing, std::size_t first, tm_pixel at) {
+    std::vector<tm_pixel>& all = drawing.pixels;
+    if (all.size() == first || all.back().x != at.x || all.back().y != at.y) all.push_back(at);
+}
+
 // A path that leaves the window: the pieces inside.
 void add_pieces(tm_drawing_t& drawing, const window_t& window, const tm_pen& pen, tm_layer layer) {
     std::size_t first = drawing.pixels.size();
@@ -97,7 +103,7 @@ void add_pieces(tm_drawing_t& drawing, const window_t& window, const tm_pen& pen
             first = drawing.pixels.size();
             drawing.pixels.push_back(whole(from));
         }
-        drawing.pixels.push_back(whole(to));
+        add_pixel(drawing, first, whole(to));
     }
     end_line(drawing, first, pen, layer, false);
 }
@@ -145,7 +151,7 @@ void tm_add_line(tm_drawing_t& drawing, std::span<const tm_spot_t> points, const
     if (!std::all_of(drawing.path.begin(), drawing.path.end(), inside))
         return add_pieces(drawing, window, pen, layer);
     const std::size_t first = drawing.pixels.size();
-    for (const tm_spot_t& at : drawing.path) drawing.pixels.push_back(whole(at));
+    for (const tm_spot_t& at : drawing.path) add_pixel(drawing, first, whole(at));
     end_line(drawing, first, pen, layer, false);
 }
 
@@ -164,16 +170,15 @@ void tm_add_filling(tm_drawing_t& drawing, std::span<const tm_spot_t> corners, t
 }
 
 void tm_add_mark(tm_drawing_t& drawing, const tm_spot_t& at, std::span<const tm_pixel> offsets,
-                 const tm_pen& pen, tm_layer layer) {
+                 const tm_pen& pen, tm_layer layer, bool filled) {
     tm_box_t box;
     tm_enclose(box, at);
-    constexpr double reach = 100;  // of a mark, pixels
-    if (!tm_is_seen(drawing.viewport, box, reach)) return;
+    if (!tm_is_seen(drawing.viewport, box, tm_mark_reach)) return;
     const tm_pixel middle = whole(tm_pixels(drawing.viewport, at));
     const std::size_t first = drawing.pixels.size();
     for (const tm_pixel& offset : offsets)
         drawing.pixels.push_back({middle.x + offset.x, middle.y + offset.y});
-    end_line(drawing, first, pen, layer, false);
+    end_line(drawing, first, pen, layer, filled);
 }
 
 void tm_add_text(tm_drawing_t& drawing, const tm_sheet_text_t& place, std::string_view text, tm_colour colour,
@@ -186,9 +191,9 @@ void tm_add_text(tm_drawing_t& drawing, const tm_sheet_text_t& place, std::strin
     };
     const tm_lettering how = {colour, cell(height * tm_text_aspect), cell(height), place.quarter_turns};
     const auto length = static_cast<std::int32_t>(text.size()) * how.cell_width;
-    const tm_pixel at = text_corner(tm_pixels(drawing.viewport, {place.box.xmin, place.box.ymin}),
-                                    tm_pixels(drawing.viewport, {place.box.xmax, place.box.ymax}), place, how,
-                                    length);
+    const tm_pixel at =
+        text_corner(tm_pixels(drawing.viewport, {place.box.xmin, place.box.ymin}),
+                    tm_pixels(drawing.viewport, {place.box.xmax, place.box.ymax}), place, how, length);
     drawing.texts.push_back({order_of(layer, {colour}), at, text, how});
 }
 

@@ -12,10 +12,20 @@
 #include "schematic/placement.h"
 #include "schematic/viewport.h"
 
-inline constexpr double tm_cut_margin = 2000;
+inline constexpr double tm_cut_margin = 2000, tm_mark_reach = 200;
 
 // From below.
-enum class tm_layer : std::uint8_t { page, filling, shape, wire, junction, text, selected, selected_text };
+enum class tm_layer : std::uint8_t {
+    page,
+    filling,
+    shape,
+    wire,
+    junction,
+    junction_rim,
+    text,
+    selected,
+    selected_text
+};
 
 struct tm_drawing_t {
     explicit tm_drawing_t(const tm_viewport_t& seen) : viewport(seen) {}
@@ -46,9 +56,9 @@ void tm_add_line(tm_drawing_t& drawing, std::span<const tm_spot_t> points, const
 // The corners of a polygon; one that is less than a pixel in each direction is a dot.
 void tm_add_filling(tm_drawing_t& drawing, std::span<const tm_spot_t> corners, tm_colour colour,
                     tm_layer layer);
-// The same in pixels of the canvas, about a place.
+// A path in pixels about a place, tm_mark_reach at most away from it.
 void tm_add_mark(tm_drawing_t& drawing, const tm_spot_t& at, std::span<const tm_pixel> offsets,
-                 const tm_pen& pen, tm_layer layer);
+                 const tm_pen& pen, tm_layer layer, bool filled = false);
 // The characters are read when the list is drawn.
 void tm_add_text(tm_drawing_t& drawing, const tm_sheet_text_t& place, std::string_view text, tm_colour colour,
                  tm_layer layer);

@@ -14,7 +14,6 @@ namespace {
 constexpr double least_coordinate = std::numeric_limits<std::int32_t>::min();
 constexpr double most_coordinate = std::numeric_limits<std::int32_t>::max();
 constexpr double coordinates = 4294967296.0;
-constexpr tm_bounds_t usual_page = {0, 0, 1'000'000, 1'000'000};
 constexpr double least_share = 0.1, most_share = 0.9, chosen_share = 0.25;
 constexpr std::int32_t least_box = 20'000;  // what a point is shown with
 
@@ -137,8 +136,7 @@ void tm_view_centre(tm_file_index_t file_index, const tm_bounds_t& box) {
     const middle_t middle = {(at.xmin + at.xmax) / 2, (at.ymin + at.ymax) / 2};
     const double width = std::max<double>(at.xmax - at.xmin, least_box);
     const double height = std::max<double>(at.ymax - at.ymin, least_box);
-    const double share =
-        std::max(width / (seen.units * seen.width), height / (seen.units * seen.height));
+    const double share = std::max(width / (seen.units * seen.width), height / (seen.units * seen.height));
     if (share >= least_share && share <= most_share) return move_to(file_index, middle);
     keep(file_index, area_about(middle, width / chosen_share, height / chosen_share));
 }

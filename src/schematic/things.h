@@ -1,0 +1,79 @@
+// tm: the things of a sheet that can be picked and selected, each with the family it belongs to and the place
+// it takes.
+#pragma once
+
+#include "schematic/pick.h"
+
+struct tm_thing_t {
+    tm_family family = tm_family::instance;
+    std::int16_t id = 0;  // of the object to pick; of the net for a segment
+    const tm_object_gene_rec_t* object = nullptr;
+    tm_spot_t from, to;  // the ends of a segment, else the opposite corners of the box
+    bool is_segment = false;
+};
+
+// Whether a family of the selecting commands holds what is of another family; all and first hold everything
+// but pins, and properties only while SMASH is on.
+bool tm_family_holds(tm_family family, tm_family member);
+
+// Calls visit(thing) for each thing shown on a sheet, in the order of the tree; a net once for each segment.
+template <typename Visit>
+class tm_thing_visitor {
+public:
+    tm_thing_visitor(const tm_reader_t& reader, Visit& visit) : reader_(reader), visit_(visit) {}
+
+    bool operator()(const tm_object_gene_rec_t& object) {
+        switch (object.object_type) {
+            case tm_type_symbol_family:
+                return false;
+            case tm_type_net:
+                net_ = object.object_id;
+                return true;
+            case tm_type_segment:
+                show_segment(static_cast<const tm_object_segment_rec_t&>(object));
+                return true;
+            case tm_type_instance:
+                show(tm_family::instance, object);
+                return true;
+            case tm_type_vertex_2d:
+                show(tm_family::vertex, object);
+                return true;
+            case tm_type_pinpropfam:
+                show(tm_family::pin, object);
+                return true;
+            case tm_type_property_2d:
+                show(tm_family::property, object);
+                return true;
+            case tm_type_frame:
+                show(tm_family::frame, object);
+                return true;
+            case tm_type_tag:
+                show(tm_family::tag, object);
+                return true;
+            default:
+                return true;
+        }
+    }
+
+private:
+    void show(tm_family family, const tm_object_gene_rec_t& object) {
+        const tm_box_t box = tm_object_box(reader_, object.object_id);
+        if (!box.is_empty())
+            visit_({family, object.object_id, &object, {box.xmin, box.ymin}, {box.xmax, box.ymax}, false});
+    }
+    void show_segment(const tm_object_segment_rec_t& segment) {
+        tm_thing_t thing{tm_family::net, net_, &segment, {}, {}, true};
+        if (tm_place_segment(reader_, segment, thing.from, thing.to)) visit_(thing);
+    }
+    const tm_reader_t& reader_;
+    Visit& visit_;
+    std::int16_t net_ = 0;
+};
+
+template <typename Visit>
+void tm_for_things(const tm_reader_t& reader, Visit visit) {
+    if (reader.file == nullptr) return;
+    const tm_object_gene_rec_t* const main = reader.object(reader.file->primary_object);
+    tm_thing_visitor<Visit> visitor(reader, visit);
+    if (main != nullptr) tm_for_shown_tree(reader, *main, visitor);
+}
