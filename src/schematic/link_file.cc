@@ -1,0 +1,101 @@
+#include "schematic/link_file.h"
+
+#include <charconv>
+#include <string>
+
+#include "foundation/files.h"
+#include "foundation/numbers.h"
+#include "schematic/whole_file.h"
+
+namespace {
+
+constexpr std::string_view link_suffix = ".tm";
+constexpr std::string_view first_link_value = "_1";
+constexpr std::string_view version_mark = ".TM_";
+constexpr std::string_view link_padding = "        ";
+
+bool read_number(std::string_view digits, std::int16_t& number) {
+    const char* const end = digits.data() + digits.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, number);
+    return error == std::errc() && stop == end;
+}
+
+tm_string_record_t path_of(const tm_string_record_t& dirname, const tm_string_record_t& filetype) {
+    tm_string_record_t path;
+    tm_copy_line(dirname, path);
+    tm_append("/", path);
+    tm_concat_line(filetype, path);
+    tm_append(link_suffix, path);
+    return path;
+}
+
+std::string upper(std::string_view text) {
+    std::string result(text);
+    for (char& c : result) c = tm_upper_case(c);
+    return result;
+}
+
+}  // namespace
+
+void tm_read_tm_link(const tm_string_record_t& link_pathname, tm_string_record_t& link_value,
+                     bool& link_found) {
+    link_value = {};
+    link_found = false;
+    std::FILE* opened = nullptr;
+    bool open_ok = false;
+    if (tm_is_path_usable(link_pathname)) tm_popen_file(link_pathname, 'R', true, opened, open_ok);
+    if (!open_ok) return;
+    const tm_stream file(opened);
+    const int first = std::getc(file.get());
+    if (first == EOF) {
+        ++tm_vext.num_errors;
+        return;
+    }
+    std::ungetc(first, file.get());
+    tm_string_record_t line;
+    std::int32_t pos = 1;
+    bool cut = false;
+    tm_read_one_line(file.get(), line, pos, cut);  // a zero byte comes as a blank
+    tm_rd_string_t(line, tm_char_set(" ,"), link_value, pos);
+    link_found = link_value.len > 0;
+}
+
+bool tm_add_tm_link(const tm_string_record_t& link_pathname, const tm_string_record_t& link_value) {
+    return tm_write_whole(link_pathname, std::string(tm_view(link_value)).append(link_padding) + "\n");
+}
+
+void tm_file_get_file_version(const tm_string_record_t& dirname, const tm_string_record_t& filetype,
+                              std::int16_t& fileversion, tm_string_record_t& file_pathname,
+                              tm_string_record_t& link_pathname, tm_string_record_t& link_value,
+                              bool& version_found) {
+    link_pathname = path_of(dirname, filetype);
+    tm_read_tm_link(link_pathname, link_value, version_found);
+    if (!version_found) link_value = tm_string(first_link_value);
+    file_pathname = link_pathname;
+    fileversion = 0;
+    if (read_number(tm_view(link_value).substr(1), fileversion)) tm_concat_line(link_value, file_pathname);
+}
+
+void tm_file_new_file_version(const tm_string_record_t& dirname, const tm_string_record_t& filetype,
+                              std::int16_t fileversion, std::int16_t& fileversion_new,
+                              tm_string_record_t& link_value_new, tm_string_record_t& pathname_new) {
+    fileversion_new = static_cast<std::int16_t>(fileversion + 1);
+    tm_string_record_t digits;
+    tm_int16_to_string(fileversion_new, digits);
+    link_value_new = tm_string("_");
+    tm_concat_line(digits, link_value_new);
+    pathname_new = path_of(dirname, filetype);
+    tm_concat_line(link_value_new, pathname_new);
+}
+
+void tm_get_path_n0version(const tm_string_record_t& path, tm_string_record_t& directory,
+                           std::int16_t& version) {
+    const std::string text = upper(tm_view(path));
+    const std::size_t slash = text.rfind("/S");
+    directory = slash == std::string::npos ? tm_string_record_t{} : tm_string(tm_view(path).substr(0, slash));
+    version = 0;
+    const std::size_t mark = text.rfind(version_mark);
+    if (mark == std::string::npos) return;
+    const std::string_view digits = tm_view(path).substr(mark + version_mark.size());
+    std::from_chars(digits.data(), digits.data() + digits.size(), version);
+}

@@ -1,0 +1,51 @@
+#include "schematic/whole_file.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+
+#include "foundation/files.h"
+
+namespace {
+
+constexpr std::size_t path_cut = 192;  // where the opening procedures cut a path
+constexpr std::size_t read_step = 1 << 16;
+
+bool write_stream(const std::string& path, const std::string& bytes) {
+    tm_stream file(std::fopen(path.c_str(), "w"));
+    if (file == nullptr) return false;
+    const bool is_written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
+                            std::fflush(file.get()) == 0 && fsync(fileno(file.get())) == 0;
+    return std::fclose(file.release()) == 0 && is_written;
+}
+
+}  // namespace
+
+bool tm_is_path_usable(const tm_string_record_t& pathname) {
+    return static_cast<std::size_t>(pathname.len) < path_cut && tm_resolve_path(pathname).size() < path_cut;
+}
+
+bool tm_read_whole(const tm_string_record_t& pathname, std::string& bytes) {
+    bytes.clear();
+    std::FILE* opened = nullptr;
+    bool open_ok = false;
+    if (tm_is_path_usable(pathname)) tm_popen_file(pathname, 'R', true, opened, open_ok);
+    if (!open_ok) return false;
+    const tm_stream file(opened);
+    for (std::size_t got = read_step; got == read_step && bytes.size() <= tm_sheet_file_max;) {
+        const std::size_t had = bytes.size();
+        bytes.resize(had + read_step);
+        got = std::fread(bytes.data() + had, 1, read_step, file.get());
+        bytes.resize(had + got);
+    }
+    return bytes.size() <= tm_sheet_file_max && std::ferror(file.get()) == 0;
+}
+
+bool tm_write_whole(const tm_string_record_t& pathname, const std::string& bytes) {
+    if (!tm_is_path_usable(pathname)) return false;
+    const std::string path = tm_resolve_path(pathname);
+    const std::string beside = path + ".new";
+    if (write_stream(beside, bytes) && std::rename(beside.c_str(), path.c_str()) == 0) return true;
+    std::remove(beside.c_str());
+    return false;
+}

@@ -1,0 +1,15 @@
+// tm: whole files.  Paths are resolved as everywhere (tm_resolve_path); one that would be cut is refused.
+#pragma once
+
+#include <string>
+
+#include "foundation/strings.h"
+
+inline constexpr std::size_t tm_sheet_file_max = 16 << 20;  // bytes; no sheet comes near
+
+// False: the file cannot be opened, or is longer than a sheet can be.
+bool tm_read_whole(const tm_string_record_t& pathname, std::string& bytes);
+// Writes a file beside the path and renames it.  False: nothing has changed at the path.
+bool tm_write_whole(const tm_string_record_t& pathname, const std::string& bytes);
+// Whether the path is short enough to be used as it stands.
+bool tm_is_path_usable(const tm_string_record_t& pathname);
