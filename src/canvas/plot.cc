@@ -95,6 +95,7 @@ void tm_plot_to_file(const tm_plot_t& plot, const tm_string_record_t& path, std:
 }
 
 void tm_plot_and_print(const tm_plot_t& plot, std::string& error) {
+    if (!tm_shell_commands_allowed) return;
     const std::string bytes = tm_plot_bytes(plot, tm_plot_format::hpgl, error);
     if (error.empty()) write_spool_file(bytes, error);
     if (error.empty()) tm_system(tm_string(tm_plot_print_command));

@@ -34,5 +34,5 @@ std::string tm_plot_bytes(const tm_plot_t& plot, tm_plot_format format, std::str
 void tm_plot_to_file(const tm_plot_t& plot, const tm_string_record_t& path, std::string& error);
 // Writes HP-GL to the spool file and runs the print command.  The file is created anew with mode 0600 and no
 // link is followed; a regular file of the same user that was left there is removed first, anything else under
-// that name is an error.
+// that name is an error.  Where commands may not run (tm_shell_commands_allowed) nothing is done.
 void tm_plot_and_print(const tm_plot_t& plot, std::string& error);

@@ -40,7 +40,7 @@ TEST_F(interpreter, selects_commands_by_prefix_and_exact_words) {
         EXPECT_EQ(type(word), unknown(word));
     expect_each({
         {"FORC A 1 0", {"# FORCE A 1 0 ", count_error}},   {"forcex,A,1,0", {"# FORCE A 1 0 ", count_error}},
-        {"bye 1", {"# BYE 1 ", count_error}},              {"MARK RECTANGLE 1", {"# MARK RECTangle 1 ", absent}},
+        {"bye 1", {"# BYE 1 ", count_error}},              {"MARK RECTANGLE 1", {"# MARK RECTangle 1 ", count_error}},
         {"list objects", {"# LIST OBJects ", absent}},     {"LIST OBJ X", {"# LIST OBJ X ", no_radix}},
         {"GRID off", {"# GRId off ", absent}},             {"GRID STEP 5", {"# GRId STep 5 ", absent}},
         {"$vptl85;$CR4;$cl1", {}}});
