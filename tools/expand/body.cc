@@ -5,17 +5,17 @@ namespace {
 std::string_view keep(xp_mapping& m, std::string_view text) { return xp_keep(m.netlist.texts, text); }
 
 // Cleaned and taken; the text of the netlist itself where nothing had to change.
-std::string_view take_name(xp_mapping& m, std::string_view raw) {
-    const std::string name = xp_take_name(m.body.taken, xp_clean_name(raw));
+std::string_view take_name(xp_mapping& m, std::string_view raw, const std::string& wanted) {
+    const std::string name = xp_take_name(m.body.taken, wanted);
     return name == raw ? raw : keep(m, name);
 }
 
-void add_name(xp_mapping& m, xp_net_name name) {
+void add_name(xp_mapping& m, xp_net_name name, const std::string& wanted) {
     if (xp_is_vector(name)) {
-        const std::string base = xp_take_vector(m.body.taken, xp_clean_name(name.raw), name);
+        const std::string base = xp_take_vector(m.body.taken, wanted, name);
         name.name = base == name.raw ? name.raw : keep(m, base);
     } else {
-        name.name = take_name(m, name.raw);
+        name.name = take_name(m, name.raw, wanted);
     }
     m.body.names.push_back(name);
 }
@@ -23,19 +23,31 @@ void add_name(xp_mapping& m, xp_net_name name) {
 void name_ports(xp_mapping& m) {
     for (const xp_port& port : m.module.ports) {
         m.body.port_index.emplace(port.name, static_cast<std::uint32_t>(m.body.names.size()));
-        add_name(m, {port.name, {}, false, true, port.direction, port.bits, port.offset, port.upto});
+        add_name(m, {port.name, {}, false, true, port.direction, port.bits, port.offset, port.upto},
+                 xp_clean_name(port.name));
     }
 }
 
+// What a name made up by the netlist is replaced with where they are shortened.
+std::string short_name(char letter, std::size_t& count) { return letter + std::to_string(++count); }
+
 void name_nets(xp_mapping& m, bool hidden) {
+    std::size_t count = 0;
     for (const xp_netname& net : m.module.netnames)
-        if (net.hidden == hidden && net.bits.count > 0 && !m.body.port_index.contains(net.name))
-            add_name(m, {net.name, {}, hidden, false, xp_direction::none, net.bits, net.offset, net.upto});
+        if (net.hidden == hidden && net.bits.count > 0 && !m.body.port_index.contains(net.name)) {
+            const std::string wanted =
+                hidden && m.shortens_hidden ? short_name('n', count) : xp_clean_name(net.name);
+            add_name(m, {net.name, {}, hidden, false, xp_direction::none, net.bits, net.offset, net.upto},
+                     wanted);
+        }
 }
 
 void name_cells(xp_mapping& m, bool hidden) {
+    std::size_t count = 0;
     for (std::size_t i = 0; i < m.module.cells.size(); ++i)
-        if (m.module.cells[i].hidden == hidden) m.body.cell_names[i] = take_name(m, m.module.cells[i].name);
+        if (const std::string_view raw = m.module.cells[i].name; m.module.cells[i].hidden == hidden)
+            m.body.cell_names[i] =
+                take_name(m, raw, hidden && m.shortens_hidden ? short_name('g', count) : xp_clean_name(raw));
 }
 
 bool is_open(std::int32_t bit) { return bit == xp_const_x || bit == xp_const_z; }

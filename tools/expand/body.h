@@ -74,6 +74,7 @@ struct xp_mapping {
     std::string path;  // of the instance by which the module was met first, with a "/" at its end
     xp_status& status;
     std::vector<std::uint32_t> leaf_part;  // by place in module.bits: 1 + the part that last read that bit
+    bool shortens_hidden = false;          // hidden nets become n1, n2 ..., hidden cells g1, g2 ...
 };
 
 // Gives ports, nets and cells their names: ports first, then what is not hidden, then the rest.

@@ -44,6 +44,7 @@ struct builder {
     std::unordered_map<pin_values, property_run, hash_of_values> pin_runs;
     std::unordered_map<std::int32_t, property_run> model_runs;  // instances without a name of their own
     std::vector<std::int32_t> last_in, last_out;                // by net: the last pin of its chain
+    std::vector<std::int32_t> last_child;                       // by record of a net
     std::vector<std::int32_t> sink;  // by net: the net or sub-net that takes input pins
     std::int32_t pin_string = 0;     // next of paths.pin_path
 };
@@ -188,24 +189,56 @@ void add_buses(builder& b) {
     }
 }
 
+// Adds a further name behind those that the net has.
+void add_child(builder& b, std::int32_t net, std::int32_t path, std::int32_t name, std::int16_t object_id) {
+    yx_net_record_t& parent = b.image.nets[static_cast<std::size_t>(net)];
+    std::int32_t& last = b.last_child[static_cast<std::size_t>(net)];
+    yx_net_child_record_t record;
+    record.self = static_cast<std::int32_t>(b.image.net_children.size()) + 1;
+    record.sim_path = path;
+    record.name = name;
+    record.net_kind = parent.net_kind;
+    record.object_id = object_id;
+    (last == 0 ? parent.first_child : b.image.net_children[static_cast<std::size_t>(last - 1)].next_child) =
+        record.self;
+    ++parent.nb_of_child;
+    last = record.self;
+    b.image.net_children.push_back(record);
+}
+
 void add_children(builder& b) {
-    std::int32_t last_net = -1;
-    for (const xp_child_name& child : b.paths.children) {
-        const std::int32_t net = b.flat.aliases[child.alias].net;
-        yx_net_record_t& parent = b.image.nets[static_cast<std::size_t>(net)];
-        yx_net_child_record_t record;
-        record.self = static_cast<std::int32_t>(b.image.net_children.size()) + 1;
-        record.sim_path = child.path;
-        record.name = child.name;
-        record.net_kind = parent.net_kind;
-        if (net == last_net)
-            b.image.net_children.back().next_child = record.self;
-        else
-            parent.first_child = record.self;
-        ++parent.nb_of_child;
-        last_net = net;
-        b.image.net_children.push_back(record);
+    b.last_child.assign(b.image.nets.size(), 0);
+    for (const xp_child_name& child : b.paths.children)
+        add_child(b, b.flat.aliases[child.alias].net, child.path, child.name, 0);
+}
+
+// ---- the nets of sheets
+
+// The record of a bus, or of its first member where the bus is not written.
+std::int32_t record_of(const builder& b, const xp_object_id& object) {
+    if (object.bus < 0 || b.paths.bus_path[static_cast<std::size_t>(object.bus)] == 0) return object.net;
+    return b.image.nets[static_cast<std::size_t>(object.net)].UU.U1.bus - 1;
+}
+
+bool is_named_there(const builder& b, const xp_object_id& object) {
+    return object.bus < 0 ? b.flat.nets[static_cast<std::size_t>(object.net)].name.scope == object.scope
+                          : b.flat.buses[static_cast<std::size_t>(object.bus)].scope == object.scope;
+}
+
+void add_object_ids(builder& b) {
+    for (std::size_t i = 0; i < b.paths.object_path.size(); ++i) {
+        const xp_object_id& object = b.flat.object_ids[i];
+        const std::int32_t net = record_of(b, object);
+        std::int16_t& own = b.image.nets[static_cast<std::size_t>(net)].object_id;
+        if (own == 0 && is_named_there(b, object)) own = object.id;
+        if (b.paths.object_alias[i] != 0) add_child(b, net, b.paths.object_alias[i], 0, 0);
+        if (b.paths.object_path[i] != 0) add_child(b, net, b.paths.object_path[i], 0, object.id);
     }
+}
+
+std::int16_t cell_id(const builder& b, const xp_scope& scope, std::uint32_t cell) {
+    if (b.flat.cell_ids.empty() || b.flat.cell_ids[scope.module].empty()) return 0;
+    return b.flat.cell_ids[scope.module][cell];
 }
 
 // ---- pins and instances
@@ -363,6 +396,7 @@ void add_instance(builder& b, const xp_scope& scope, std::uint32_t index) {
     yx_inst_record_t& record = b.image.insts.emplace_back();
     record.self = static_cast<std::int32_t>(b.image.insts.size());
     record.sim_path = b.paths.gate_path[scope.first_gate + index];
+    record.object_id = cell_id(b, scope, part.cell);
     record.file_path = yxw_string(b.image, cell.type);
     record.nb_of_pin = static_cast<std::int16_t>(gate.pin_count + 1);
     record.first_pin_ind = static_cast<std::int32_t>(b.image.pins.size()) + 1;
@@ -442,6 +476,8 @@ void add_macro(builder& b, std::size_t scope) {
     yx_macro_record_t& macro = b.image.macros.emplace_back();
     macro.self = static_cast<std::int32_t>(b.image.macros.size());
     macro.sim_path = b.paths.macro_path[scope];
+    macro.object_id = cell_id(b, b.flat.scopes[static_cast<std::size_t>(b.flat.scopes[scope].parent)],
+                              xp_child_of(b.flat, b.flat.scopes[scope]).cell);
     macro.file_path = yxw_string(b.image, module);
     macro.first_pin_ind = static_cast<std::int32_t>(b.image.pinms.size()) + 1;
     set_properties(macro, instance_run(b, module, b.paths.macro_name[scope]));
@@ -481,10 +517,11 @@ bool build(const xp_flat& flat, const std::vector<xp_delays>& delays, const xp_e
            yx_design_image_t& image, xp_paths& paths, xp_status& status) {
     clear_records(image);
     if (!xp_make_paths(flat, economy, image, paths)) return false;
-    builder b{flat, delays, image, paths, status, {}, {}, {}, {}, {}, 0};
+    builder b{flat, delays, image, paths, status, {}, {}, {}, {}, {}, {}, 0};
     add_nets(b);
     add_buses(b);
     add_children(b);
+    add_object_ids(b);
     add_instances(b);
     for (std::size_t scope = 1; scope < flat.scopes.size(); ++scope) add_macro(b, scope);
     return xp_strings_fit(image) && image.props.size() <= yx_max_index;

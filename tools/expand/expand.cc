@@ -10,6 +10,7 @@
 
 #include "expand/buses_out.h"
 #include "expand/design_out.h"
+#include "expand/sheets.h"
 #include "foundation/files.h"
 
 namespace {
@@ -84,12 +85,17 @@ void xp_expand(const xp_options& options, xp_summary& summary, xp_status& status
     yx_design_image_t image;
     xp_paths paths;
     read_inputs(options, netlist, timing, status);
+    hierarchy.draws_sheets = options.sheets;
     xp_choose_top(netlist, options.top, hierarchy, status);
     xp_map_modules(netlist, hierarchy, status);
     xp_flatten(netlist, hierarchy, flat, status);
     xp_find_delays(flat, timing, delays, status);
+    xp_sheets sheets(std::filesystem::path(options.output).parent_path());
+    if (options.sheets) sheets.draw(netlist, hierarchy, flat, status);
     xp_build_design(flat, delays, options.time_step, xp_economies(), image, paths, status);
     write_outputs(options, flat, paths, image, status);
+    if (options.sheets) sheets.install(status);
     if (!xp_ok(status)) return;
-    summary = {image.insts.size(), flat.nets.size(), image.macros.size(), std::string(paths.economy->name)};
+    summary = {image.insts.size(), flat.nets.size(), image.macros.size(), sheets.pages,
+               std::string(paths.economy->name)};
 }

@@ -6,7 +6,7 @@
 #include "expand/options.h"
 
 struct xp_summary {
-    std::size_t instances = 0, nets = 0, macros = 0;
+    std::size_t instances = 0, nets = 0, macros = 0, pages = 0;
     std::string economy;  // which of xp_economies was needed
 };
 

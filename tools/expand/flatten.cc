@@ -31,10 +31,6 @@ std::int32_t element_at(const joints& j, const xp_scope& scope, std::int32_t bit
 
 // ---- scopes
 
-const xp_child& child_of(const xp_flat& flat, const xp_scope& scope) {
-    return xp_body_of(flat, flat.scopes[static_cast<std::size_t>(scope.parent)]).children[scope.child];
-}
-
 std::string instance_path(const xp_flat& flat, std::size_t scope) {
     std::string path = xp_raw_scope_path(flat, scope);
     if (path.size() > 1) path.pop_back();
@@ -52,7 +48,7 @@ void join(joints& j, std::int32_t a, std::int32_t b, std::size_t scope) {
 void bind(joints& j, std::size_t index) {
     const xp_scope scope = j.flat.scopes[index];
     const xp_scope& parent = j.flat.scopes[static_cast<std::size_t>(scope.parent)];
-    const xp_child& child = child_of(j.flat, scope);
+    const xp_child& child = xp_child_of(j.flat, scope);
     const xp_body& body = xp_body_of(j.flat, parent);
     for (std::uint32_t i = 0; i < child.binding_count; ++i) {
         const xp_binding& binding = body.bindings[child.first_binding + i];
@@ -131,7 +127,9 @@ std::int32_t new_net(numbering& n, std::int32_t element, const xp_net_ref& name)
 
 // A vector becomes a bus when none of its bits has a name yet.
 bool can_be_bus(numbering& n, const xp_scope& scope, const xp_net_name& name) {
-    if (!xp_is_vector(name) || name.hidden || name.bits.count > INT16_MAX) return false;
+    if (!xp_is_vector(name) || (name.hidden && !n.j.flat.hierarchy->draws_sheets) ||
+        name.bits.count > INT16_MAX)
+        return false;
     std::vector<std::int32_t> elements;
     for (std::uint32_t k = 0; k < name.bits.count; ++k) {
         const std::int32_t element =
@@ -165,20 +163,11 @@ int rank_of(const xp_net_name& name) {
     return name.is_port ? 0 : name.hidden ? 3 : xp_is_vector(name) ? 1 : 2;
 }
 
-std::vector<std::uint32_t> naming_order(const xp_body& body) {
-    std::vector<std::uint32_t> order(body.names.size());
-    std::iota(order.begin(), order.end(), 0U);
-    std::stable_sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) {
-        return rank_of(body.names[a]) < rank_of(body.names[b]);
-    });
-    return order;
-}
-
 void name_nets(numbering& n) {
     std::vector<std::vector<std::uint32_t>> orders(n.j.flat.hierarchy->bodies.size());
     for (std::uint32_t scope = 0; scope < n.j.flat.scopes.size(); ++scope) {
         std::vector<std::uint32_t>& order = orders[n.j.flat.scopes[scope].module];
-        if (order.empty()) order = naming_order(xp_body_of(n.j.flat, n.j.flat.scopes[scope]));
+        if (order.empty()) order = xp_naming_order(xp_body_of(n.j.flat, n.j.flat.scopes[scope]));
         for (const std::uint32_t name : order) name_bits(n, scope, name);
     }
 }
@@ -220,6 +209,8 @@ std::vector<bool> used_constants(joints& j) {
         const xp_body& body = xp_body_of(j.flat, scope);
         for (const xp_pin& pin : body.pins) use(scope, pin.net);
         for (const xp_gate& gate : body.gates) use(scope, gate.output);
+        if (!j.flat.hierarchy->draws_sheets) continue;
+        for (const xp_binding& binding : body.bindings) use(scope, binding.outside);  // a pin on a sheet
     }
     const xp_scope& top = j.flat.scopes[0];
     for (const xp_port& port : xp_module_of(j.flat, top).ports)
@@ -367,6 +358,15 @@ void xp_flatten(xp_netlist& netlist, xp_hierarchy& hierarchy, xp_flat& flat, xp_
     if (xp_ok(status)) warn_of_nets(flat, status);
 }
 
+std::vector<std::uint32_t> xp_naming_order(const xp_body& body) {
+    std::vector<std::uint32_t> order(body.names.size());
+    std::iota(order.begin(), order.end(), 0U);
+    std::stable_sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) {
+        return rank_of(body.names[a]) < rank_of(body.names[b]);
+    });
+    return order;
+}
+
 bool xp_is_register_net(const xp_flat& flat, const xp_flat_net& net) {
     if (net.drivers == 0) return false;
     const xp_scope& scope = scope_of_gate(flat, net.driver);
@@ -390,11 +390,15 @@ std::int32_t xp_net_at(const xp_flat& flat, const xp_scope& scope, std::int32_t 
                    : flat.net_of[scope.first_bit + static_cast<std::size_t>(bit)];
 }
 
+const xp_child& xp_child_of(const xp_flat& flat, const xp_scope& scope) {
+    return xp_body_of(flat, flat.scopes[static_cast<std::size_t>(scope.parent)]).children[scope.child];
+}
+
 std::string xp_raw_scope_path(const xp_flat& flat, std::size_t scope) {
     std::vector<std::string_view> names;
     for (const xp_scope* at = &flat.scopes[scope]; at->parent >= 0;) {
         const xp_scope& parent = flat.scopes[static_cast<std::size_t>(at->parent)];
-        names.push_back(xp_module_of(flat, parent).cells[child_of(flat, *at).cell].name);
+        names.push_back(xp_module_of(flat, parent).cells[xp_child_of(flat, *at).cell].name);
         at = &parent;
     }
     std::string path = "/";

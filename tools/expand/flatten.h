@@ -48,6 +48,15 @@ struct xp_bus {
     std::uint32_t scope = 0, name = 0;
 };
 
+// A net of a sheet: the scope in which it is drawn and its object id there.
+struct xp_object_id {
+    std::uint32_t scope = 0;
+    std::int32_t net = 0;   // of a bus its first member
+    std::int32_t bus = -1;  // of xp_flat::buses
+    std::int16_t id = 0;
+    std::string_view name;  // one that is no alias yet, empty for none
+};
+
 struct xp_flat {
     const xp_netlist* netlist = nullptr;
     const xp_hierarchy* hierarchy = nullptr;
@@ -57,15 +66,21 @@ struct xp_flat {
     std::vector<xp_flat_net> nets;
     std::vector<xp_alias> aliases;  // grouped by net
     std::vector<xp_bus> buses;
+    // Of sheets; empty without them.
+    std::vector<xp_object_id> object_ids;
+    std::vector<std::vector<std::int16_t>> cell_ids;  // object id by module and cell
     std::uint32_t gate_count = 0, part_count = 0, pin_count = 0;
 };
 
 void xp_flatten(xp_netlist& netlist, xp_hierarchy& hierarchy, xp_flat& flat, xp_status& status);
 
+// The names of a module in the order in which nets take them.
+std::vector<std::uint32_t> xp_naming_order(const xp_body& body);
 // Whether a flip-flop or latch drives the net.
 bool xp_is_register_net(const xp_flat& flat, const xp_flat_net& net);
 const xp_body& xp_body_of(const xp_flat& flat, const xp_scope& scope);
 const xp_module& xp_module_of(const xp_flat& flat, const xp_scope& scope);
+const xp_child& xp_child_of(const xp_flat& flat, const xp_scope& scope);  // below the top
 const xp_net_name& xp_name_of(const xp_flat& flat, const xp_net_ref& ref);
 // The net of a bit of a scope's module: a net of the module or a constant; -1 when nothing uses it.
 std::int32_t xp_net_at(const xp_flat& flat, const xp_scope& scope, std::int32_t bit);

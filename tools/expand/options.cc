@@ -46,6 +46,10 @@ void xp_parse_options(std::span<const char* const> arguments, xp_options& option
             options.help = true;
             return;
         }
+        if (argument == "--sheets") {
+            options.sheets = true;
+            continue;
+        }
         if (const option_row* row = find_option(argument); row != nullptr) {
             if (++i == arguments.size())
                 return xp_fail(status, xp_fault::bad_usage, argument,
@@ -73,5 +77,6 @@ std::string xp_usage() {
         head.resize(19, ' ');
         text += head + std::string(row.help) + "\n";
     }
+    text += "  --sheets         draw the sheets of the modules into the folder of the design file\n";
     return text;
 }

@@ -11,6 +11,7 @@ struct xp_options {
     std::string top, timing, delays, names;  // empty: not given
     std::string time_step_text = "1.0";
     float time_step = 1.0F;
+    bool sheets = false;
     bool help = false;
 };
 

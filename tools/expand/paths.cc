@@ -172,6 +172,17 @@ void add_children(maker& m) {
     }
 }
 
+void add_object_ids(maker& m) {
+    for (const xp_object_id& object : m.flat.object_ids) {
+        const std::string& scope = m.scope_paths[object.scope];
+        const std::string text = scope + "N_" + std::to_string(object.id),
+                          name = scope + std::string(object.name);
+        m.paths.object_path.push_back(fits(text) ? yxw_string(m.image, text) : 0);
+        m.paths.object_alias.push_back(object.name.empty() || !fits(name) ? 0 : yxw_string(m.image, name));
+        if (!xp_strings_fit(m.image)) return;
+    }
+}
+
 // ---- gates, pins and macros
 
 bool is_hidden(const maker& m, const xp_scope& scope, std::uint32_t gate) {
@@ -327,6 +338,7 @@ bool xp_make_paths(const xp_flat& flat, const xp_economy& economy, yx_design_ima
     add_buses(m);
     add_macros(m);
     add_children(m);
+    add_object_ids(m);
     return xp_strings_fit(image) && add_gates(m);
 }
 

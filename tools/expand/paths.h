@@ -46,6 +46,8 @@ struct xp_paths {  // string indexes, 0 for none
     std::vector<std::int32_t> pin_path;                // gate by gate: inputs, output
     std::vector<std::int32_t> macro_path, macro_name;  // by scope; the top has none
     std::vector<xp_child_name> children;               // in the order of the aliases
+    std::vector<std::int32_t> object_path;             // by object id of the sheets, 0 none
+    std::vector<std::int32_t> object_alias;            // its further name
 };
 
 // Fills in the strings of the image and their indexes.  False: they do not fit.

@@ -1,0 +1,55 @@
+// sg_layered: a layout in the making.  Owns the ranks with their nodes, which are the boxes and the rows by
+// which nets pass a rank, and the channels between them.  Within a rank nodes go from the top down; y grows
+// downward here.
+#pragma once
+
+#include "sheets/layout.h"
+
+struct sg_node {
+    std::int32_t box = -1;  // -1: a row of the net
+    std::int32_t net = -1;
+    std::int32_t rank = 0;
+    std::int32_t above = 0, below = 0;
+    std::int32_t y = 0;
+};
+
+struct sg_terminal {  // an end of a net at a side of a channel
+    std::int32_t net = 0, node = 0;
+    std::int32_t offset = 0;  // of y from the node's
+};
+
+struct sg_channel {  // between a rank and the next
+    std::vector<sg_terminal> left, right;
+};
+
+struct sg_track {  // the vertical wire of a net in a channel
+    std::int32_t net = 0, column = 0;
+    std::vector<std::int32_t> left, right;  // rows of the terminals
+    std::int32_t link = -1;                 // row by which it goes on in another track of the net, -1 none
+    bool has_link = false;
+};
+
+struct sg_layered {
+    const sg_graph& graph;
+    std::vector<std::int32_t> rank_of_box;
+    std::int32_t rank_count = 0;
+    std::vector<sg_node> nodes;
+    std::vector<std::vector<std::int32_t>> ranks;  // nodes from the top down
+    std::vector<sg_channel> channels;              // rank_count - 1
+};
+
+inline std::int32_t sg_row(const sg_layered& l, const sg_terminal& terminal) {
+    return l.nodes[static_cast<std::size_t>(terminal.node)].y + terminal.offset;
+}
+
+// Places the nodes of a rank in their order as near to where each wants to be as their extents allow.
+void sg_spread_rank(sg_layered& l, const std::vector<std::int32_t>& rank, const std::vector<double>& wanted,
+                    const std::vector<double>& weight);
+void sg_choose_ranks(sg_layered& l);
+void sg_make_nodes(sg_layered& l);
+void sg_order_ranks(sg_layered& l);
+void sg_place_nodes(sg_layered& l);
+// The tracks of a channel, the leftmost column being 0; the result is the number of columns.
+std::int32_t sg_route_channel(const sg_layered& l, const sg_channel& channel, std::vector<sg_track>& tracks);
+// Splits wires where they meet others and joins those that go straight on.
+void sg_normalise(std::vector<sg_wire>& wires, std::vector<sg_point>& ties);

@@ -1,0 +1,124 @@
+#include <algorithm>
+#include <cmath>
+
+#include "sheets/layered.h"
+
+namespace {
+
+constexpr int sweeps = 16;
+
+std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
+
+// A wire across a channel as seen from a node: its own row there and the row at the other side.
+struct reach {
+    std::int32_t net = 0, own = 0, far_node = 0, far_offset = 0;
+};
+
+struct ordering {
+    sg_layered& l;
+    std::vector<std::vector<reach>> to_left, to_right;  // by node
+};
+
+void join_sides(const sg_channel& channel, std::vector<std::vector<reach>>& of_left,
+                std::vector<std::vector<reach>>& of_right) {
+    for (const sg_terminal& a : channel.left)
+        for (const sg_terminal& b : channel.right) {
+            if (a.net != b.net) continue;
+            of_left[at(a.node)].push_back({a.net, a.offset, b.node, b.offset});
+            of_right[at(b.node)].push_back({a.net, b.offset, a.node, a.offset});
+        }
+}
+
+std::int32_t far_row(const ordering& o, const reach& r) { return o.l.nodes[at(r.far_node)].y + r.far_offset; }
+
+void sort_rank(ordering& o, std::int32_t rank, const std::vector<std::vector<reach>>& reaches) {
+    std::vector<std::int32_t>& nodes = o.l.ranks[at(rank)];
+    std::vector<double> key(o.l.nodes.size());
+    for (const std::int32_t node : nodes) {
+        double sum = 0;
+        for (const reach& r : reaches[at(node)]) sum += far_row(o, r) - r.own;
+        key[at(node)] = reaches[at(node)].empty() ? o.l.nodes[at(node)].y
+                                                  : sum / static_cast<double>(reaches[at(node)].size());
+    }
+    std::stable_sort(nodes.begin(), nodes.end(),
+                     [&](std::int32_t a, std::int32_t b) { return key[at(a)] < key[at(b)]; });
+    std::vector<double> wanted;
+    for (const std::int32_t node : nodes) wanted.push_back(key[at(node)]);
+    sg_spread_rank(o.l, nodes, wanted, std::vector<double>(nodes.size(), 1));
+}
+
+std::int64_t crossings_of_pair(const ordering& o, const std::vector<reach>& upper,
+                               const std::vector<reach>& lower) {
+    std::int64_t count = 0;
+    for (const reach& a : upper)
+        for (const reach& b : lower)
+            if (a.net != b.net && far_row(o, a) > far_row(o, b)) ++count;
+    return count;
+}
+
+std::int64_t crossings(const ordering& o) {
+    std::int64_t count = 0;
+    std::vector<std::pair<std::int32_t, std::int32_t>> wires;  // rows at the left and the right
+    for (std::size_t rank = 0; rank + 1 < o.l.ranks.size(); ++rank) {
+        wires.clear();
+        for (const std::int32_t node : o.l.ranks[rank])
+            for (const reach& r : o.to_right[at(node)])
+                wires.emplace_back(o.l.nodes[at(node)].y + r.own, far_row(o, r));
+        std::sort(wires.begin(), wires.end());
+        for (std::size_t a = 0; a < wires.size(); ++a)
+            for (std::size_t b = a + 1; b < wires.size(); ++b)
+                if (wires[a].first < wires[b].first && wires[a].second > wires[b].second) ++count;
+    }
+    return count;
+}
+
+// Exchanges neighbours while that saves crossings.
+void exchange_neighbours(ordering& o) {
+    for (int pass = 0; pass < 6; ++pass) {
+        bool is_changed = false;
+        for (std::vector<std::int32_t>& nodes : o.l.ranks) {
+            for (std::size_t i = 0; i + 1 < nodes.size(); ++i) {
+                const auto cost = [&](std::int32_t upper, std::int32_t lower) {
+                    return crossings_of_pair(o, o.to_left[at(upper)], o.to_left[at(lower)]) +
+                           crossings_of_pair(o, o.to_right[at(upper)], o.to_right[at(lower)]);
+                };
+                if (cost(nodes[i + 1], nodes[i]) >= cost(nodes[i], nodes[i + 1])) continue;
+                std::swap(nodes[i], nodes[i + 1]);
+                is_changed = true;
+            }
+            std::vector<double> wanted;
+            for (const std::int32_t node : nodes) wanted.push_back(o.l.nodes[at(node)].y);
+            std::sort(wanted.begin(), wanted.end());
+            sg_spread_rank(o.l, nodes, wanted, std::vector<double>(nodes.size(), 1));
+        }
+        if (!is_changed) return;
+    }
+}
+
+}  // namespace
+
+void sg_order_ranks(sg_layered& l) {
+    ordering o{l, std::vector<std::vector<reach>>(l.nodes.size()),
+               std::vector<std::vector<reach>>(l.nodes.size())};
+    for (const sg_channel& channel : l.channels) join_sides(channel, o.to_right, o.to_left);
+    for (const std::vector<std::int32_t>& nodes : l.ranks)
+        sg_spread_rank(l, nodes, std::vector<double>(nodes.size()), std::vector<double>(nodes.size(), 1));
+    std::vector<std::vector<std::int32_t>> best = l.ranks;
+    std::vector<sg_node> best_nodes = l.nodes;
+    std::int64_t fewest = crossings(o);
+    for (int sweep = 0; sweep < sweeps; ++sweep) {
+        for (std::int32_t k = 1; k < l.rank_count; ++k)
+            if (sweep % 2 == 0)
+                sort_rank(o, k, o.to_left);
+            else
+                sort_rank(o, l.rank_count - 1 - k, o.to_right);
+        if (sweep >= sweeps / 2) exchange_neighbours(o);
+        if (const std::int64_t count = crossings(o); count < fewest) {
+            fewest = count;
+            best = l.ranks;
+            best_nodes = l.nodes;
+        }
+    }
+    l.ranks = std::move(best);
+    l.nodes = std::move(best_nodes);
+}
