@@ -93,6 +93,12 @@ void redraw_soon() {
     XtAppAddTimeOut(tm_window.app, 0, late_redraw_cb, nullptr);
 }
 
+void draw_context() {
+    x_canvas canvas(context_page);
+    canvas.clear();
+    if (const tm_file_index_t file = sheet_shown(); file != 0) tm_draw_sheet(file, tm_viewport(file), canvas);
+}
+
 void discard_exposures(Widget area) {
     XEvent event;
     while (XCheckTypedWindowEvent(tm_window.dpy, XtWindow(area), Expose, &event)) {
@@ -139,10 +145,8 @@ void pages_redraw_results() {
 
 // The page is drawn when it is to be seen; an expose event draws it when it comes to the front.
 void pages_redraw_context() {
-    if (tm_vext.numpage != 1 || !tm_vext.display_on || tm_window.curdrareapixmap == 0) return;
-    x_canvas canvas(context_page);
-    canvas.clear();
-    if (const tm_file_index_t file = sheet_shown(); file != 0) tm_draw_sheet(file, tm_viewport(file), canvas);
+    if (tm_vext.numpage != 1 || tm_window.curdrareapixmap == 0) return;
+    if (tm_vext.display_on) draw_context();
     pages_copy_to_window();
 }
 

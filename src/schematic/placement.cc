@@ -9,7 +9,24 @@
 namespace {
 
 constexpr double box_tolerance = 100;  // of curves, model units
-constexpr double tag_half = 5000;      // of a pennant's height; its points are as long
+// A pennant: half its height, the length of its points, the room before and behind its text.
+constexpr double tag_half = 4500, tag_tip = 4000, tag_gap = 1500;
+
+struct tag_kind {
+    const char* name;
+    bool to_left;          // it stands at the left of its origin, its right point there
+    bool left_is_pointed;  // its right end always is
+};
+constexpr tag_kind tag_kinds[] = {
+    {"INPUT", true, false},    {"FROM_PAGE", true, false}, {"OUTPUT", false, false},
+    {"TO_PAGE", false, false}, {"INOUT", false, true},
+};
+
+tag_kind kind_of(const tm_name_record_t& name) {
+    for (const tag_kind& kind : tag_kinds)
+        if (tm_const_iden_name(kind.name, name)) return kind;
+    return {"", false, true};
+}
 
 tm_spot_t turned(tm_spot_t at, std::int32_t quarter_turns) {
     for (int k = quarter_turns & 3; k > 0; --k) at = {-at.y, at.x};
@@ -144,30 +161,17 @@ tm_sheet_text_t tm_place_property(const tm_placement_t& placement, const tm_obje
 }
 
 tm_pennant_t tm_place_tag(const tm_object_tag_rec_t& tag) {
+    const tag_kind kind = kind_of(tag.name);
     const tm_spot_t at = tm_spot(tag.origin);
     const double text_width = tm_tag_text * tm_text_aspect * static_cast<double>(length_of(tag.nvalue));
-    const bool to_left = tm_const_iden_name("INPUT", tag.name) || tm_const_iden_name("FROM_PAGE", tag.name);
-    const bool to_right = tm_const_iden_name("OUTPUT", tag.name) || tm_const_iden_name("TO_PAGE", tag.name);
-    // Along the pennant from its left end: where its corners and its text begin and end.
-    const double left = to_left ? at.x - text_width - 2 * tag_half : at.x;
-    const double text_begin = left + (to_left || to_right ? tag_half / 2 : tag_half);
-    const double text_end = text_begin + text_width, right = to_left ? at.x : text_end + tag_half;
+    const double left_tip = kind.left_is_pointed ? tag_tip : 0;
+    const double left = kind.to_left ? at.x - text_width - 2 * tag_gap - tag_tip : at.x;
+    const double begin = left + left_tip, end = begin + text_width + 2 * tag_gap, right = end + tag_tip;
     const double low = at.y - tag_half, high = at.y + tag_half;
     tm_pennant_t made;
-    if (to_left || to_right) {
-        const double shoulder = right - tag_half;
-        made.corners = {
-            {{left, low}, {shoulder, low}, {right, at.y}, {shoulder, high}, {left, high}, {left, low}}};
-    } else {
-        made.corners = {{{left, at.y},
-                         {text_begin, low},
-                         {text_end, low},
-                         {right, at.y},
-                         {text_end, high},
-                         {text_begin, high}}};
-    }
+    made.corners = {{{left, at.y}, {begin, low}, {end, low}, {right, at.y}, {end, high}, {begin, high}}};
     made.text =
-        tm_place_text({}, {text_begin, at.y - tm_tag_text / 2.0}, 0, tm_tag_text, length_of(tag.nvalue));
+        tm_place_text({}, {begin + tag_gap, at.y - tm_tag_text / 2.0}, 0, tm_tag_text, length_of(tag.nvalue));
     return made;
 }
 

@@ -136,8 +136,10 @@ void tm_view_centre(tm_file_index_t file_index, const tm_bounds_t& box) {
     const middle_t middle = {(at.xmin + at.xmax) / 2, (at.ymin + at.ymax) / 2};
     const double width = std::max<double>(at.xmax - at.xmin, least_box);
     const double height = std::max<double>(at.ymax - at.ymin, least_box);
-    const double share = std::max(width / (seen.units * seen.width), height / (seen.units * seen.height));
-    if (share >= least_share && share <= most_share) return move_to(file_index, middle);
+    const double across = seen.units * seen.width, up = seen.units * seen.height;
+    const bool is_small = std::max(width / across, height / up) < least_share;
+    const bool is_large = at.xmax - at.xmin > most_share * across || at.ymax - at.ymin > most_share * up;
+    if (!is_small && !is_large) return move_to(file_index, middle);
     keep(file_index, area_about(middle, width / chosen_share, height / chosen_share));
 }
 

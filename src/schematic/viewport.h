@@ -43,7 +43,8 @@ void tm_view_all(tm_file_index_t file_index);
 // Corners in any order.  An area smaller than the pick aperture comes into the middle and is not magnified.
 void tm_view_area(tm_file_index_t file_index, const tm_bounds_t& area);
 // A box (or, with xmin = xmax and ymin = ymax, a point) comes into the middle; what is seen is as large as
-// before, unless the box would take less than a tenth or more than nine tenths of it: then a quarter.
+// before, unless the box, taken at least 20000 units large, is less than a tenth of it, or more than nine
+// tenths: then it becomes a quarter.
 void tm_view_centre(tm_file_index_t file_index, const tm_bounds_t& box);
 // Moves what is seen up, down, left or right ('U', 'D', 'L', 'R'); its middle stays on the page.
 void tm_view_step(tm_file_index_t file_index, char direction, std::int32_t steps);
