@@ -76,12 +76,3 @@ void dialog_prompt(prompt_dialog which) {
     XmTextFieldSetSelection(row.value, 0, XmTextFieldGetLastPosition(row.value),
                             XtLastTimestampProcessed(tm_window.dpy));  // typing replaces it
 }
-
-void dialog_open_sheet() {
-    if (tm_vext.numpage != 1)
-        return kol_set_quick_message(
-            " !! Error : You may vie a new schemativ ONLY in Context Window  ...\n"
-            " --> Please Switch to Page 2 = Context Window\n \n");
-    entry_set_text(" VIEw Sheet  ");
-    entry_focus();
-}

@@ -7,5 +7,3 @@ enum class prompt_dialog : std::uint8_t { run, list_time, trace_time };
 
 void kol_set_quick_message(const char* text);
 void dialog_prompt(prompt_dialog which);
-// The choice of a sheet to view: only while the Context page is current.
-void dialog_open_sheet();

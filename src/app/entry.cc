@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <string>
 
+#include "app/entry_history.h"
 #include "app/input.h"
 #include "app/session_text.h"
 #include "commands/interpreter.h"
@@ -36,6 +37,20 @@ std::string typed_text() {
     return text;
 }
 
+void history_action(Widget, XEvent*, String* way, Cardinal*) {
+    std::string line;
+    const std::string now = tm_window.placeholder_shown ? std::string() : typed_text();
+    if (history_step(**way == '-' ? -1 : 1, now, line)) entry_set_text(line);
+}
+
+void use_history_keys() {
+    static char name[] = "entry-history";
+    static XtActionsRec actions[] = {{name, history_action}};
+    XtAppAddActions(tm_window.app, actions, XtNumber(actions));
+    XtOverrideTranslations(tm_window.entrycmd, XtParseTranslationTable("<Key>osfUp: entry-history(-)\n"
+                                                                       "<Key>osfDown: entry-history(+)\n"));
+}
+
 }  // namespace
 
 void entry_create(Widget parent) {
@@ -51,6 +66,7 @@ void entry_create(Widget parent) {
     tm_window.placeholder_shown = true;
     XtAddCallback(tm_window.entrycmd, XmNactivateCallback, kol_cmd_activate_cb, nullptr);
     XtAddCallback(tm_window.entrycmd, XmNmodifyVerifyCallback, modify_cb, nullptr);
+    use_history_keys();
     input_watch_keys(tm_window.entrycmd);
 }
 
@@ -63,6 +79,7 @@ void entry_set_text(std::string_view text) {
 // The entry is emptied before the command runs, so that a command may leave a text to be completed there.
 void entry_send() {
     const std::string text = typed_text();
+    if (!tm_window.placeholder_shown) history_add(text);
     if (!text.empty() && text.back() == '?') {
         kol_expand_cmd(tm_string(text));
     } else {

@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "app/entry.h"
+#include "app/mark_band.h"
 #include "app/pages.h"
 #include "commands/interpreter.h"
 #include "foundation/platform.h"
@@ -132,6 +133,13 @@ std::size_t button_action(unsigned button, bool released) {
     return (button - Button1) * 2 + (released ? 1 : 0);
 }
 
+// Only the newest of waiting motions counts: the server tells where the pointer is.
+void discard_motions(Widget area) {
+    XEvent event;
+    while (XCheckTypedWindowEvent(tm_window.dpy, XtWindow(area), MotionNotify, &event)) {
+    }
+}
+
 // Key events of the window come to the widget with the keyboard focus, wherever the pointer stands.
 void key_handler(Widget, XtPointer, XEvent* event, Boolean* go_on) {
     XKeyEvent& key = event->xkey;
@@ -149,7 +157,11 @@ void key_handler(Widget, XtPointer, XEvent* event, Boolean* go_on) {
 void kol_drawing_area_callback_input(Widget area, XtPointer, XtPointer call_data) {
     XEvent* event = static_cast<XmDrawingAreaCallbackStruct*>(call_data)->event;
     if (area != tm_window.curdrawarea || event == nullptr) return;
+    const tm_point_t before = tm_vext.pixel_pos;
+    if (event->type == MotionNotify) discard_motions(area);
     pages_pointer_position();
+    const bool moved = tm_vext.pixel_pos.x != before.x || tm_vext.pixel_pos.y != before.y;
+    if (event->type == MotionNotify && moved) band_follow();
     if (event->type == ButtonPress || event->type == ButtonRelease)
         run_text(tm_vext.action_but[button_action(event->xbutton.button, event->type == ButtonRelease)]);
 }

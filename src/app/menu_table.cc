@@ -4,12 +4,13 @@
 #include <Xm/PushB.h>
 #include <Xm/RowColumn.h>
 
-#include <cctype>
+#include <array>
 #include <string>
 #include <string_view>
 
 #include "app/dialogs.h"
 #include "app/entry.h"
+#include "app/sheet_dialog.h"
 #include "foundation/shell.h"
 
 namespace {
@@ -67,44 +68,62 @@ constexpr menu_row rows[] = {
 };
 // clang-format on
 
-std::string_view menu_of(const menu_row& row) {
+constexpr std::string_view menu_of(const menu_row& row) {
     const std::string_view path = row.path;
     return path.substr(1, path.find('/', 1) - 1);
 }
 
-const char* label_of(const menu_row& row) {
+constexpr const char* label_of(const menu_row& row) {
     const std::string_view path = row.path;
     return row.path + path.find('/', 1) + 1;
 }
 
-// The letter that chooses an entry from the keyboard: the first of its label that its neighbours left free.
-KeySym free_mnemonic(std::string_view label, std::string& taken) {
+using letter_set = std::array<bool, 26>;
+
+// The letter that chooses an entry from the keyboard: the first of its label that its neighbours left free;
+// 0 when there is none.
+constexpr char free_mnemonic(std::string_view label, letter_set& taken) {
     for (const char c : label) {
-        const char lower = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        if (std::isalpha(static_cast<unsigned char>(c)) == 0 || taken.find(lower) != std::string::npos)
-            continue;
-        taken.push_back(lower);
-        return static_cast<KeySym>(c);
+        const char upper = tm_upper_case(c);
+        if (upper < 'A' || upper > 'Z' || taken[static_cast<std::size_t>(upper - 'A')]) continue;
+        taken[static_cast<std::size_t>(upper - 'A')] = true;
+        return c;
     }
-    return NoSymbol;
+    return 0;
 }
+
+// Every menu and every entry can be chosen from the keyboard.
+constexpr bool all_have_mnemonics() {
+    std::string_view menu;
+    letter_set menus_taken{}, entries_taken{};
+    for (const menu_row& row : rows) {
+        if (menu_of(row) != menu) {
+            menu = menu_of(row);
+            entries_taken = {};
+            if (free_mnemonic(menu, menus_taken) == 0) return false;
+        }
+        if (free_mnemonic(label_of(row), entries_taken) == 0) return false;
+    }
+    return true;
+}
+static_assert(all_have_mnemonics());
 
 void menu_cb(Widget, XtPointer client_data, XtPointer) {
     menu_act(*static_cast<const menu_row*>(client_data));
 }
 
-Widget create_pulldown(Widget menu_bar, const std::string& name, KeySym mnemonic) {
+Widget create_pulldown(Widget menu_bar, const std::string& name, char mnemonic) {
     Widget pulldown = XmCreatePulldownMenu(menu_bar, const_cast<char*>("pulldown"), nullptr, 0);
     const tm_xm_string label(name.c_str());
     XtVaCreateManagedWidget(name.c_str(), xmCascadeButtonWidgetClass, menu_bar, XmNsubMenuId, pulldown,
-                            XmNlabelString, label.get(), XmNmnemonic, mnemonic, nullptr);
+                            XmNlabelString, label.get(), XmNmnemonic, KeySym(mnemonic), nullptr);
     return pulldown;
 }
 
-void create_entry(Widget pulldown, const menu_row& row, KeySym mnemonic) {
+void create_entry(Widget pulldown, const menu_row& row, char mnemonic) {
     const tm_xm_string label(label_of(row));
     Widget entry = XtVaCreateManagedWidget("entry", xmPushButtonWidgetClass, pulldown, XmNlabelString,
-                                           label.get(), XmNmnemonic, mnemonic, nullptr);
+                                           label.get(), XmNmnemonic, KeySym(mnemonic), nullptr);
     XtAddCallback(entry, XmNactivateCallback, menu_cb, const_cast<menu_row*>(&row));
 }
 
@@ -115,11 +134,11 @@ std::span<const menu_row> menu_table() { return rows; }
 void menu_create(Widget menu_bar) {
     Widget pulldown = nullptr;
     std::string_view menu;
-    std::string menus_taken, entries_taken;
+    letter_set menus_taken{}, entries_taken{};
     for (const menu_row& row : rows) {
         if (menu_of(row) != menu) {
             menu = menu_of(row);
-            entries_taken.clear();
+            entries_taken = {};
             pulldown = create_pulldown(menu_bar, std::string(menu), free_mnemonic(menu, menus_taken));
         }
         create_entry(pulldown, row, free_mnemonic(label_of(row), entries_taken));

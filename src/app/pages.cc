@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <string>
 
+#include "app/mark_band.h"
 #include "app/x_canvas.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"
@@ -153,7 +154,7 @@ void pages_redraw_context() {
 void pages_show_other() { XmTabStackSelectTab(tm_window.page_form[1 - current_page()], True); }
 
 void pages_copy_to_window() {
-    if (tm_window.picture_changed) pages_show_picture();
+    if (tm_window.picture_changed || band_is_left()) pages_show_picture();
 }
 
 void pages_show_picture() {
@@ -163,6 +164,7 @@ void pages_show_picture() {
     const tm_bounds_t& size = tm_vext.bitmap_size;
     XCopyArea(tm_window.dpy, tm_window.curdrareapixmap, XtWindow(tm_window.curdrawarea), tm_window.our_gc, 0,
               0, static_cast<unsigned>(size.xmax), static_cast<unsigned>(size.ymax), 0, 0);
+    band_renew();
 }
 
 void pages_pointer_position() {

@@ -26,6 +26,7 @@
 #include "app/menu_table.h"
 #include "app/pages.h"
 #include "app/session_text.h"
+#include "app/sheet_dialog.h"
 #include "app/shell_hooks.h"
 #include "app/window_record.h"
 #include "app/window_resources.h"
