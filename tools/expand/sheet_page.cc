@@ -174,7 +174,7 @@ void add_tag_box(pager& p, sg_tag_kind kind, std::int32_t net, const std::string
     sg_box box;
     const bool is_source = points_right(kind);
     box.place = is_source ? sg_place::first : kind == sg_tag_kind::to_page ? sg_place::inner : sg_place::last;
-    box.above = box.below = tag_half;
+    box.above = box.below = box.place == sg_place::inner ? tag_half + 1000 : tag_half;
     (is_source ? box.margin_left : box.margin_right) = sg_tag_room(name.size());
     box.pins.push_back({p.nets[at(net)].look == style::wires ? net : -1, 0, is_source});
     p.graph.boxes.push_back(box);

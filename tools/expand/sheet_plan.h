@@ -12,7 +12,8 @@
 #include "expand/flatten.h"
 #include "sheets/symbol.h"
 
-inline constexpr std::size_t xp_page_most = 70, xp_page_cells = 60;  // cells of a page: at most, and aimed at
+inline constexpr std::size_t xp_page_most = 64;   // cells of a page
+inline constexpr std::size_t xp_page_cells = 45;  // of each of several pages, about
 
 struct xp_sheet_net {
     std::string name;

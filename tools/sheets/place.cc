@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int passes = 24;
+constexpr int passes = 24, straightening_passes = 8;
 constexpr double row_weight = 6, box_weight = 1;  // a row that passes a rank wants to be straight most
 
 std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
@@ -43,34 +43,157 @@ void add_pulls(const sg_layered& l, const std::vector<sg_terminal>& own,
     }
 }
 
-// The weighted median: of two pulls it is one of them, so that one wire is straight.
-double median(std::vector<pull>& pulls, double absent) {
-    if (pulls.empty()) return absent;
+double mean(const std::vector<pull>& pulls) {
+    double sum = 0, weight = 0;
+    for (const pull& p : pulls) {
+        sum += p.row * p.weight;
+        weight += p.weight;
+    }
+    return sum / weight;
+}
+
+// The weighted median, so that one wire is straight: of two in the middle the one nearer to where the node
+// is.
+double median(std::vector<pull>& pulls, double now) {
     std::sort(pulls.begin(), pulls.end(), [](const pull& a, const pull& b) { return a.row < b.row; });
     double total = 0, sum = 0;
     for (const pull& p : pulls) total += p.weight;
-    for (const pull& p : pulls)
-        if ((sum += p.weight) >= total / 2) return p.row;
-    return pulls.back().row;
+    for (std::size_t i = 0; i < pulls.size(); ++i) {
+        sum += pulls[i].weight;
+        if (sum > total / 2) return pulls[i].row;
+        if (sum == total / 2 && i + 1 < pulls.size())
+            return std::abs(pulls[i].row - now) <= std::abs(pulls[i + 1].row - now) ? pulls[i].row
+                                                                                    : pulls[i + 1].row;
+    }
+    return now;
 }
 
 enum sides { from_left = 1, from_right = 2 };
 
-void place_rank(sg_layered& l, std::int32_t rank, int which) {
-    const std::vector<std::int32_t>& nodes = l.ranks[at(rank)];
+std::vector<std::vector<pull>> pulls_on(const sg_layered& l, std::int32_t rank, int which) {
     std::vector<std::vector<pull>> pulls(l.nodes.size());
     if ((which & from_left) != 0 && rank > 0)
         add_pulls(l, l.channels[at(rank - 1)].right, l.channels[at(rank - 1)].left, pulls);
     if ((which & from_right) != 0 && rank + 1 < l.rank_count)
         add_pulls(l, l.channels[at(rank)].left, l.channels[at(rank)].right, pulls);
+    return pulls;
+}
+
+// What nothing pulls stays beside what stands above it.
+void place_rank(sg_layered& l, std::int32_t rank, int which) {
+    const std::vector<std::int32_t>& nodes = l.ranks[at(rank)];
+    std::vector<std::vector<pull>> pulls = pulls_on(l, rank, which);
     std::vector<double> wanted, weight;
     for (const std::int32_t node : nodes) {
-        wanted.push_back(median(pulls[at(node)], l.nodes[at(node)].y));
-        weight.push_back(pulls[at(node)].empty()     ? 0.01
-                         : l.nodes[at(node)].box < 0 ? row_weight
-                                                     : box_weight);
+        const double now = l.nodes[at(node)].y;
+        std::vector<pull>& own = pulls[at(node)];
+        wanted.push_back(own.empty()                         ? (wanted.empty() ? now : wanted.back())
+                         : which == (from_left | from_right) ? median(own, now)
+                                                             : mean(own));
+        weight.push_back(own.empty() ? 0.01 : l.nodes[at(node)].box < 0 ? row_weight : box_weight);
     }
     sg_spread_rank(l, nodes, wanted, weight);
+}
+
+// ---- straight wires
+
+struct room {
+    std::int32_t low = INT32_MIN, high = INT32_MAX;
+};
+
+// How far a node may move between its neighbours.
+room room_of(const sg_layered& l, const std::vector<std::int32_t>& rank, std::size_t i) {
+    room r;
+    if (i > 0) r.low = l.nodes[at(rank[i - 1])].y + gap(l.nodes[at(rank[i - 1])], l.nodes[at(rank[i])]);
+    if (i + 1 < rank.size())
+        r.high = l.nodes[at(rank[i + 1])].y - gap(l.nodes[at(rank[i])], l.nodes[at(rank[i + 1])]);
+    return r;
+}
+
+double bends(const std::vector<pull>& pulls, double y) {
+    constexpr double bend = 4;  // as bad as rows of detour
+    double cost = 0;
+    for (const pull& p : pulls)
+        if (p.row != y) cost += p.weight * (bend + std::abs(p.row - y) / sg_pitch);
+    return cost;
+}
+
+// Moves each node to where fewest of its wires bend.
+void straighten_rank(sg_layered& l, std::int32_t rank) {
+    const std::vector<std::int32_t>& nodes = l.ranks[at(rank)];
+    const std::vector<std::vector<pull>> pulls = pulls_on(l, rank, from_left | from_right);
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        sg_node& node = l.nodes[at(nodes[i])];
+        const std::vector<pull>& own = pulls[at(nodes[i])];
+        const room free = room_of(l, nodes, i);
+        double best = bends(own, node.y);
+        for (const pull& p : own)
+            if (p.row >= free.low && p.row <= free.high && bends(own, p.row) < best) {
+                best = bends(own, p.row);
+                node.y = static_cast<std::int32_t>(p.row);
+            }
+    }
+}
+
+// Rows of one net that pass neighbouring ranks at the same height.
+struct run {
+    std::int32_t net = 0, first_rank = 0, last_rank = 0, y = 0;
+    std::vector<std::int32_t> nodes;
+};
+
+std::vector<run> runs_of(const sg_layered& l) {
+    std::vector<run> runs;
+    std::vector<std::int32_t> run_of(at(l.graph.net_count), -1);
+    for (std::int32_t rank = 0; rank < l.rank_count; ++rank)
+        for (const std::int32_t index : l.ranks[at(rank)]) {
+            const sg_node& node = l.nodes[at(index)];
+            if (node.box >= 0) continue;
+            std::int32_t& known = run_of[at(node.net)];
+            if (known < 0 || runs[at(known)].last_rank != rank - 1 || runs[at(known)].y != node.y) {
+                known = static_cast<std::int32_t>(runs.size());
+                runs.push_back({node.net, rank, rank, node.y, {}});
+            }
+            run& r = runs[at(known)];
+            r.last_rank = rank;
+            r.nodes.push_back(index);
+        }
+    return runs;
+}
+
+// The other ends of a run's wires in the channels before and behind it.
+void add_run_pulls(const sg_layered& l, const run& r, std::vector<pull>& pulls) {
+    const auto add = [&](const std::vector<sg_terminal>& terminals) {
+        for (const sg_terminal& terminal : terminals)
+            if (terminal.net == r.net) pulls.push_back({static_cast<double>(sg_row(l, terminal)), 1});
+    };
+    add(l.channels[at(r.first_rank - 1)].left);
+    add(l.channels[at(r.last_rank)].right);
+}
+
+bool is_free_for(const sg_layered& l, const run& r, std::int32_t y) {
+    for (const std::int32_t index : r.nodes) {
+        const std::vector<std::int32_t>& rank = l.ranks[at(l.nodes[at(index)].rank)];
+        const auto i = static_cast<std::size_t>(std::find(rank.begin(), rank.end(), index) - rank.begin());
+        const room free = room_of(l, rank, i);
+        if (y < free.low || y > free.high) return false;
+    }
+    return true;
+}
+
+void straighten_runs(sg_layered& l) {
+    for (const run& r : runs_of(l)) {
+        std::vector<pull> pulls;
+        add_run_pulls(l, r, pulls);
+        double best = bends(pulls, r.y);
+        std::int32_t to = r.y;
+        for (const pull& p : pulls)
+            if (const double cost = bends(pulls, p.row);
+                cost < best && is_free_for(l, r, static_cast<std::int32_t>(p.row))) {
+                best = cost;
+                to = static_cast<std::int32_t>(p.row);
+            }
+        for (const std::int32_t node : r.nodes) l.nodes[at(node)].y = to;
+    }
 }
 
 }  // namespace
@@ -99,10 +222,15 @@ void sg_spread_rank(sg_layered& l, const std::vector<std::int32_t>& rank, const 
 
 void sg_place_nodes(sg_layered& l) {
     for (int pass = 0; pass < passes; ++pass) {
-        const int which = pass >= passes - 4 ? from_left | from_right
+        const int which = pass >= passes - 8 ? from_left | from_right
                           : pass % 2 == 0    ? from_left
                                              : from_right;
         for (std::int32_t k = 0; k < l.rank_count; ++k)
             place_rank(l, pass % 2 == 0 ? k : l.rank_count - 1 - k, which);
+    }
+    for (int pass = 0; pass < straightening_passes; ++pass) {
+        for (std::int32_t k = 0; k < l.rank_count; ++k)
+            straighten_rank(l, pass % 2 == 0 ? k : l.rank_count - 1 - k);
+        straighten_runs(l);
     }
 }

@@ -6,7 +6,8 @@
 namespace {
 
 constexpr std::int32_t rank_pitch = 110'000;  // what a rank with its channel takes about
-constexpr double page_shape = 0.62;           // height to width
+constexpr double page_shape = 0.45;           // height of the boxes of a rank to the width of the page
+constexpr std::int32_t depth_least = 8;       // ranks up to which registers may follow registers
 
 struct edge {
     std::int32_t from = 0, to = 0;
@@ -79,17 +80,6 @@ std::vector<edge> edges_by_need(const ranking& r) {
     return all;
 }
 
-// Takes the edges in their order; one that would close a loop is left out and becomes feedback.
-void cut_loops(ranking& r) {
-    r.next.resize(r.graph.boxes.size());
-    r.previous.resize(r.graph.boxes.size());
-    for (const edge& e : edges_by_need(r)) {
-        if (r.graph.boxes[at(e.to)].place != sg_place::last && reaches(r, e.to, e.from)) continue;
-        r.next[at(e.from)].push_back(e.to);
-        r.previous[at(e.to)].push_back(e.from);
-    }
-}
-
 std::vector<std::int32_t> in_order(const ranking& r) {
     std::vector<std::size_t> waiting;
     std::vector<std::int32_t> order;
@@ -105,17 +95,48 @@ std::vector<std::int32_t> in_order(const ranking& r) {
 
 bool is_inner(const ranking& r, std::int32_t box) { return r.graph.boxes[at(box)].place == sg_place::inner; }
 
-std::int32_t height(const ranking& r, std::int32_t box) {
-    return r.graph.boxes[at(box)].above + r.graph.boxes[at(box)].below;
-}
-
-// Boxes on the longest way from a box to the right.
+// Boxes on the longest way from each box to the right, without itself.
 std::vector<std::int32_t> ways_ahead(const ranking& r, const std::vector<std::int32_t>& order) {
     std::vector<std::int32_t> ahead(order.size());
     for (auto box = order.rbegin(); box != order.rend(); ++box)
         for (const std::int32_t next : r.next[at(*box)])
             if (is_inner(r, next)) ahead[at(*box)] = std::max(ahead[at(*box)], ahead[at(next)] + 1);
     return ahead;
+}
+
+std::int32_t depth(const ranking& r) {
+    const std::vector<std::int32_t> ahead = ways_ahead(r, in_order(r));
+    return 1 + (ahead.empty() ? 0 : *std::max_element(ahead.begin(), ahead.end()));
+}
+
+void add_edge(ranking& r, const edge& e) {
+    r.next[at(e.from)].push_back(e.to);
+    r.previous[at(e.to)].push_back(e.from);
+}
+
+void drop_edge(ranking& r, const edge& e) {
+    r.next[at(e.from)].pop_back();
+    r.previous[at(e.to)].pop_back();
+}
+
+// Takes the edges in their order; one that would close a loop, or that would set a register behind another
+// further than the page goes, is left out and becomes feedback.
+void cut_loops(ranking& r) {
+    r.next.resize(r.graph.boxes.size());
+    r.previous.resize(r.graph.boxes.size());
+    std::int32_t most = 0;
+    for (const edge& e : edges_by_need(r)) {
+        const bool is_last = r.graph.boxes[at(e.to)].place == sg_place::last;
+        if (!is_last && reaches(r, e.to, e.from)) continue;
+        const bool is_register = r.graph.boxes[at(e.from)].is_register && !is_last;
+        if (is_register && most == 0) most = std::max(depth(r), depth_least);
+        add_edge(r, e);
+        if (is_register && depth(r) > most) drop_edge(r, e);
+    }
+}
+
+std::int32_t height(const ranking& r, std::int32_t box) {
+    return r.graph.boxes[at(box)].above + r.graph.boxes[at(box)].below;
 }
 
 // Fills rank after rank with what is ready, the longest way ahead first, none higher than the limit unless a
