@@ -1,5 +1,10 @@
 // The trace view on a recording canvas: a plot 600 wide with 4 rows.
 #include "results/trace_view.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
 #include "list_table.h"
 
 namespace {
@@ -98,6 +103,62 @@ TEST_F(drawn_trace, draws_the_members_of_a_bus_wherever_it_stands_over_labels_an
     canvas.h = 1;  // a page pushed together
     draw();
     EXPECT_EQ(canvas.places.size(), 21U * 2);
+}
+
+// What the segments leave on a page of 640 x 80 pixels, painted one over the other.
+texts painted(const texts& segments) {
+    texts page(640 * 80);
+    for (const std::string& segment : segments) {
+        int x0 = 0, y0 = 0, x1 = 0, y1 = 0, length = 0;
+        std::sscanf(segment.c_str(), "%d %d %d %d%n", &x0, &y0, &x1, &y1, &length);
+        const auto [top, bottom] = std::minmax(y0, y1);
+        for (int y = top; y <= bottom; ++y)
+            for (int x = x0; x <= x1; ++x) page[y * 640 + x] = segment.substr(length);
+    }
+    return page;
+}
+
+// The waveform step by step: a horizontal line in the state that was, a vertical one in the new state.
+texts every_segment(const std::vector<yx_list_state_rec_t>& records, std::int32_t now) {
+    const auto height = [](const yx_list_state_rec_t& record) {
+        return std::array{50, 63, 50, 37}[record.state % 4];
+    };
+    const auto look = [](const yx_list_state_rec_t& record) {
+        const char* const colour = record.state < 4 ? "cyan" : record.state % 4 == 0 ? "red" : "yellow";
+        return std::string(colour) + " " + std::to_string(4 - record.state / 4);
+    };
+    texts segments;
+    std::int32_t x = 24;
+    const auto draw = [&](int y0, std::int32_t to, int y1, const yx_list_state_rec_t& as) {
+        segments.push_back(std::to_string(x) + " " + std::to_string(y0) + " " + std::to_string(to) + " " +
+                           std::to_string(y1) + " " + look(as));
+        x = to;
+    };
+    for (std::size_t i = 1; i < records.size(); ++i) {
+        const int before = height(records[i - 1]), after = height(records[i]);
+        draw(before, static_cast<std::int32_t>(std::int64_t{records[i].time} * 600 / now) + 24, before,
+             records[i - 1]);
+        if (after != before) draw(before, x, after, records[i]);
+    }
+    draw(height(records.back()), 624, height(records.back()), records.back());
+    return segments;
+}
+
+TEST_F(drawn_trace, keeps_the_picture_of_many_changes_in_one_column_of_pixels_and_draws_few_segments) {
+    constexpr int changes = 100'000;
+    trace("a");
+    std::vector<yx_list_state_rec_t> records(changes);
+    std::uint32_t random = 1;
+    for (std::size_t i = 0; i < changes; ++i) {
+        records[i].state = static_cast<std::int8_t>((random = random * 1664525 + 1013904223) >> 24) & 15;
+        records[i].time = static_cast<std::int32_t>(i) * 9;
+        if (i > 0) records[i - 1].next = &records[i], records[i].previous = &records[i - 1];
+    }
+    signal_of.at("a")->list_state = &records[0];
+    kol_ext.cur_time = 20 * (kol_ext.trace_scale = 9 * changes / 20);
+    const texts& drawn = draw();
+    EXPECT_LT(drawn.size(), 600 * 60U);
+    EXPECT_TRUE(painted(drawn) == painted(every_segment(records, kol_ext.cur_time)));
 }
 
 }  // namespace
