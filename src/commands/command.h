@@ -35,4 +35,3 @@ void kol_show(std::initializer_list<std::string_view> parts);
 
 inline constexpr std::string_view nb_par_invalid = "# !! Error : parameter number invalid ? ";
 inline constexpr std::string_view second_par_incorrect = "# !! Error :  2nd parameter incorrect ? ";
-inline constexpr std::string_view not_available = "# !! Error : command not available ? ";

@@ -13,12 +13,12 @@ bool readln(std::int16_t nkeyword, kol_array_keyword_t& keyword, kol_array_param
     return true;
 }
 
-// A command without a handler takes any number of keywords: it only answers that it is not available.
+// VIEW DOWN and VIEW UP count their keywords themselves: their rejection echoes are of another form.
 // clang-format off
 constexpr kol_command_row_t command_table[] = {
     // group, prefixes, when, canonical words, keywords, handler
     {"A", {"ASSI"}, any, "ASSIgn", 2, 3, nullptr, kol_assign_cmd},
-    {"BD", {"BASE"}, any, "BASEpoint"},
+    {"BD", {"BASE"}, any, "BASEpoint", 1, 4, kol_base_point_cmd},
     {"BD", {"BYE"}, whole, "BYE", 1, 1, kol_bye_cmd},
     {"BD", {"BREAK"}, whole, "BREAK", 3, 3, kol_break_cmd},
     {"BD", {"DEF", "BUS"}, any, "DEFine BUS", 5, 30, kol_define_bus_cmd},
@@ -28,26 +28,26 @@ constexpr kol_command_row_t command_table[] = {
     {"BD", {"DODIR"}, any, "DODIRectbin", 2, 30, kol_dodirbin_cmd},
     {"BD", {"DISP"}, any, "DISplay", 2, 2, kol_display_cmd},
     {"C", {"COM"}, any, "COMmand", 2, 2, kol_command_cmd},
-    {"C", {"CHA", "PRO", "SWI"}, any, "CHAnge PROperty SWItches"},
-    {"C", {"CHE", "SHE"}, any, "CHEck SHEet"},
+    {"C", {"CHA", "PRO", "SWI"}, any, "CHAnge PROperty SWItches", 4, 4, kol_change_prop_switches_cmd},
+    {"C", {"CHE", "SHE"}, any, "CHEck SHEet", 2, 2, kol_check_sheet_cmd},
     {"C", {"CLO", "PER"}, any, "CLOck PERiod", 3, 3, kol_clock_period_cmd},
-    {"EFGH", {"GRID"}, second_is_o, "GRId"},
-    {"EFGH", {"GRID", "ST"}, any, "GRId STep"},
+    {"EFGH", {"GRID"}, second_is_o, "GRId", 2, 2, kol_grid_state_cmd},
+    {"EFGH", {"GRID", "ST"}, any, "GRId STep", 3, 3, kol_grid_step_cmd},
     {"EFGH", {"HAR"}, any, "HARdcopy", 1, 2, kol_hardcopy_cmd},
     {"EFGH", {"HEL"}, any, "HELp", 1, 2, kol_help_cmd},
     {"EFGH", {"FORC"}, any, "FORCE", 5, 7, kol_force_cmd},
     {"EFGH", {"FORG"}, any, "FORGet", 2, 30, kol_forget_cmd},
     {"EFGH", {"HIST"}, any, "HISTory", 2, 3, kol_history_cmd},
-    {"IKL", {"LIST", "OBJ"}, two_keywords, "LIST OBJects"},
+    {"IKL", {"LIST", "OBJ"}, two_keywords, "LIST OBJects", 2, 2, tm_object_list},
     {"IKL", {"LIS"}, any, "LIST", 2, 30, kol_list_cmd},
     {"MNOP", {"MARK", "RECT"}, whole, "MARK RECTangle", 2, 6, kol_mark_rectangle_cmd},
-    {"MNOP", {"MARK"}, whole, "MARK"},
+    {"MNOP", {"MARK"}, whole, "MARK", 1, 3, kol_mark_cmd},
     {"MNOP", {"MOV", "SIG"}, any, "MOVe SIGnal", 3, 5, kol_move_signal_cmd},
     {"MNOP", {"POP"}, any, "POP", 1, 1, kol_pop_cmd},
     {"MNOP", {"PER", "LIS"}, any, "PERiod LISt", 3, 4, kol_period_list_cmd},
     {"MNOP", {"PER", "TRA"}, any, "PERiod TRAce", 3, 3, kol_period_trace_cmd},
     {"MNOP", {"PROB"}, any, "PROBe", 2, 4, kol_probe_cmd},
-    {"MNOP", {"PLO", "SHE"}, any, "PLOt SHEet"},
+    {"MNOP", {"PLO", "SHE"}, any, "PLOt SHEet", 2, 3, kol_plot_sheet_cmd},
     {"MNOP", {"PLO", "TRA"}, any, "PLOt TRAce", 2, 3, kol_plot_trace_cmd},
     {"QR", {"REGEN"}, any, "REGENerate", 1, 2, kol_regenerate_cmd},
     {"QR", {"READ"}, any, "READln", 3, 4, nullptr, readln},
@@ -58,15 +58,15 @@ constexpr kol_command_row_t command_table[] = {
     {"S", {"SAV", "STA"}, any, "SAVe STAte", 3, 3, kol_save_state_cmd},
     {"S", {"SCA", "TRA", "TIM"}, any, "SCAle TRAce TIMe", 4, 4, kol_scale_trace_time_cmd},
     {"S", {"SCA", "USE", "UNI"}, any, "SCAle USEr UNIt", 4, 4, kol_scale_user_unit_cmd},
-    {"S", {"SEA"}, any, "SEArch"},
-    {"S", {"SEL", "ARE"}, any, "SELect AREa"},
-    {"S", {"SEL", "OBJ"}, any, "SELect OBJect"},
-    {"S", {"SEL", "PIN"}, any, "SELect PIN"},
-    {"S", {"SEL", "PRO"}, any, "SELect PROperty"},
-    {"S", {"SHO", "FIL"}, any, "SHOw FILe"},
-    {"S", {"SHO", "LIN"}, any, "SHOw LINk"},
-    {"S", {"SMA"}, second_is_o, "SMAsh"},
-    {"S", {"SNA"}, second_is_o, "SNAp"},
+    {"S", {"SEA"}, any, "SEArch", 1, 2, kol_search_cmd},
+    {"S", {"SEL", "ARE"}, any, "SELect AREa", 2, 3, kol_select_area_cmd},
+    {"S", {"SEL", "OBJ"}, any, "SELect OBJect", 2, 30, kol_select_object_cmd},
+    {"S", {"SEL", "PIN"}, any, "SELect PIN", 2, 3, kol_select_pin_cmd},
+    {"S", {"SEL", "PRO"}, any, "SELect PROperty", 3, 4, kol_select_prop_cmd},
+    {"S", {"SHO", "FIL"}, any, "SHOw FILe", 2, 2, kol_showfile_cmd},
+    {"S", {"SHO", "LIN"}, any, "SHOw LINk", 2, 2, kol_show_link_cmd},
+    {"S", {"SMA"}, second_is_o, "SMAsh", 2, 2, kol_smash_cmd},
+    {"S", {"SNA"}, second_is_o, "SNAp", 2, 2, kol_snap_cmd},
     {"S", {"SPI", "CHE"}, any, "SPIke CHEck", 3, 3, kol_spike_check_cmd},
     {"S", {"SPI", "MIN"}, any, "SPIke MIN", 3, 3, kol_spike_min_cmd},
     {"S", {"SPI", "MOD"}, any, "SPIke MODel", 3, 3, kol_spike_model_cmd},
@@ -74,8 +74,8 @@ constexpr kol_command_row_t command_table[] = {
     {"S", {"STA", "BUS"}, any, "STAtus BUS", 2, 3, kol_status_bus_cmd},
     {"S", {"STA", "KEY"}, any, "STAtus KEY", 2, 3, kol_status_key_cmd},
     {"S", {"STA", "NET"}, any, "STAtus NET", 2, 2, kol_status_net_cmd},
-    {"S", {"STA", "OBJ"}, any, "STAtus OBJect"},
-    {"S", {"STA", "PROP"}, any, "STAtus PROPerty"},
+    {"S", {"STA", "OBJ"}, any, "STAtus OBJect", 2, 3, kol_status_object_cmd},
+    {"S", {"STA", "PROP"}, any, "STAtus PROPerty", 2, 3, kol_status_prop_cmd},
     {"S", {"STA", "PROB"}, any, "STAtus PROBe", 2, 3, kol_status_probe_cmd},
     {"S", {"SWI", "LIS"}, any, "SWItche LISt", 3, 3, kol_switche_list_cmd},
     {"S", {"SYST"}, any, "SYSTem", 2, 2, kol_system_cmd},
@@ -84,16 +84,16 @@ constexpr kol_command_row_t command_table[] = {
     {"TU", {"TRAC"}, any, "TRACe", 1, 30, kol_trace_cmd},
     {"TU", {"TRANS"}, second_is_o, "TRANScript", 2, 2, kol_transcript_cmd},
     {"TU", {"UPD"}, any, "UPDAte", 2, 2, kol_update_cmd},
-    {"TU", {"UNS", "AL"}, any, "UNSelect ALl"},
-    {"TU", {"UNS", "AR"}, any, "UNSelect ARea"},
+    {"TU", {"UNS", "AL"}, any, "UNSelect ALl", 2, 2, kol_unselect_all_cmd},
+    {"TU", {"UNS", "AR"}, any, "UNSelect ARea", 2, 3, kol_unselect_area_cmd},
     {"VWXYZ", {"VIE", "AL"}, any, "VIEw ALl", 2, 2, kol_view_all_cmd},
     {"VWXYZ", {"VIE", "AR"}, any, "VIEw ARea", 2, 2, kol_view_area_cmd},
-    {"VWXYZ", {"VIE", "DOW"}, any, "VIEw DOWn"},
-    {"VWXYZ", {"VIE", "SHE"}, any, "VIEw SHEet"},
-    {"VWXYZ", {"VIE", "UP"}, any, "VIEw UP"},
-    {"VWXYZ", {"VIE", "INS"}, any, "VIEw INStance"},
-    {"VWXYZ", {"VIE", "PIN"}, any, "VIEw PIN"},
-    {"VWXYZ", {"VIE", "NET"}, any, "VIEw NET"},
+    {"VWXYZ", {"VIE", "DOW"}, any, "VIEw DOWn", 1, 30, kol_view_down_cmd},
+    {"VWXYZ", {"VIE", "SHE"}, any, "VIEw SHEet", 2, 4, kol_view_sheet_cmd},
+    {"VWXYZ", {"VIE", "UP"}, any, "VIEw UP", 1, 30, kol_view_up_cmd},
+    {"VWXYZ", {"VIE", "INS"}, any, "VIEw INStance", 3, 3, kol_view_instance_cmd},
+    {"VWXYZ", {"VIE", "PIN"}, any, "VIEw PIN", 3, 3, kol_view_pin_cmd},
+    {"VWXYZ", {"VIE", "NET"}, any, "VIEw NET", 3, 3, kol_view_net_cmd},
     {"VWXYZ", {"VIE", "TIM"}, any, "VIEw TIMe", 4, 4, kol_view_time_cmd},
     {"VWXYZ", {"VIE", "WIN"}, any, "VIEw WINdow", 3, 3, kol_view_window_cmd},
     {"VWXYZ", {"WRI", "LIS"}, any, "WRIte LISt", 2, 5, kol_write_list_cmd},
@@ -114,7 +114,7 @@ constexpr std::string_view view(const char* prefix) {
     return prefix != nullptr ? std::string_view(prefix) : std::string_view();
 }
 
-// Every prefix begins its canonical word, and the first letter belongs to the group.
+// Every prefix begins its canonical word, the first letter belongs to the group, and one handler serves it.
 constexpr bool rows_are_sound() {
     for (const kol_command_row_t& row : command_table) {
         std::string_view words = row.canonical;
@@ -123,6 +123,7 @@ constexpr bool rows_are_sound() {
             words.remove_prefix(std::min(words.find(' '), words.size() - 1) + 1);
         }
         if (row.group.find(row.prefix[0][0]) == std::string_view::npos) return false;
+        if ((row.handler == nullptr) == (row.variable_handler == nullptr)) return false;
     }
     return true;
 }

@@ -28,7 +28,7 @@ struct kol_command_row_t {
     std::string_view canonical;                       // the command words, capitals for the shortest form
     std::int16_t least = 1, most = kol_max_keywords;  // keywords, the command words included
     kol_handler_t handler = nullptr;
-    kol_variable_handler_t variable_handler = nullptr;  // no handler at all: not available
+    kol_variable_handler_t variable_handler = nullptr;  // one of the two
 };
 
 std::span<const kol_command_row_t> kol_command_table();

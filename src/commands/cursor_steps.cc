@@ -1,7 +1,13 @@
 // The built-in steps "$CU1" .. "$VPTR80" that the arrow keys are bound to.
+#include <cstdlib>
+
 #include "commands/handlers.h"
+#include "commands/sheet.h"
+#include "foundation/context.h"
+#include "foundation/shell.h"
 #include "results/list_view.h"
 #include "results/trace_view.h"
+#include "schematic/viewport.h"
 
 namespace {
 
@@ -14,17 +20,29 @@ constexpr cursor_scroll scrolls[] = {{'U', kol_cursor_up_1st},
                                      {'L', kol_cursor_left_1st},
                                      {'R', kol_cursor_right_1st}};
 
-}  // namespace
-
-// On the Results page a step scrolls the view in time, the list up and down, the trace left and right;
-// elsewhere it does nothing.
-void kol_cursor_step_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& keyword) {
-    const char direction = tm_upper_case(keyword[0].char_[2]);
-    const int steps = keyword[0].char_[3] - '0';
+void scroll_results(char direction, int steps) {
     for (const cursor_scroll& row : scrolls)
         if (row.direction == direction)
             for (int i = 0; i < steps; ++i) row.scroll();
 }
 
-// The Results page has no viewport to move.
-void kol_viewport_step_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& /*keyword*/) {}
+bool is_on_sheet() { return tm_vext.numpage == kol_context_page && kol_context_file() != 0; }
+
+}  // namespace
+
+// On the Results page a step scrolls the view in time, the list up and down, the trace left and right; on the
+// Context page it moves the graphic cursor.
+void kol_cursor_step_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& keyword) {
+    const char direction = tm_upper_case(keyword[0].char_[2]);
+    const int steps = keyword[0].char_[3] - '0';
+    if (is_on_sheet()) return tm_cursor_step(kol_context_file(), direction, steps);
+    scroll_results(direction, steps);
+}
+
+// Moves what the Context page shows; the Results page has no viewport to move.
+void kol_viewport_step_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& keyword) {
+    if (!is_on_sheet()) return;
+    const int steps = std::atoi(keyword[0].char_ + 5);
+    tm_view_step(kol_context_file(), tm_upper_case(keyword[0].char_[4]), steps);
+    tm_shell.redraw_context();
+}

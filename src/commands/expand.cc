@@ -1,6 +1,7 @@
 // Command expansion: the entry becomes the command with its current values, ready to be edited.
 #include "commands/command_line.h"
 #include "commands/interpreter.h"
+#include "commands/sheet.h"
 #include "foundation/context.h"
 #include "foundation/numbers.h"
 #include "foundation/shell.h"
@@ -45,10 +46,15 @@ void add_clock_period(tm_string_record_t& entry) {
     add_time(clock != nullptr ? clock->clock_period : -1, entry);
 }
 
-// No sheet, no grid.
-void add_grid_step(tm_string_record_t& entry) { add_real(0, entry); }
+void add_grid_step(tm_string_record_t& entry) {
+    const tm_object_grid_rec_t* const grid = kol_sheet_grid();
+    add_real(grid != nullptr ? grid->step_point : 0, entry);
+}
 
-void add_grid_state(tm_string_record_t& entry) { add(tm_vext.grid_on ? "ON" : "OFF", entry); }
+void add_grid_state(tm_string_record_t& entry) {
+    const tm_object_grid_rec_t* const grid = kol_sheet_grid();
+    add(grid == nullptr || (tm_vext.grid_on && grid->grid_on) ? "ON" : "OFF", entry);
+}
 
 void add_list_period(tm_string_record_t& entry) {
     add_time(kol_ext.list_period, entry);

@@ -3,6 +3,7 @@
 #include "commands/handlers.h"
 #include "commands/keyword.h"
 #include "commands/observed_signal.h"
+#include "commands/probe_displays.h"
 #include "foundation/shell.h"
 #include "kernel/lookup.h"
 
@@ -101,6 +102,7 @@ bool has_probe() { return kol_ext.start_probe_signal != nullptr; }
 void drop_probe(kol_probe_signal_rec_t* probe) {
     kol_remove_record(probe, kol_ext.start_probe_signal, kol_ext.last_probe_signal);
     delete probe;
+    kol_hang_probes();
 }
 
 void forget_probes() {

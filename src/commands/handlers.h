@@ -68,11 +68,46 @@ void kol_mark_rectangle_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword)
 void kol_hardcopy_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_plot_trace_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 
+// hierarchy, view_sheet and view_context: which sheet the Context page shows, and which part of it.
+void kol_view_down_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_view_up_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_view_sheet_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_view_instance_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_view_net_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_view_pin_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
+// sheet_settings: points, grid and switches.
+void kol_mark_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_base_point_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_grid_state_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_grid_step_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_snap_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_smash_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
+// selection, search and property_switches.
+void kol_select_area_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_select_object_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_select_pin_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_select_prop_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_unselect_all_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_unselect_area_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_search_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_change_prop_switches_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
+// sheet_status, check_sheet and plot_sheet: what there is on a sheet.
+void kol_status_object_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_status_prop_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void tm_object_list(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_showfile_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_show_link_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_check_sheet_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_plot_sheet_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+
 // user_bus and bus_status: buses of the user.
 void kol_define_bus_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_status_bus_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 
-// probes: nets of the sheets.
+// probes and status_net: nets of the sheets.
 void kol_probe_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_status_probe_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);
 void kol_status_net_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword);

@@ -55,8 +55,6 @@ bool dispatch(const tm_string_record_t& command, std::int16_t nkeyword, kol_arra
     const kol_command_row_t* const row = kol_find_command(nkeyword, keyword);
     if (row == nullptr) {
         report_unknown(command);
-    } else if (row->handler == nullptr && row->variable_handler == nullptr) {
-        reject(*row, nkeyword, keyword, not_available);
     } else if (nkeyword < row->least || nkeyword > row->most) {
         reject(*row, nkeyword, keyword, nb_par_invalid);
     } else if (row->handler != nullptr) {

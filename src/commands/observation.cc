@@ -2,8 +2,8 @@
 #include "commands/handlers.h"
 #include "commands/keyword.h"
 #include "commands/observed_signal.h"
+#include "commands/picking.h"
 #include "commands/view_rules.h"
-#include "foundation/context.h"
 #include "foundation/shell.h"
 #include "results/list_view.h"
 
@@ -22,10 +22,22 @@ struct view_t {
     yx_signal_rec_t* kol_defref_var_rec_t::*newest;  // entry
     bool (*fits)();
     kol_rejection_t too_large;
+    kol_pick_words_t pick;
 };
-constexpr view_t list_view{" LIST ", 3, &kol_defref_var_rec_t::list_signal, kol_list_fits, kol_list_too_wide};
-constexpr view_t trace_view{" TRACe ", 2, &kol_defref_var_rec_t::trace_signal, kol_trace_fits,
-                            trace_too_high};
+constexpr view_t list_view{
+    " LIST ",
+    3,
+    &kol_defref_var_rec_t::list_signal,
+    kol_list_fits,
+    kol_list_too_wide,
+    {{"# !! Error :  No level sheet VALID for LIST ? "}, {"# !! Error :  No sheet VALID for LIST ? "}}};
+constexpr view_t trace_view{
+    " TRACe ",
+    2,
+    &kol_defref_var_rec_t::trace_signal,
+    kol_trace_fits,
+    trace_too_high,
+    {{"# !! Error :  No level sheet VALID for TRACe ? "}, {"# !! Error :  No sheet VALID for TRACe ? "}}};
 
 bool read_radix(const tm_string_record_t& keyword, std::int16_t& radix) {
     constexpr std::string_view letters = "HBD";  // in the order of the radix codes
@@ -37,10 +49,7 @@ bool read_radix(const tm_string_record_t& keyword, std::int16_t& radix) {
     return false;
 }
 
-kol_rejection_t show_one(const view_t& view, const tm_string_record_t& name, std::int16_t radix) {
-    if (!kol_begins_like_signal(name)) return name_invalid;
-    kol_found_signal_t found;
-    if (!kol_find_signal(name, found)) return signal_not_found;
+kol_rejection_t show_found(const view_t& view, const kol_found_signal_t& found, std::int16_t radix) {
     yx_signal_rec_t*& newest = kol_ext.*view.newest;
     yx_signal_rec_t* const entry = kol_make_signal(found, radix);
     kol_append_record(entry, newest);
@@ -48,6 +57,27 @@ kol_rejection_t show_one(const view_t& view, const tm_string_record_t& name, std
     kol_remove_record(entry, newest);
     kol_drop_signal(entry);
     return view.too_large;
+}
+
+kol_rejection_t show_one(const view_t& view, const tm_string_record_t& name, std::int16_t radix) {
+    if (!kol_begins_like_signal(name)) return name_invalid;
+    kol_found_signal_t found;
+    return kol_find_signal(name, found) ? show_found(view, found, radix) : signal_not_found;
+}
+
+// The net of the wire or pin at the cursor, under its name on the sheet.
+void show_picked(const view_t& view, std::int16_t nkeyword, kol_array_keyword_t& keyword,
+                 std::int16_t radix) {
+    kol_picked_net_t picked;
+    const auto no_point = static_cast<std::int16_t>(nkeyword + 1);
+    kol_rejection_t wrong = kol_pick_net(view.pick, no_point, nkeyword, keyword, picked);
+    kol_found_signal_t found;
+    const bool is_known = !wrong && kol_find_signal(picked.name, found);
+    if (is_known) wrong = show_found(view, found, radix);
+    if (is_known) tm_shell.redraw_results();
+    if (!wrong) return kol_echo(view.words, 2, nkeyword, keyword);
+    kol_reject(view.words, 2, nkeyword, keyword, wrong);
+    if (wrong.error == kol_not_in_design.error) kol_show({"# Net_name : \"", tm_view(picked.name), "\" "});
 }
 
 void reject_name(const view_t& view, std::int16_t nkeyword, kol_array_keyword_t& keyword,
@@ -59,8 +89,7 @@ void reject_name(const view_t& view, std::int16_t nkeyword, kol_array_keyword_t&
 
 void show_signals(const view_t& view, std::int16_t nkeyword, kol_array_keyword_t& keyword,
                   std::int16_t radix) {
-    if (nkeyword < view.first_name)
-        return kol_reject(view.words, 2, nkeyword, keyword, kol_check_context_sheet());
+    if (nkeyword < view.first_name) return show_picked(view, nkeyword, keyword, radix);
     kol_rejection_t wrong;
     std::int16_t k = view.first_name;
     while (k <= nkeyword && !(wrong = show_one(view, kol_kw(keyword, k), radix))) ++k;
@@ -72,13 +101,6 @@ void show_signals(const view_t& view, std::int16_t nkeyword, kol_array_keyword_t
 }
 
 }  // namespace
-
-kol_rejection_t kol_check_context_sheet() {
-    constexpr std::int16_t context_page = 1;
-    constexpr kol_rejection_t window_invalid{"# !! Error :  Invalid window ? "};
-    constexpr kol_rejection_t no_sheet{"# !! Error :  No sheet in Context window ? "};
-    return tm_vext.numpage != context_page ? window_invalid : no_sheet;
-}
 
 void kol_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
     std::int16_t radix = kol_hexadecimal;

@@ -4,9 +4,12 @@
 
 #include "canvas/plot.h"
 #include "commands/command.h"
+#include "foundation/context.h"
 
 // The Results page as it is shown, or with the other of its views.
 tm_plot_t kol_results_plot(bool list);
+// What the Context page shows of a sheet.
+tm_plot_t kol_sheet_plot(tm_file_index_t file);
 // Plots and shows the echo; keyword first, when there is one, names the file.
 void kol_plot(std::string_view words, std::int16_t first, std::int16_t nkeyword, kol_array_keyword_t& keyword,
               const tm_plot_t& plot);

@@ -1,5 +1,7 @@
 #include "commands/interpreter.h"
+#include "commands/probe_displays.h"
 #include "commands/procedures.h"
+#include "commands/sheet.h"
 #include "foundation/context.h"
 
 namespace {
@@ -24,5 +26,7 @@ void kol_initparam_before() {
     tm_vext.do_ind = 0;
     tm_vext.file_id_edit = 0;
     tm_vext.file_id_context = 0;
+    kol_use_level_sheets();
+    kol_use_probe_displays();
     kol_register_procedures();
 }

@@ -138,4 +138,5 @@ void kol_run_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
     else
         kol_echo(run_words, 2, nkeyword, keyword);
     tm_shell.redraw_results();
+    if (kol_ext.start_probe_signal != nullptr) tm_shell.redraw_context();
 }

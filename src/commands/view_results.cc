@@ -17,7 +17,6 @@ constexpr std::string_view area_words = " VIEw ARea ";
 constexpr std::string_view time_words = " VIEw TIMe ";
 constexpr std::string_view window_words = " VIEw WINdow ";
 
-constexpr kol_rejection_t page_invalid{not_available};
 constexpr kol_rejection_t time_invalid{"# !! Error : Invalid view time "};
 
 constexpr kol_rejection_t area_too_narrow{"# !! Error : Marked area too narrow ( at least 3 pixels ) ? "};
@@ -58,7 +57,7 @@ void kol_pop_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& /*keyword*/) {
 
 // Fits the simulated time into the trace; the list begins at its first row.
 void kol_view_all_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (tm_vext.numpage != results_page) return kol_reject(all_words, 3, nkeyword, keyword, page_invalid);
+    if (tm_vext.numpage != results_page) return kol_view_all_context(nkeyword, keyword);
     if (kol_ext.list_or_trace) {
         kol_ext.list_cur_time = 0;
     } else {
@@ -70,7 +69,7 @@ void kol_view_all_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
 }
 
 void kol_view_area_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (tm_vext.numpage != results_page) return kol_reject(area_words, 3, nkeyword, keyword, page_invalid);
+    if (tm_vext.numpage != results_page) return kol_view_area_context(nkeyword, keyword);
     if (const kol_rejection_t wrong = view_area()) return kol_reject(area_words, 3, nkeyword, keyword, wrong);
     tm_shell.redraw_results();
     tm_display(area_words);

@@ -10,5 +10,6 @@ inline constexpr kol_rejection_t kol_list_too_wide{"# !! Error : too many column
 inline constexpr kol_rejection_t kol_view_invalid{
     "# !! Error : Invalid 3rd parameter (should be \"List\",\"Trace\") ? "};
 
-// Why no net can be picked on the Context page.
-kol_rejection_t kol_check_context_sheet();
+// VIEW ALL and VIEW AREA on the Context page.
+void kol_view_all_context(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+void kol_view_area_context(std::int16_t nkeyword, kol_array_keyword_t& keyword);

@@ -37,6 +37,14 @@ struct kol_probe_signal_rec_t {
     tm_string_record_t probe_name, cur_sim_path;
     kol_probe_signal_rec_t* previous = nullptr;
     kol_probe_signal_rec_t* next = nullptr;
+    std::int16_t object_id = 0, vertex = 0;  // the net on its sheet, and where on the net the probe stands
+};
+
+inline constexpr std::size_t kol_max_levels = 28;
+
+struct kol_file_record_t {         // the sheet open at a level of the hierarchy
+    std::int8_t file_index = 0;    // of the schematic database, 1..32; anything else: no sheet
+    tm_string_record_t file_path;  // of its data file
 };
 
 enum kol_spike_models : std::int16_t {
@@ -48,8 +56,9 @@ enum kol_spike_models : std::int16_t {
 
 struct kol_defref_var_rec_t {
     // Session.
-    bool save_to_do = false;  // set by BYE, cleared by QUIT
-    std::int16_t file_level_cur = 0, file_level_max = 0;
+    bool save_to_do = false;                                     // set by BYE, cleared by QUIT
+    std::int16_t file_level_cur = 0, file_level_max = 0;         // 1 is the top sheet, 0: none opened yet
+    std::array<kol_file_record_t, kol_max_levels> arrayof_file;  // level n is entry n - 1
     std::int16_t nb_of_ext_arg = 0;
     kol_array_param_t ext_arg;  // parameters of the initial command file
     kol_array_param_t top_var;  // top-level variables of the interpreter

@@ -67,7 +67,7 @@ TEST_F(interpreter_session, expands_the_entry_to_current_values) {
     expect_expansions({
         {"CLO PER?", " CLOck PERiod 40.000 "}, {"PER LIS?", " PERiod LISt 5.000 *** "},
         {"PER TRA?", " PERiod TRAce *** "}, {"SPI MIN?", " SPIke MIN 5.000 "},
-        {"SPI CHE?", " SPIke CHEck OFF"}, {"GRI", " GRId OFF "},
+        {"SPI CHE?", " SPIke CHEck OFF"}, {"GRI", " GRId ON "},
         {"TIM COE?", " TIMing COEfficient 1.00 *** 1.00 1.00 "}});
     // clang-format on
     kol_ext.last_clock_force_blk = nullptr;

@@ -21,8 +21,6 @@ TEST_F(view_results, chooses_the_view_its_time_and_all_of_the_simulated_time) {
     expect_each({{"view all", {" VIEw ALl "}}, {"view win l;view all", {" VIEw WINdow l ", " VIEw ALl "}}});
     EXPECT_EQ(std::pair(kol_ext.trace_cur_time, kol_ext.trace_scale), std::pair(0, 200));
     EXPECT_EQ(std::pair(kol_ext.list_cur_time, kol_ext.list_or_trace), std::pair(0, true));
-    tm_vext.numpage = 1;
-    EXPECT_EQ(type("view all"), refused("VIEw ALl ", std::string(not_available)));
 }
 
 // The page is 900 wide: its plot begins at 24 and is 600 wide, rows of the list are 20 high.

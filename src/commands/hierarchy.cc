@@ -1,0 +1,173 @@
+// VIEW DOWN and VIEW UP: through the hierarchy of sheets.
+#include <algorithm>
+
+#include "commands/found_objects.h"
+#include "commands/handlers.h"
+#include "commands/sheet.h"
+#include "foundation/context.h"
+#include "foundation/shell.h"
+#include "schematic/link_file.h"
+#include "schematic/object_walk.h"
+#include "schematic/sheet_file.h"
+
+namespace {
+
+constexpr std::string_view sheet_levels = "# !! Error : Too many sheet levels ? : ";
+constexpr std::string_view not_found = "# !! Error : Sheet not found ? : ";
+constexpr std::string_view invalid = "# !! Error : Sheet not found or Invalid ? : ";
+constexpr std::string_view nothing_there = "# !! Error : No Sheet Available ? : ";
+constexpr std::string_view not_one_named = "# !! Error : No Instance(or more than 1) with \"INST\" ";
+constexpr std::string_view not_one_selected = "# !! Error : No Instance (OR More Than 1) Found selected ";
+constexpr std::string_view at_top = "# !! Error : impossible to VIEw UP ( already at TOP ) ";
+constexpr std::string_view no_sheet_above = "# !! Error : No VIEw UP valid design Sheet available ";
+
+struct move_t {
+    std::string_view rejection, not_in_context;
+    std::int16_t most_keywords;
+    bool echoes_keywords;  // also when their number is right
+};
+constexpr move_t down{"# VIEw DOWn ", "# !! Error : No valid design Sheet to view down in Context ", 3, true};
+constexpr move_t up{"# VIEw UP ", "# !! Error : No valid design Sheet to view up in Context ", 2, false};
+
+void reject(std::string_view words, std::int16_t nkeyword, kol_array_keyword_t& keyword,
+            std::string_view error) {
+    tm_string_record_t line = tm_string(words);
+    for (std::int16_t k = 3; k <= nkeyword; ++k) {
+        tm_append("\"", line);
+        tm_append(tm_view(kol_kw(keyword, k)), line);
+        tm_append("\"   ", line);
+    }
+    tm_display_list(line);
+    tm_display(error);
+}
+
+// What is wrong with the sheet to move from.
+std::string_view check(const move_t& move, std::int16_t nkeyword) {
+    if (nkeyword < 2 || nkeyword > move.most_keywords) return nb_par_invalid;
+    if (!kol_is_level(kol_ext.file_level_cur)) return "# !! Error : No design Sheet available ";
+    if (kol_level_file() == 0) return "# !! Error : No valid design Sheet available ";
+    if (kol_level_file() != tm_vext.file_id_context) return move.not_in_context;
+    return {};
+}
+
+bool may_move(const move_t& move, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    const std::string_view wrong = check(move, nkeyword);
+    if (wrong.empty()) return true;
+    const bool echoes = move.echoes_keywords || wrong == nb_par_invalid;
+    reject(move.rejection, echoes ? nkeyword : std::int16_t{2}, keyword, wrong);
+    return false;
+}
+
+// ---- the instance to enter
+
+struct entered_t {
+    tm_string_record_t name, path;
+    int count = 0;
+};
+
+// The value of the last property INST; wanted: of the one with this value.
+bool find_name(tm_file_index_t file, std::int16_t instance, const tm_string_record_t* wanted,
+               tm_string_record_t& name) {
+    bool found = false;
+    for (const std::int16_t id : tm_properties(file, instance)) {
+        const auto& property = tm_object_as<tm_type_property_2d>(file, id);
+        if (!tm_const_iden_name("INST", property.name)) continue;
+        if (wanted != nullptr && !tm_value_iden_string(property.nvalue, *wanted)) continue;
+        tm_value_string(property.nvalue, name);
+        found = true;
+    }
+    return found;
+}
+
+// wanted: the instance of this name; without it the one that is selected.
+void find_entered(tm_file_index_t file, const tm_string_record_t* wanted, entered_t& entered) {
+    for (const std::int16_t instance : tm_instances(file)) {
+        if (wanted == nullptr && !tm_inq_object_selected(file, instance)) continue;
+        const std::int16_t symbol = kol_symbol_of(file, instance);
+        tm_string_record_t name;
+        const bool is_named = find_name(file, instance, wanted, name);
+        if (symbol == 0 || (wanted != nullptr && !is_named)) continue;
+        entered.name = name;
+        entered.path = tm_object_as<tm_type_symbol>(file, symbol).path;
+        if (++entered.count > 1) return;
+    }
+}
+
+// ---- the sheet below
+
+tm_string_record_t directory_of(const tm_string_record_t& path) {
+    tm_string_record_t first, directory;
+    std::int32_t pos = 1;
+    std::int16_t version = 0;
+    tm_rd_string_t(path, tm_char_set(" ,"), first, pos);
+    tm_get_path_n0version(first, directory, version);
+    return directory;
+}
+
+struct failure_t {
+    std::string_view words, error, before_directory, behind_directory;
+};
+
+// A level that had a sheet before reads into that file.
+failure_t failure_of(kol_sheet_found found, bool had_sheet) {
+    if (found == kol_sheet_found::no_link && had_sheet) return {down.rejection, not_found, "# !! \"", "\" "};
+    if (found == kol_sheet_found::invalid) return {down.rejection, invalid, "# !! : \"", "\" "};
+    return {"# VIEw DOWn  ", nothing_there, "# !! : \"", "\""};
+}
+
+void commit_down(std::int16_t level, tm_file_index_t file, const tm_string_record_t& name) {
+    kol_ext.file_level_cur = level;
+    kol_ext.file_level_max = std::max(kol_ext.file_level_max, level);
+    kol_level(level) = {file, tm_file_record(file).file_pathname};
+    tm_append(tm_view(name), kol_ext.cur_sim_path);  // before the sheet is drawn with the probes of its path
+    tm_append("/", kol_ext.cur_sim_path);
+    kol_show_sheet(file);
+    kol_show({" VIEw DOWn  ", tm_view(name), " "});
+}
+
+void go_down(const entered_t& entered, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    const auto level = static_cast<std::int16_t>(kol_ext.file_level_cur + 1);
+    if (!kol_is_level(level)) return reject(down.rejection, nkeyword, keyword, sheet_levels);
+    const tm_string_record_t directory = directory_of(entered.path);
+    tm_file_index_t file = kol_level(level).file_index;
+    const bool had_sheet = kol_is_file(file);
+    const kol_sheet_found found = kol_read_sheet(kol_sheet_directory(tm_view(directory)), file);
+    if (found == kol_sheet_found::yes) return commit_down(level, file, entered.name);
+    const failure_t failure = failure_of(found, had_sheet);
+    reject(failure.words, nkeyword, keyword, failure.error);
+    kol_show({failure.before_directory, tm_view(directory), failure.behind_directory});
+}
+
+// ---- the path
+
+// "/U1/U7/" becomes "/U1/".
+void cut_last_name(tm_string_record_t& path) {
+    const std::string_view text = tm_view(path);
+    std::size_t keep = text.size() < 2 ? 0 : text.size() - 2;
+    while (keep > 0 && text[keep] != '/') --keep;
+    path = tm_string(text.substr(0, keep + 1));
+}
+
+}  // namespace
+
+void kol_view_down_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    if (!may_move(down, nkeyword, keyword)) return;
+    const tm_string_record_t* const wanted = nkeyword == 3 ? &kol_kw(keyword, 3) : nullptr;
+    entered_t entered;
+    find_entered(kol_level_file(), wanted, entered);
+    if (entered.count == 1) return go_down(entered, nkeyword, keyword);
+    reject(down.rejection, nkeyword, keyword, wanted != nullptr ? not_one_named : not_one_selected);
+}
+
+void kol_view_up_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    if (!may_move(up, nkeyword, keyword)) return;
+    const auto level = static_cast<std::int16_t>(kol_ext.file_level_cur - 1);
+    if (level < 1) return reject(up.rejection, 2, keyword, at_top);
+    const tm_file_index_t file = kol_level(level).file_index;
+    if (!kol_is_file(file)) return reject(up.rejection, 2, keyword, no_sheet_above);
+    if (kol_ext.file_level_max < level) tm_fatal(file_data_invalid);
+    kol_ext.file_level_cur = level;
+    cut_last_name(kol_ext.cur_sim_path);
+    kol_show_sheet(file);
+    kol_show({" VIEw UP  ", " "});
+}

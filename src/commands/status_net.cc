@@ -1,0 +1,79 @@
+// STATUS NET: the nets of the sheet that are selected.
+#include <string>
+
+#include "commands/handlers.h"
+#include "commands/picking.h"
+#include "foundation/context.h"
+#include "foundation/shell.h"
+#include "kernel/say.h"
+#include "schematic/object_reader.h"
+#include "schematic/object_walk.h"
+
+namespace {
+
+constexpr std::string_view words = " STAtus NET ";
+constexpr kol_rejection_t no_context_sheet{"# !! No Sheet available in Context Window ?  "};
+constexpr kol_rejection_t none_selected{"# !! Error : No NET selected ? "};
+constexpr kol_rejection_t not_in_design{"# !! Error : NET not Found in expand file ? "};
+constexpr kol_pick_words_t level_words{{"# !! Error :  No level sheet VALID for STAtus NET ? "},
+                                       {"# !! Error :  No sheet VALID for STAtus NET ? "}};
+
+// A pin property family is the place of a pin.
+std::string vertex_text(const tm_reader_t& sheet, std::int16_t vertex) {
+    const bool is_pin = sheet.record<tm_type_pinpropfam>(vertex) != nullptr;
+    return std::to_string(vertex) + (is_pin ? "_P: " : "  : ");
+}
+
+void report_segment(tm_file_index_t file, std::int16_t id) {
+    const auto& segment = tm_object_as<tm_type_segment>(file, id);
+    const tm_reader_t sheet(file);
+    kol_show({"# SEGMENT: ", std::to_string(id), " ; ", " VERTEX1", vertex_text(sheet, segment.vertex1),
+              " ; ", " VERTEX2", vertex_text(sheet, segment.vertex2)});
+}
+
+// A net that is selected as a whole has all its segments selected.
+bool is_reported(tm_file_index_t file, std::int16_t net, std::int16_t segment) {
+    return tm_inq_object_selected(file, net) || tm_inq_object_selected(file, segment);
+}
+
+bool has_selected_segment(tm_file_index_t file, std::int16_t net) {
+    for (const std::int16_t segment : tm_segments(file, net))
+        if (is_reported(file, net, segment)) return true;
+    return false;
+}
+
+void report_net(tm_file_index_t file, std::int16_t id, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    kol_show({"#  OBJect : Handle = ", std::to_string(id), " ;  type = NET  "});
+    for (const std::int16_t segment : tm_segments(file, id))
+        if (is_reported(file, id, segment)) report_segment(file, segment);
+    tm_string_record_t name;
+    yx_net_record_t* net = nullptr;
+    kol_find_sheet_net(id, name, net);
+    if (net != nullptr) return kol_show({"# Net_sim_path: \"", kol_path(net->sim_path), "\" "});
+    kol_reject(words, 3, nkeyword, keyword, not_in_design);
+    kol_show({"# !! net_name : \"", tm_view(name), "\" "});
+}
+
+// A sheet that is not the level's is refused with the words of LIST.
+bool may_report(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    const kol_rejection_t wrong =
+        kol_context_file() == 0 ? no_context_sheet : kol_check_level_sheet(level_words);
+    const bool is_other_sheet = wrong.error == level_words.no_sheet.error;
+    if (wrong) kol_reject(is_other_sheet ? " LIST " : words, 3, nkeyword, keyword, wrong);
+    return !wrong;
+}
+
+}  // namespace
+
+void kol_status_net_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    if (!may_report(nkeyword, keyword)) return;
+    const tm_file_index_t file = kol_level_file();
+    bool any = false;
+    for (const std::int16_t net : tm_nets(file)) {
+        if (!has_selected_segment(file, net)) continue;
+        any = true;
+        report_net(file, net, nkeyword, keyword);
+    }
+    if (!any) return kol_reject(words, 3, nkeyword, keyword, none_selected);
+    kol_echo(words, 3, nkeyword, keyword);
+}

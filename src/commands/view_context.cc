@@ -1,0 +1,90 @@
+// VIEW ALL and VIEW AREA on the Context page; VIEW INSTANCE, VIEW NET and VIEW PIN, which find things by
+// name.
+#include "commands/found_objects.h"
+#include "commands/handlers.h"
+#include "commands/marks.h"
+#include "commands/sheet.h"
+#include "commands/sheet_pages.h"
+#include "commands/view_rules.h"
+#include "foundation/shell.h"
+#include "schematic/select.h"
+#include "schematic/sheet_file.h"
+
+namespace {
+
+constexpr std::string_view all_words = " VIEw ALl ";
+constexpr std::string_view area_words = " VIEw ARea ";
+
+struct view_t {
+    std::string_view words;
+    kol_find_objects_t find;
+    kol_rejection_t not_found;
+};
+constexpr view_t instance_view{
+    " VIEw INStance ", kol_find_instances, {"# !! Error : Instance not found on this sheet ? "}};
+constexpr view_t net_view{" VIEw NET ", kol_find_nets, {"# !! Error : Net not found on this sheet ? "}};
+constexpr view_t pin_view{" VIEw PIN ", kol_find_pins, {"# !! Error : Pin not found on this sheet ? "}};
+
+bool is_on_page(const view_t& view, const kol_page_t& page, const tm_string_record_t& name) {
+    tm_file_index_t file = 0;
+    if (kol_read_sheet(tm_string(kol_page_directory(page)), file) != kol_sheet_found::yes) return false;
+    const bool found = !view.find(file, name).empty();
+    STATUS_T status;
+    tm_file_close(file, false, status);
+    return found;
+}
+
+// Turns to the first other page of the level's sheet that has the thing; false: none has.
+bool turn_to_page_with(const view_t& view, const tm_string_record_t& name) {
+    if (kol_level_file() == 0 || kol_level_file() != kol_context_file()) return false;
+    const kol_page_t shown = kol_page_of(kol_level_file());
+    for (kol_page_t page{shown.directory}; page.number == 1 || kol_page_exists(page); ++page.number)
+        if (page.number != shown.number && kol_page_exists(page) && is_on_page(view, page, name))
+            return kol_turn_page(page) == kol_sheet_found::yes;
+    return false;
+}
+
+void view_named(const view_t& view, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    if (kol_sheet_or_reject(view.words, 3, nkeyword, keyword) == 0) return;
+    const tm_string_record_t& name = kol_kw(keyword, 3);
+    if (view.find(kol_context_file(), name).empty() && !turn_to_page_with(view, name))
+        return kol_reject(view.words, 3, nkeyword, keyword, view.not_found);
+    const tm_file_index_t file = kol_context_file();
+    std::int32_t count = 0;
+    tm_unselect_all(file, count);
+    kol_select_found(file, view.find(file, name), true);
+    kol_centre_on(file, view.find(file, name));
+    tm_shell.redraw_context();
+    kol_echo(view.words, 3, nkeyword, keyword);
+}
+
+}  // namespace
+
+void kol_view_all_context(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    const tm_file_index_t file = kol_sheet_or_reject(all_words, 3, nkeyword, keyword);
+    if (file == 0) return;
+    tm_view_all(file);
+    tm_shell.redraw_context();
+    tm_display(all_words);
+}
+
+void kol_view_area_context(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    const tm_file_index_t file = kol_sheet_or_reject(area_words, 3, nkeyword, keyword);
+    if (file == 0) return;
+    tm_bounds_t area;
+    if (const kol_rejection_t wrong = kol_marked_area(area))
+        return kol_reject(area_words, 3, nkeyword, keyword, wrong);
+    tm_view_area(file, area);
+    tm_shell.redraw_context();
+    tm_display(area_words);
+}
+
+void kol_view_instance_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    view_named(instance_view, nkeyword, keyword);
+}
+void kol_view_net_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    view_named(net_view, nkeyword, keyword);
+}
+void kol_view_pin_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    view_named(pin_view, nkeyword, keyword);
+}

@@ -1,0 +1,105 @@
+// VIEW SHEET: the top sheet, a sheet outside the hierarchy, another page of the current sheet.
+#include <sys/stat.h>
+
+#include "commands/handlers.h"
+#include "commands/sheet.h"
+#include "commands/sheet_pages.h"
+#include "foundation/context.h"
+#include "foundation/files.h"
+#include "foundation/shell.h"
+#include "schematic/sheet_file.h"
+
+namespace {
+
+constexpr std::string_view words = " VIEw SHEet ";
+constexpr std::string_view page_error = "# !! Error : Page not found ? : ";
+constexpr kol_rejection_t page_invalid{
+    "# !! Error : Invalid page (should be a number, \"Next\" or \"Previous\") ? "};
+constexpr kol_rejection_t no_level_sheet{"# !! Error :  No level sheet VALID for VIEw SHEet PAGE ? "};
+
+constexpr std::string_view errors[] = {
+    "",
+    "# !! Error : Sheet not found ? : ",
+    "# !! Error : Sheet not found or Invalid ? : ",
+    "# !! Error : No Sheet Available ? : ",
+};
+
+void reject_directory(std::int16_t nkeyword, kol_array_keyword_t& keyword, std::string_view error,
+                      std::string_view directory) {
+    kol_reject(words, 3, nkeyword, keyword, kol_rejection_t{error});
+    kol_show({"# !! : \"", directory, "\" "});
+}
+
+bool is_schematic_directory(const tm_string_record_t& directory) {
+    struct stat this_one {
+    }, that_one{};
+    if (stat(tm_resolve_path(directory).c_str(), &this_one) != 0) return false;
+    if (stat(tm_resolve_path(kol_ext.dir_path).c_str(), &that_one) != 0) return false;
+    return this_one.st_dev == that_one.st_dev && this_one.st_ino == that_one.st_ino;
+}
+
+void show_top(tm_file_index_t file) {
+    kol_ext.file_level_cur = kol_ext.file_level_max = 1;
+    kol_ext.view_sheet_done = true;
+    kol_ext.cur_sim_path = tm_string("/");
+    kol_level(1) = {file, tm_file_record(file).file_pathname};
+    kol_show_sheet(file);
+}
+
+void show_aside(tm_file_index_t file) {
+    tm_vext.file_id_views = file;
+    kol_ext.view_sheetaux_done = true;
+    kol_show_sheet(file);
+}
+
+void bring_page_forward() {
+    if (tm_vext.numpage != kol_context_page) tm_shell.show_other_page();
+}
+
+void view_directory(const tm_string_record_t& directory, std::int16_t nkeyword,
+                    kol_array_keyword_t& keyword) {
+    const bool is_top = nkeyword == 2 || is_schematic_directory(directory);
+    auto file = is_top ? kol_level(1).file_index : static_cast<tm_file_index_t>(tm_vext.file_id_views);
+    const kol_sheet_found found = kol_read_sheet(is_top ? kol_ext.dir_path : directory, file);
+    if (found != kol_sheet_found::yes)
+        return reject_directory(nkeyword, keyword, errors[static_cast<std::size_t>(found)],
+                                tm_view(directory));
+    (is_top ? show_top : show_aside)(file);
+    bring_page_forward();
+    kol_echo(words, 3, nkeyword, keyword);
+}
+
+bool read_page(const tm_string_record_t& keyword, kol_page_t& page) {
+    if (kol_begins_with_one_of(keyword, "NP")) {
+        page.number =
+            static_cast<std::int16_t>(page.number + (kol_begins_with_one_of(keyword, "N") ? 1 : -1));
+        return true;
+    }
+    return kol_read_number(keyword, 9999, page.number);
+}
+
+void view_page(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    const tm_file_index_t file = kol_level_file();
+    if (file == 0 || file != tm_vext.file_id_context)
+        return kol_reject(words, 3, nkeyword, keyword, no_level_sheet);
+    kol_page_t page = kol_page_of(file);
+    if (!read_page(kol_kw(keyword, 4), page)) return kol_reject(words, 3, nkeyword, keyword, page_invalid);
+    if (!kol_page_exists(page))
+        return reject_directory(nkeyword, keyword, page_error, kol_page_directory(page));
+    const kol_sheet_found found = kol_turn_page(page);
+    if (found != kol_sheet_found::yes)
+        return reject_directory(nkeyword, keyword, errors[static_cast<std::size_t>(found)],
+                                kol_page_directory(page));
+    bring_page_forward();
+    kol_echo(words, 3, nkeyword, keyword);
+}
+
+}  // namespace
+
+void kol_view_sheet_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    const bool is_page = nkeyword > 2 && tm_const_iden_string("PAGE", kol_kw(keyword, 3));
+    if (is_page && nkeyword == 4) return view_page(nkeyword, keyword);
+    if (nkeyword > 3) return kol_reject(words, 3, nkeyword, keyword, kol_count_invalid);
+    if (nkeyword == 2) return view_directory(kol_ext.dir_path, nkeyword, keyword);
+    view_directory(kol_sheet_directory(tm_view(kol_keyword_text(kol_kw(keyword, 3)))), nkeyword, keyword);
+}
