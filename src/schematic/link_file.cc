@@ -3,7 +3,6 @@
 #include <charconv>
 #include <string>
 
-#include "foundation/files.h"
 #include "foundation/numbers.h"
 #include "schematic/whole_file.h"
 
@@ -41,11 +40,8 @@ void tm_read_tm_link(const tm_string_record_t& link_pathname, tm_string_record_t
                      bool& link_found) {
     link_value = {};
     link_found = false;
-    std::FILE* opened = nullptr;
-    bool open_ok = false;
-    if (tm_is_path_usable(link_pathname)) tm_popen_file(link_pathname, 'R', true, opened, open_ok);
-    if (!open_ok) return;
-    const tm_stream file(opened);
+    const tm_stream file = tm_open_to_read(link_pathname);
+    if (file == nullptr) return;
     const int first = std::getc(file.get());
     if (first == EOF) {
         ++tm_vext.num_errors;

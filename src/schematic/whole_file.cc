@@ -1,10 +1,9 @@
 #include "schematic/whole_file.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
-
-#include "foundation/files.h"
 
 namespace {
 
@@ -19,19 +18,23 @@ bool write_stream(const std::string& path, const std::string& bytes) {
     return std::fclose(file.release()) == 0 && is_written;
 }
 
+bool is_usable(const tm_string_record_t& pathname) {
+    return static_cast<std::size_t>(pathname.len) < path_cut && tm_resolve_path(pathname).size() < path_cut;
+}
+
 }  // namespace
 
-bool tm_is_path_usable(const tm_string_record_t& pathname) {
-    return static_cast<std::size_t>(pathname.len) < path_cut && tm_resolve_path(pathname).size() < path_cut;
+tm_stream tm_open_to_read(const tm_string_record_t& pathname) {
+    const std::string path = tm_resolve_path(pathname);
+    struct stat info {};
+    const bool is_file = is_usable(pathname) && stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+    return tm_stream(is_file ? std::fopen(path.c_str(), "r") : nullptr);
 }
 
 bool tm_read_whole(const tm_string_record_t& pathname, std::string& bytes) {
     bytes.clear();
-    std::FILE* opened = nullptr;
-    bool open_ok = false;
-    if (tm_is_path_usable(pathname)) tm_popen_file(pathname, 'R', true, opened, open_ok);
-    if (!open_ok) return false;
-    const tm_stream file(opened);
+    const tm_stream file = tm_open_to_read(pathname);
+    if (file == nullptr) return false;
     for (std::size_t got = read_step; got == read_step && bytes.size() <= tm_sheet_file_max;) {
         const std::size_t had = bytes.size();
         bytes.resize(had + read_step);
@@ -42,7 +45,7 @@ bool tm_read_whole(const tm_string_record_t& pathname, std::string& bytes) {
 }
 
 bool tm_write_whole(const tm_string_record_t& pathname, const std::string& bytes) {
-    if (!tm_is_path_usable(pathname)) return false;
+    if (!is_usable(pathname)) return false;
     const std::string path = tm_resolve_path(pathname);
     const std::string beside = path + ".new";
     if (write_stream(beside, bytes) && std::rename(beside.c_str(), path.c_str()) == 0) return true;

@@ -3,13 +3,13 @@
 
 #include <string>
 
-#include "foundation/strings.h"
+#include "foundation/files.h"
 
 inline constexpr std::size_t tm_sheet_file_max = 16 << 20;  // bytes; no sheet comes near
 
+// Opens an ordinary file for reading; null when there is none.
+tm_stream tm_open_to_read(const tm_string_record_t& pathname);
 // False: the file cannot be opened, or is longer than a sheet can be.
 bool tm_read_whole(const tm_string_record_t& pathname, std::string& bytes);
 // Writes a file beside the path and renames it.  False: nothing has changed at the path.
 bool tm_write_whole(const tm_string_record_t& pathname, const std::string& bytes);
-// Whether the path is short enough to be used as it stands.
-bool tm_is_path_usable(const tm_string_record_t& pathname);
