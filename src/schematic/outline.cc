@@ -7,7 +7,7 @@
 namespace {
 
 constexpr double full_circle = 360 * 64;  // angles are 1/64 degree
-constexpr double least_pieces = 8, most_pieces = 4096;
+constexpr double least_pieces = 16, most_pieces = 4096;
 
 struct arc_t {
     tm_spot_t center;
@@ -15,7 +15,7 @@ struct arc_t {
 };
 
 void add_arc(const arc_t& arc, double tolerance, std::vector<tm_spot_t>& points) {
-    const double deviation = std::min(tolerance / 8 / std::max(arc.rad, 1.0), 1.0);
+    const double deviation = std::min(tolerance / 16 / std::max(arc.rad, 1.0), 1.0);
     const double circle = std::clamp(std::numbers::pi / std::acos(1 - deviation), least_pieces, most_pieces);
     const double extent = std::clamp(arc.extent, -full_circle, full_circle);
     const int pieces = std::max(static_cast<int>(std::ceil(circle * std::abs(extent) / full_circle)), 1);

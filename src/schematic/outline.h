@@ -19,6 +19,6 @@ struct tm_outline_t {
 
 tm_colour tm_palette_colour(std::int8_t index);
 tm_pen tm_pen_of(std::int8_t colour, std::int16_t style, std::int8_t width = 1);
-// False when the object is no primitive with an outline.  Curves leave their true course by an eighth of the
-// tolerance at most, as long as 4096 pieces to the circle suffice.
+// False when the object is no primitive with an outline.  Curves leave their true course by a sixteenth of
+// the tolerance at most, as long as 4096 pieces to the circle suffice.
 bool tm_outline(const tm_object_gene_rec_t& object, double tolerance, tm_outline_t& outline);

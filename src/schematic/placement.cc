@@ -44,6 +44,7 @@ struct box_of_tree {
     const tm_reader_t& reader;
     tm_box_t& box;
     bool with_texts = true;
+    bool with_instances = true;  // not within symbols, so that none can hold itself
     tm_outline_t outline{};
 
     bool operator()(const tm_object_gene_rec_t& object);
@@ -64,6 +65,7 @@ private:
 bool box_of_tree::operator()(const tm_object_gene_rec_t& object) {
     switch (object.object_type) {
         case tm_type_instance: {
+            if (!with_instances) return false;
             const auto& instance = static_cast<const tm_object_instance_rec_t&>(object);
             tm_enclose(box, tm_place(tm_placement(instance), tm_symbol_box(reader, instance.symbol)));
             return false;
@@ -189,7 +191,7 @@ tm_box_t tm_symbol_box(const tm_reader_t& reader, std::int16_t symbol, bool with
     tm_box_t box;
     const tm_object_gene_rec_t* const top = reader.record<tm_type_symbol>(symbol);
     if (top == nullptr) return box;
-    box_of_tree visit{reader, box, with_texts};
+    box_of_tree visit{reader, box, with_texts, false};
     tm_for_shown_tree(reader, *top, visit);
     return box;
 }

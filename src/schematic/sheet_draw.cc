@@ -210,7 +210,11 @@ private:
         property_list own;
         if (pin < instance.pins.size()) gather_properties(sheet.reader, *instance.pins[pin], own);
         ++pin;
-        draw_children(sheet, object, {holder.placement, holder.is_selected, &own}, 0);
+        const holder_t pin_holder{holder.placement, holder.is_selected, &own};
+        tm_for_shown_children(sheet.reader, object, [&](const tm_object_gene_rec_t& child) {
+            if (child.object_type == tm_type_property_2d)
+                draw_property(sheet, static_cast<const tm_object_property_rec_t&>(child), pin_holder);
+        });
     }
 };
 
@@ -263,7 +267,6 @@ void draw_tree(sheet_t& sheet, const tm_object_gene_rec_t& object, const holder_
 }  // namespace
 
 void tm_draw_sheet(tm_file_index_t file_index, const tm_viewport_t& viewport, tm_canvas& canvas) {
-    if (!tm_vext.display_on) return;
     sheet_t sheet{tm_reader_t(file_index), tm_drawing_t(viewport)};
     if (sheet.reader.file == nullptr) return;
     const auto* main = sheet.reader.object(sheet.reader.file->primary_object);

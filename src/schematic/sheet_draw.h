@@ -16,5 +16,5 @@
 
 inline constexpr std::int32_t tm_least_text = 4, tm_bus_width = 3;
 
-// Nothing while tm_vext.display_on is off.  The canvas is not cleared.
+// The canvas is not cleared.  Whether the display is on is for the caller to know.
 void tm_draw_sheet(tm_file_index_t file_index, const tm_viewport_t& viewport, tm_canvas& canvas);

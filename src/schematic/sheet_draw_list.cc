@@ -19,8 +19,14 @@ bool is_inside(const window_t& window, const tm_spot_t& at) {
     return at.x >= window.xmin && at.x <= window.xmax && at.y >= window.ymin && at.y <= window.ymax;
 }
 
+constexpr double most_pixel = 1e9;
+
+// The pixel of a place; the ends of a large text may lie where no pixel can be counted.
 tm_pixel whole(const tm_spot_t& at) {
-    return {static_cast<std::int32_t>(std::floor(at.x)), static_cast<std::int32_t>(std::floor(at.y))};
+    const auto pixel = [](double value) {
+        return static_cast<std::int32_t>(std::clamp(std::floor(value), -most_pixel, most_pixel));
+    };
+    return {pixel(at.x), pixel(at.y)};
 }
 
 std::uint32_t order_of(tm_layer layer, const tm_pen& pen) {

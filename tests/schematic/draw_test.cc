@@ -1,7 +1,9 @@
 #include <cmath>
 #include <iterator>
+#include <limits>
 
 #include "schematic/outline.h"
+#include "schematic/pick.h"
 #include "schematic/wired_sheet.h"
 
 namespace {
@@ -117,9 +119,6 @@ TEST_F(drawn_sheet, hidden_and_deleted_objects_are_left_out_with_all_they_contai
     EXPECT_EQ(draw(), lines{"line white 0 1: 10,80 20,80"});
     set_status(frame, tm_object_is_unvisible);
     EXPECT_EQ(draw(), lines{});
-    set_status(frame, 0);
-    tm_vext.display_on = false;
-    EXPECT_EQ(draw(), lines{});
 }
 
 TEST_F(drawn_sheet, selected_objects_are_white_and_wider_and_texts_are_boxed) {
@@ -193,6 +192,37 @@ TEST_F(drawn_sheet, lines_and_fillings_far_beyond_the_canvas_are_cut) {
     for (std::size_t i = 0; i < std::size(begins); ++i)
         EXPECT_TRUE(canvas.drawn[i].starts_with(begins[i])) << canvas.drawn[i];
     EXPECT_LE(canvas.largest, 2100);
+}
+
+// Whatever numbers a file holds, no coordinate overflows and no symbol holds itself.
+TEST_F(wired_sheet, wild_numbers_keep_the_picture_in_bounds) {
+    constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
+    constexpr std::int32_t values[] = {-most - 1, -most, -1, 0, most};
+    std::int16_t type = 0;
+    STATUS_T status;
+    close();  // the main object
+    tm_object_open(file, symbol, type, status);
+    open_objects.push_back(symbol);
+    const std::int16_t arc = add(tm_type_arc3p_2d,
+                                 [&] {
+                                     tm_arc3p_2dreal(0, 7, {0, 0}, {k, 0}, {0, k}, bounds);
+                                 },
+                                 {0, 0});
+    add(tm_type_instance, [&] { tm_instance(symbol, 1, true); });
+    for (const std::int32_t x : values)
+        for (const std::int32_t y : values) {
+            tm_object(file, corner).origin = tm_object(file, instance).origin = {x, y};
+            tm_object_as<tm_type_property_2d>(file, own).height = x;
+            tm_object_as<tm_type_property_2d>(file, own).rotate = static_cast<std::int8_t>(y);
+            auto& curve = tm_object_as<tm_type_arc3p_2d>(file, arc);
+            curve.center = {y, x};
+            curve.rad = curve.angle1 = curve.angle2 = x;
+            for (const tm_viewport_t& viewport :
+                 {tm_fit({0, 0, 0, 0}, 100, 100), tm_fit({x, y, y, x}, 100, 100)})
+                draw(viewport);
+            EXPECT_LE(canvas.largest, 2200) << x << ' ' << y;
+            EXPECT_EQ(tm_nearest(file, tm_family::frame, tm_fit({x, y, y, x}, 100, 100), {y, x}), 0);
+        }
 }
 
 TEST_F(drawn_sheet, grid_dots_stand_on_the_grid_and_are_thinned_when_dense) {
