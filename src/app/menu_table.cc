@@ -18,16 +18,22 @@ namespace {
 constexpr const char* help_simulation =
     "Simulating an expanded schematic\n\n"
     "1. Give the inputs values:      FORCE name value time, CLOCK PERIOD time\n"
-    "2. Choose what is shown:        LIST name ..., DEFINE BUS name ...\n"
+    "2. Choose what is shown:        LIST B name ..., TRACE name ..., DEFINE BUS C bus name ...\n"
     "3. Let time pass:               RUN time\n"
     "4. Read the Results page, or write the table to a file:  WRITE LIST\n\n"
     "Commands are typed in the command entry or read from a file:  DO file\n"
     "HELP lists the commands. QUIT ends the session.\n";
 constexpr const char* help_results =
     "Viewing simulation results\n\n"
-    "The Results page shows the listed signals as a table over time (VIEW WINDOW LIST)\n"
-    "or the traced signals as waveforms (VIEW WINDOW TRACE).\n"
-    "The arrow keys move through time: up and down in the list, left and right in the trace.\n\n"
+    "LIST B name ...      adds signals to the table of values\n"
+    "TRACE name ...       adds signals to the waveforms\n"
+    "VIEW WINDOW LIST     shows the table          (F5)\n"
+    "VIEW WINDOW TRACE    shows the waveforms      (F4)\n\n"
+    "Zoom in    draw a rectangle over the waveforms with the left button\n"
+    "Zoom out   VIEW ALL  (<Shift>F12),  SCALE TRACE TIME time  (<Shift>F4)\n"
+    "Move       arrow keys over the page: up and down in the table, left and right\n"
+    "           in the waveforms;  VIEW TIME TRACE time  (F6),  VIEW TIME LIST time  (F7)\n"
+    "Plot       PLOT TRACE file,  HARDCOPY file   (.png, .svg, .pdf, HP-GL)\n\n"
     "POP goes from the Results page to the Context page and back.\n";
 
 // clang-format off

@@ -225,8 +225,17 @@ void settle() {
     }
 }
 
+// A resize keeps what the pages show until it has been drawn anew.
+void keep_pictures() {
+    XSetWindowAttributes attributes{};
+    attributes.bit_gravity = NorthWestGravity;
+    for (Widget area : tm_window.drawarea)
+        XChangeWindowAttributes(tm_window.dpy, XtWindow(area), CWBitGravity, &attributes);
+}
+
 void show_window() {
     XtRealizeWidget(tm_window.top_window);
+    keep_pictures();
     x_canvas_open();
     pages_create_pixmaps();
     settle();

@@ -13,6 +13,8 @@ inline constexpr kol_rejection_t kol_no_area_marked{"# !! Error : No area marked
 tm_point_t kol_pointer();
 // One corner: the first of a new area, or the second of the area that has one.
 void kol_mark_corner(tm_point_t corner);
+// Picks the signal of the Results page at the pointer (kol_ext.signal_position), which MOVE SIGNAL moves.
+void kol_mark_signal();
 // The whole area.
 void kol_mark_area(tm_point_t first, tm_point_t second);
 // Takes the marked area of the page that is shown, its second corner being the pointer when only one is

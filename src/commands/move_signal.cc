@@ -5,6 +5,7 @@
 
 #include "commands/handlers.h"
 #include "commands/keyword.h"
+#include "commands/marks.h"
 #include "commands/view_rules.h"
 #include "foundation/context.h"
 #include "foundation/numbers.h"
@@ -101,6 +102,10 @@ bool exchange_in_view(const move_t& move) {
 }
 
 }  // namespace
+
+void kol_mark_signal() {
+    kol_ext.signal_position = kol_ext.list_or_trace ? column_under_pointer() : row_under_pointer();
+}
 
 void kol_move_signal_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
     move_t move;
