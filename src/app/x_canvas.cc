@@ -63,14 +63,14 @@ std::vector<XPoint>& points_of(std::span<const tm_pixel> points) {
     return made;
 }
 
-// Lines of one pixel have width 0, which servers draw fastest.
+// Lines of one pixel have width 0, which servers draw fastest; wide ones reach far enough to join at corners.
 void set_line(tm_dash dash, std::int32_t width) {
     static tm_pen current{tm_colour::black, tm_dash::solid, 0};
     if (current.dash == dash && current.width == width) return;
     current = {tm_colour::black, dash, width};
     const dash_row& row = dashes[static_cast<std::size_t>(dash)];
     XSetLineAttributes(tm_window.dpy, tm_window.our_gc, width > 1 ? static_cast<unsigned>(width) : 0,
-                       row.line_style, CapButt, JoinMiter);
+                       row.line_style, width > 1 && row.length == 0 ? CapProjecting : CapButt, JoinMiter);
     if (row.length > 0) XSetDashes(tm_window.dpy, tm_window.our_gc, 0, row.pattern.data(), row.length);
 }
 
