@@ -10,6 +10,7 @@
 #include "foundation/status.h"
 #include "kernel/context.h"
 #include "netlist/design_file.h"
+#include "schematic/sheet_file.h"
 
 namespace {
 
@@ -30,6 +31,12 @@ void close_sheets() {
     }
 }
 
+void close_view_file() {
+    const auto file = static_cast<tm_file_index_t>(tm_vext.file_id_views);
+    STATUS_T status;
+    if (kol_ext.view_sheetaux_done && tm_is_file_open(file)) tm_file_close(file, false, status);
+}
+
 void terminate_package() {
     if (!tm_vext.init_done && tm_vext.num_file_open == 0) tm_fatal(init_or_open_file_not_done);
     if (!tm_vext.init_done) return;
@@ -47,6 +54,7 @@ void close_trace_file() {
 void finalize() {
     close_design();
     close_sheets();
+    close_view_file();
     terminate_package();
     close_trace_file();
     const int errors = tm_vext.num_errors;
