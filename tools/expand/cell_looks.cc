@@ -10,7 +10,7 @@ struct look_row {
     std::string_view type;
     sg_form form;
     bool is_inverted;
-    std::string_view model;
+    std::string_view called;
 };
 
 // clang-format off
@@ -50,11 +50,11 @@ constexpr look_row looks[] = {
 // clang-format on
 
 // "$_DFFE_PN_" of the family "$_DFFE_" is a DFFE.
-std::string model_of(std::string_view family) {
-    std::string model;
+std::string called(std::string_view family) {
+    std::string text;
     for (const char c : family)
-        if (c != '$' && c != '_') model += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    return model;
+        if (c != '$' && c != '_') text += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    return text;
 }
 
 bool is_one_input(std::string_view type) { return type.starts_with("$reduce_") || type == "$logic_not"; }
@@ -65,9 +65,9 @@ xp_cell_look xp_look_of(std::string_view type, std::size_t input_bits) {
     for (const look_row& row : looks) {
         if (row.type != type) continue;
         const bool is_buffer = input_bits == 1 && is_one_input(type);
-        return {is_buffer ? buffer : row.form, row.is_inverted, std::string(row.model)};
+        return {is_buffer ? buffer : row.form, row.is_inverted, std::string(row.called)};
     }
     xp_timed_form form;
     const xp_timed_row* timed = xp_find_timed(type, form);
-    return {box, false, model_of(timed != nullptr ? timed->name : type)};
+    return {box, false, called(timed != nullptr ? timed->name : type)};
 }

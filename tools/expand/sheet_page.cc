@@ -30,7 +30,7 @@ struct page_net {
 struct box_tag {  // a tag that is a box of the layout
     sg_tag_kind kind = sg_tag_kind::input;
     std::int32_t net = 0;
-    std::string name;
+    std::string port;  // when its name is not the net's
 };
 
 struct pager {
@@ -170,15 +170,22 @@ constexpr bool points_right(sg_tag_kind kind) {  // stands left of the net
     return kind == sg_tag_kind::input || kind == sg_tag_kind::from_page;
 }
 
-void add_tag_box(pager& p, sg_tag_kind kind, std::int32_t net, const std::string& name) {
+// Beside a tag, for the name of a port that is not its net's.
+std::int32_t port_room(const std::string& port) {
+    return port.empty() ? 0 : sg_text_width(port.size() + 1, sg_tag_text);
+}
+
+void add_tag_box(pager& p, sg_tag_kind kind, std::int32_t net, const std::string& port = {}) {
+    const std::string& name = p.plan.nets[at(net)].name;
+    const std::string other = port == name ? "" : port;
     sg_box box;
     const bool is_source = points_right(kind);
     box.place = is_source ? sg_place::first : kind == sg_tag_kind::to_page ? sg_place::inner : sg_place::last;
     box.above = box.below = box.place == sg_place::inner ? tag_half + 1000 : tag_half;
-    (is_source ? box.margin_left : box.margin_right) = sg_tag_room(name.size());
+    (is_source ? box.margin_left : box.margin_right) = sg_tag_room(name.size()) + port_room(other);
     box.pins.push_back({p.nets[at(net)].look == style::wires ? net : -1, 0, is_source});
     p.graph.boxes.push_back(box);
-    p.tags.push_back({kind, net, name});
+    p.tags.push_back({kind, net, other});
 }
 
 sg_tag_kind kind_of(xp_direction direction) {
@@ -197,8 +204,8 @@ void add_tags(pager& p) {
     for (std::size_t net = 0; net < p.nets.size(); ++net) {
         if (p.nets[net].look != style::wires) continue;
         const auto index = static_cast<std::int32_t>(net);
-        if (p.nets[net].wants_from) add_tag_box(p, sg_tag_kind::from_page, index, p.plan.nets[net].name);
-        if (p.nets[net].wants_to) add_tag_box(p, sg_tag_kind::to_page, index, p.plan.nets[net].name);
+        if (p.nets[net].wants_from) add_tag_box(p, sg_tag_kind::from_page, index);
+        if (p.nets[net].wants_to) add_tag_box(p, sg_tag_kind::to_page, index);
     }
 }
 
@@ -209,6 +216,10 @@ sg_point pin_place(const pager& p, const pin_ref& ref) {
     const sg_point& pin =
         p.drawing.symbols[at(p.drawing.instances[at(ref.cell)].symbol)].shape.pin_at[at(ref.pin)];
     return {origin.x + pin.x, origin.y + pin.y};
+}
+
+sg_drawn_net& drawn_net(pager& p, std::size_t net) {
+    return p.drawing.nets[at(p.plan.nets[net].id - p.drawing.nets.front().id)];
 }
 
 void draw_stubs(pager& p, std::size_t index, sg_drawn_net& drawn) {
@@ -222,14 +233,21 @@ void draw_stubs(pager& p, std::size_t index, sg_drawn_net& drawn) {
         }
 }
 
+void add_port_name(sg_drawn_net& net, const sg_drawn_tag& tag, const std::string& port) {
+    if (port.empty()) return;
+    const std::int32_t tag_room = sg_tag_room(tag.name.size()), gap = sg_tag_text * 3 / 10;
+    const std::int32_t x =
+        tag.at.x + (points_right(tag.kind) ? gap - tag_room - port_room(port) : tag_room + gap);
+    net.ports.push_back({port, {{x, tag.at.y - sg_tag_text / 2}, sg_tag_text, true}});
+}
+
 void draw_box_tags(pager& p) {
     for (std::size_t i = 0; i < p.tags.size(); ++i) {
-        const box_tag& tag = p.tags[i];
         const sg_point origin = p.layout.origins[p.cells.size() + i];
-        p.drawing.tags.push_back({tag.kind, origin, tag.name});
-        if (p.nets[at(tag.net)].look == style::wires) continue;
-        for (sg_drawn_net& net : p.drawing.nets)
-            if (net.is_here && net.id == p.plan.nets[at(tag.net)].id) net.points.push_back(origin);
+        sg_drawn_net& net = drawn_net(p, at(p.tags[i].net));
+        p.drawing.tags.push_back({p.tags[i].kind, origin, net.name});
+        add_port_name(net, p.drawing.tags.back(), p.tags[i].port);
+        if (p.nets[at(p.tags[i].net)].look != style::wires) net.points.push_back(origin);
     }
 }
 
@@ -291,7 +309,7 @@ void label_nets(pager& p) {
     sg_obstacles obstacles = obstacles_of(p);
     for (std::size_t i = 0; i < p.nets.size(); ++i) {
         if (p.nets[i].look != style::wires) continue;
-        sg_drawn_net& net = p.drawing.nets[at(p.plan.nets[i].id - p.drawing.nets.front().id)];
+        sg_drawn_net& net = drawn_net(p, i);
         net.label.height = sg_pin_text;
         const std::int32_t width = sg_text_width(net.name.size(), sg_pin_text);
         const bool is_named_by_tag = !p.nets[i].ports.empty() || p.nets[i].wants_from || p.nets[i].wants_to;

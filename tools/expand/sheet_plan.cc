@@ -21,6 +21,7 @@ struct planner {
     std::vector<owner> owners;                         // by bit
     std::map<std::int32_t, std::int32_t> scalar_nets;  // sheet net by bit or constant
     std::map<std::uint32_t, std::int32_t> bus_nets;    // sheet net by vector
+    std::map<std::uint32_t, xp_model> models;          // by cell: of the gate that drives its output
 };
 
 const xp_module& module_of(const planner& p) { return p.netlist.modules[p.module]; }
@@ -199,7 +200,9 @@ void add_primitive(planner& p, xp_sheet_cell& drawn) {
     const xp_cell_look look = xp_look_of(cell.type, input != nullptr ? input->bits.count : 0);
     drawn.kind.form = look.form;
     drawn.kind.is_inverted = look.is_inverted;
-    drawn.kind.model = look.model;
+    const auto model = p.models.find(drawn.cell);
+    if (model != p.models.end()) drawn.kind.model = xp_model_names[static_cast<std::size_t>(model->second)];
+    if (look.type != drawn.kind.model) drawn.kind.type = look.type;
     std::vector<port_look> ports;
     xp_timed_form form;
     if (const xp_timed_row* row = xp_find_timed(cell.type, form); row != nullptr) {
@@ -220,6 +223,11 @@ void add_module(planner& p, xp_sheet_cell& drawn, const xp_child& child) {
     std::vector<std::string_view> names;
     for (const xp_port& port : p.netlist.modules[child.module].ports) names.push_back(port.name);
     add_ports(p, drawn, ports, names);
+}
+
+void find_models(planner& p) {
+    for (const xp_part& part : body_of(p).parts)
+        p.models[part.cell] = body_of(p).gates[part.first_gate + part.gate_count - 1].model;
 }
 
 void add_cells(planner& p) {
@@ -329,9 +337,10 @@ xp_bus_table xp_find_buses(const xp_flat& flat) {
 
 void xp_plan_sheet(const xp_flat& flat, const xp_bus_table& buses, std::uint32_t module,
                    const std::string constant_names[xp_constants], xp_sheet_plan& plan) {
-    planner p{flat, *flat.netlist, buses, module, constant_names, plan, {}, {}, {}, {}};
+    planner p{flat, *flat.netlist, buses, module, constant_names, plan, {}, {}, {}, {}, {}};
     plan.title = xp_clean_name(module_of(p).name);
     name_bits(p);
+    find_models(p);
     add_cells(p);
     add_module_ports(p);
     join_bits(p);

@@ -68,6 +68,6 @@ bool xp_number_nets(xp_sheet_plan& plan, std::int32_t first_id, std::int32_t las
 struct xp_cell_look {
     sg_form form = sg_form::box;
     bool is_inverted = false;
-    std::string model;
+    std::string type;  // what it is called
 };
 xp_cell_look xp_look_of(std::string_view type, std::size_t input_bits);

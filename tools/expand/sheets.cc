@@ -156,7 +156,8 @@ std::string symbol_path(draughtsman& d, const xp_sheet_cell& cell) {
     }
     const auto [known, is_new] = d.primitives.try_emplace(sg_key(cell.kind));
     if (is_new) {
-        known->second = free_folder(d, cell.kind.model, std::string(symbol_folder) + "/");
+        known->second = free_folder(d, cell.kind.type.empty() ? cell.kind.model : cell.kind.type,
+                                    std::string(symbol_folder) + "/");
         write_symbol(d, cell.kind, known->second);
         known->second += "/symbol.tm_1";
     }

@@ -21,6 +21,11 @@ struct sg_drawn_instance {
     std::vector<std::int16_t> pin_net;  // by pin, 0 for none
 };
 
+struct sg_drawn_name {
+    std::string name;
+    sg_words words;
+};
+
 struct sg_drawn_net {
     std::int16_t id = 0;
     bool is_here = false;  // else its place is kept for another page
@@ -31,6 +36,7 @@ struct sg_drawn_net {
     std::vector<sg_point> ties;    // where more than two wires meet
     std::vector<sg_point> points;  // that belong to it without a wire
     sg_words label;
+    std::vector<sg_drawn_name> ports;  // PORT: names of ports that are not the net's, beside their tags
 };
 
 enum class sg_tag_kind : std::uint8_t { input, output, inout, from_page, to_page };
@@ -54,5 +60,5 @@ struct sg_drawing {
 
 // The room that a tag's pennant takes beside its origin.
 constexpr std::int32_t sg_tag_room(std::size_t characters) {
-    return sg_text_width(characters, sg_text) + 10000;
+    return sg_text_width(characters, sg_tag_text) + 10000;
 }

@@ -45,7 +45,8 @@ inline std::int32_t sg_row(const sg_layered& l, const sg_terminal& terminal) {
 // Places the nodes of a rank in their order as near to where each wants to be as their extents allow.
 void sg_spread_rank(sg_layered& l, const std::vector<std::int32_t>& rank, const std::vector<double>& wanted,
                     const std::vector<double>& weight);
-void sg_choose_ranks(sg_layered& l);
+// shape: the most that the boxes of a rank may be high, to the width of the page.
+void sg_choose_ranks(sg_layered& l, double shape);
 void sg_make_nodes(sg_layered& l);
 void sg_order_ranks(sg_layered& l);
 void sg_place_nodes(sg_layered& l);

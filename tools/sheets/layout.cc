@@ -5,6 +5,9 @@
 
 namespace {
 
+constexpr double page_shapes[] = {0.7, 0.45, 0.3, 0.2};  // tried in turn
+constexpr double window_shape = 1.6;                     // width to height of where sheets are shown
+
 std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 
 struct drafting {
@@ -141,11 +144,7 @@ void find_extent(sg_layout& layout, const sg_graph& graph) {
     if (graph.boxes.empty()) layout.extent = {0, 0, 0, 0};
 }
 
-}  // namespace
-
-void sg_lay_out(const sg_graph& graph, sg_layout& layout) {
-    sg_layered l{graph, {}, 0, {}, {}, {}};
-    sg_choose_ranks(l);
+void lay_out_ranks(sg_layered& l, sg_layout& layout) {
     sg_make_nodes(l);
     sg_order_ranks(l);
     sg_place_nodes(l);
@@ -153,5 +152,27 @@ void sg_lay_out(const sg_graph& graph, sg_layout& layout) {
     choose_columns(d);
     place_boxes(d);
     draw_wires(d);
-    find_extent(layout, graph);
+    find_extent(layout, l.graph);
+}
+
+// What decides how large a page is shown: its width, or its height as far as that asks for more.
+double size_shown(const sg_layout& layout) {
+    const sg_rectangle& e = layout.extent;
+    return std::max(static_cast<double>(e.xmax) - e.xmin,
+                    window_shape * (static_cast<double>(e.ymax) - e.ymin));
+}
+
+}  // namespace
+
+void sg_lay_out(const sg_graph& graph, sg_layout& layout) {
+    std::int32_t last_count = 0;
+    for (const double shape : page_shapes) {
+        sg_layered l{graph, {}, 0, {}, {}, {}};
+        sg_choose_ranks(l, shape);
+        if (l.rank_count == last_count) continue;
+        last_count = l.rank_count;
+        sg_layout tried;
+        lay_out_ranks(l, tried);
+        if (layout.origins.empty() || size_shown(tried) < size_shown(layout)) layout = std::move(tried);
+    }
 }

@@ -79,7 +79,22 @@ std::vector<std::vector<pull>> pulls_on(const sg_layered& l, std::int32_t rank, 
     return pulls;
 }
 
-// What nothing pulls stays beside what stands above it.
+double middle(const sg_layered& l) {
+    double sum = 0;
+    for (const sg_node& node : l.nodes) sum += node.y;
+    return sum / static_cast<double>(l.nodes.size());
+}
+
+// Where a node that nothing pulls goes: beside the one above it, else the first below it that is pulled, else
+// to the middle of the page.
+double beside_others(const sg_layered& l, const std::vector<std::int32_t>& nodes,
+                     const std::vector<double>& wanted, std::vector<std::vector<pull>>& pulls) {
+    if (!wanted.empty()) return wanted.back();
+    for (const std::int32_t node : nodes)
+        if (!pulls[at(node)].empty()) return mean(pulls[at(node)]);
+    return middle(l);
+}
+
 void place_rank(sg_layered& l, std::int32_t rank, int which) {
     const std::vector<std::int32_t>& nodes = l.ranks[at(rank)];
     std::vector<std::vector<pull>> pulls = pulls_on(l, rank, which);
@@ -87,7 +102,7 @@ void place_rank(sg_layered& l, std::int32_t rank, int which) {
     for (const std::int32_t node : nodes) {
         const double now = l.nodes[at(node)].y;
         std::vector<pull>& own = pulls[at(node)];
-        wanted.push_back(own.empty()                         ? (wanted.empty() ? now : wanted.back())
+        wanted.push_back(own.empty()                         ? beside_others(l, nodes, wanted, pulls)
                          : which == (from_left | from_right) ? median(own, now)
                                                              : mean(own));
         weight.push_back(own.empty() ? 0.01 : l.nodes[at(node)].box < 0 ? row_weight : box_weight);

@@ -6,7 +6,6 @@
 namespace {
 
 constexpr std::int32_t rank_pitch = 110'000;  // what a rank with its channel takes about
-constexpr double page_shape = 0.45;           // height of the boxes of a rank to the width of the page
 constexpr std::int32_t depth_least = 8;       // ranks up to which registers may follow registers
 
 struct edge {
@@ -172,13 +171,13 @@ std::int32_t fill_ranks(const ranking& r, const std::vector<std::int32_t>& order
     return current;
 }
 
-// The fewest ranks with which the page keeps its shape.
-std::int32_t shape_page(const ranking& r, const std::vector<std::int32_t>& order,
+// The fewest ranks with which none is higher than the shape allows for the width.
+std::int32_t shape_page(const ranking& r, double shape, const std::vector<std::int32_t>& order,
                         std::vector<std::int32_t>& rank) {
     const std::vector<std::int32_t> ahead = ways_ahead(r, order);
     std::int32_t wanted = 1 + (ahead.empty() ? 0 : *std::max_element(ahead.begin(), ahead.end()));
     for (std::int32_t tries = 0;; ++tries) {
-        const auto limit = static_cast<std::int32_t>(page_shape * rank_pitch * (wanted + tries + 1));
+        const auto limit = static_cast<std::int32_t>(shape * rank_pitch * (wanted + tries + 1));
         const std::int32_t count = fill_ranks(r, order, ahead, limit, rank);
         if (count <= wanted + tries || tries > 200) return count;
     }
@@ -241,12 +240,12 @@ void shorten_wires(const ranking& r, std::int32_t last, std::vector<std::int32_t
 
 }  // namespace
 
-void sg_choose_ranks(sg_layered& l) {
+void sg_choose_ranks(sg_layered& l, double shape) {
     ranking r{l.graph, {}, {}, {}, {}};
     find_ends(r);
     cut_loops(r);
     l.rank_of_box.assign(l.graph.boxes.size(), 0);
-    const std::int32_t inner = shape_page(r, in_order(r), l.rank_of_box);
+    const std::int32_t inner = shape_page(r, shape, in_order(r), l.rank_of_box);
     l.rank_count = inner + 2;
     for (std::size_t box = 0; box < l.graph.boxes.size(); ++box)
         if (l.graph.boxes[box].place == sg_place::last) l.rank_of_box[box] = inner + 1;

@@ -7,7 +7,7 @@ namespace {
 constexpr std::int32_t gate_width = 50000;
 constexpr std::int32_t back = 10000, tip = 40000, half = 15000;  // of a gate's outline
 constexpr std::int32_t bubble = 2500;
-constexpr std::int32_t inst_room = 9000, gap = 1000;
+constexpr std::int32_t inst_room = 10000, gap = 1000;
 
 struct artist {
     const sg_symbol_kind& kind;
@@ -115,7 +115,7 @@ void draw_gate(artist& a) {
     a.s.above = reach + inst_room;
     a.s.below = reach;
     a.s.inst = {{back, reach + gap}, sg_text, true};
-    a.s.model = {{back + 6000, -2000}, 4000, false};
+    a.s.model = a.s.type = {{back + 6000, -2000}, 4000, false};
 }
 
 // ---- multiplexers and switches
@@ -153,7 +153,7 @@ void draw_multiplexer(artist& a) {
         if (pin.is_control) continue;
         const std::int32_t y = pin.is_right ? 0 : pin_row(index++, count);
         a.s.pin_at[i] = {pin.is_right ? gate_width : 0, y};
-        a.s.pin_name[i] = {{pin.is_right ? tip : back + gap, y - 2500}, sg_pin_text, !pin.is_right};
+        a.s.pin_name[i] = {{pin.is_right ? tip : back + gap, y - 3500}, sg_pin_text, !pin.is_right};
         if (pin.is_right)
             lead_out(a, pin, tip, y);
         else
@@ -164,7 +164,7 @@ void draw_multiplexer(artist& a) {
     a.s.above = reach + inst_room;
     a.s.below = -low + 5000;
     a.s.inst = {{back, reach + gap}, sg_text, true};
-    a.s.model = {{back + 8000, -2000}, 4000, false};
+    a.s.model = a.s.type = {{back + 8000, -2000}, 4000, false};
 }
 
 void draw_tristate(artist& a) {
@@ -186,7 +186,7 @@ void draw_tristate(artist& a) {
     a.s.above = half + inst_room;
     a.s.below = -low + 5000;
     a.s.inst = {{back, half + gap}, sg_text, true};
-    a.s.model = {{back + 2000, -2000}, 4000, false};
+    a.s.model = a.s.type = {{back + 2000, -2000}, 4000, false};
 }
 
 // ---- boxes
@@ -208,7 +208,7 @@ void draw_box_pin(artist& a, const sg_pin_kind& pin, std::int32_t y, std::int32_
         path(a, {{back, y + 4000}, {back + 5000, y}, {back, y - 4000}});
         text += 5000;
     }
-    a.s.pin_name.push_back({{text, y - 2500}, sg_pin_text, true});
+    a.s.pin_name.push_back({{text, y - 3500}, sg_pin_text, true});
     if (!pin.is_right) return lead_in(a, pin, y, back);
     line(a, {edge, y}, {a.s.width, y}, pin.is_bus);
 }
@@ -216,7 +216,8 @@ void draw_box_pin(artist& a, const sg_pin_kind& pin, std::int32_t y, std::int32_
 void draw_box(artist& a) {
     const std::int32_t names =
         sg_text_width(longest_name(a.kind, false) + longest_name(a.kind, true) + 2, sg_pin_text);
-    const std::int32_t title = sg_text_width(a.kind.model.size() + 1, sg_text);
+    const std::string& shown = a.kind.type.empty() ? a.kind.model : a.kind.type;
+    const std::int32_t title = sg_text_width(shown.size() + 1, sg_pin_text);
     const std::int32_t inner = up_to_pitch(std::max({names + 4000, title, 30000}));
     const std::int32_t edge = back + inner, top = 15000;
     a.s.width = edge + back;
@@ -228,7 +229,9 @@ void draw_box(artist& a) {
     a.s.above = top + inst_room;
     a.s.below = -bottom + 2000;
     a.s.inst = {{back, top + gap}, sg_text, true};
-    a.s.model = {{back + (inner - sg_text_width(a.kind.model.size(), sg_text)) / 2, 6500}, sg_text, true};
+    const sg_point at{back + (inner - sg_text_width(shown.size(), sg_pin_text)) / 2, 6000};
+    a.s.model = {at, sg_pin_text, a.kind.type.empty()};
+    a.s.type = {at, sg_pin_text, true};
 }
 
 }  // namespace
@@ -248,8 +251,8 @@ void sg_draw_symbol(const sg_symbol_kind& kind, sg_symbol& symbol) {
 }
 
 std::string sg_key(const sg_symbol_kind& kind) {
-    std::string key =
-        std::to_string(static_cast<int>(kind.form)) + (kind.is_inverted ? "!" : ":") + kind.model;
+    std::string key = std::to_string(static_cast<int>(kind.form)) + (kind.is_inverted ? "!" : ":") +
+                      kind.model + "/" + kind.type;
     for (const sg_pin_kind& pin : kind.pins) {
         (key += '|') += pin.name;
         for (const bool flag : {pin.is_right, pin.is_bus, pin.is_clock, pin.is_low, pin.is_control})

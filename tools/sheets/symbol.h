@@ -10,7 +10,8 @@
 
 #include "sheets/layout.h"
 
-inline constexpr std::int32_t sg_text = 6000, sg_pin_text = 5000;  // text heights
+inline constexpr std::int32_t sg_text = 8000, sg_pin_text = 7000;  // heights of INST; of MODEL, PIN, NET
+inline constexpr std::int32_t sg_tag_text = 6000;                  // of tags, as they are drawn
 
 // The width of a text of that height.
 constexpr std::int32_t sg_text_width(std::size_t characters, std::int32_t height) {
@@ -30,7 +31,8 @@ struct sg_pin_kind {
 struct sg_symbol_kind {
     sg_form form = sg_form::box;
     bool is_inverted = false;
-    std::string model;  // MODEL
+    std::string model;  // MODEL: that of the simulator, or the module
+    std::string type;   // TYPE: of the cell, where the model does not say it
     std::vector<sg_pin_kind> pins;
 };
 
@@ -53,7 +55,7 @@ struct sg_words {
 
 struct sg_symbol {
     std::int32_t width = 0, above = 0, below = 0;  // above includes the room for INST
-    sg_words inst, model;
+    sg_words inst, model, type;
     std::vector<sg_point> pin_at;  // by pin of the kind
     std::vector<sg_words> pin_name;
     std::vector<sg_line> lines;

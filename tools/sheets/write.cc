@@ -98,6 +98,8 @@ std::int16_t add_symbol(author& a, const sg_drawn_symbol& symbol) {
                 add_plain(a, tm_type_graphics, {}, [&] {
                     add_plain(a, tm_type_property_family, {}, [&] {
                         add_property(a, "MODEL", symbol.kind.model, symbol.shape.model, {}, shape_colour);
+                        if (!symbol.kind.type.empty())
+                            add_property(a, "TYPE", symbol.kind.type, symbol.shape.type, {}, shape_colour);
                     });
                     add_shapes(a, symbol.shape);
                 });
@@ -131,14 +133,22 @@ void add_page(scribe& s) {
     });
 }
 
+// Of a bus; the nets stand by their ids.
+std::int16_t lowest_label(const sg_drawing& drawing, std::int16_t net) {
+    if (net == 0) return 0;
+    const sg_drawn_net& drawn = drawing.nets[static_cast<std::size_t>(net - drawing.nets.front().id)];
+    return std::min(drawn.start, drawn.end);
+}
+
 void add_pin_family(scribe& s, const sg_drawn_instance& instance, std::size_t pin) {
     const sg_drawn_symbol& symbol = s.drawing.symbols[static_cast<std::size_t>(instance.symbol)];
     const sg_point at{instance.at.x + symbol.shape.pin_at[pin].x, instance.at.y + symbol.shape.pin_at[pin].y};
     const sg_pin_kind& kind = symbol.kind.pins[pin];
     const auto last = static_cast<std::int16_t>(kind.is_bus ? std::abs(kind.start - kind.end) : 0);
     const std::int16_t net = instance.pin_net[pin];
+    const std::int16_t lowest = lowest_label(s.drawing, net);
     const std::int16_t id =
-        add_leaf(s, tm_type_pinpropfam, at, [&] { tm_pinpropfam(net, false, 0, last, 0); });
+        add_leaf(s, tm_type_pinpropfam, at, [&] { tm_pinpropfam(net, false, 0, last, lowest); });
     if (net != 0) s.pin_at.emplace(std::pair(net, at), id);
 }
 
@@ -222,8 +232,11 @@ void fill_net(scribe& s, const sg_drawn_net& net) {
     tm_object_open(s.file, net.id, type, s.status);
     add_vertices(s, net, points);
     add_plain(s, tm_type_graphics, {}, [&] {
-        add_plain(s, tm_type_property_family, {},
-                  [&] { add_property(s, "NET", net.name, net.label, {}, magenta); });
+        add_plain(s, tm_type_property_family, {}, [&] {
+            add_property(s, "NET", net.name, net.label, {}, magenta);
+            for (const sg_drawn_name& port : net.ports)
+                add_property(s, "PORT", port.name, port.words, {}, cyan);
+        });
         for (const sg_wire& wire : net.wires)
             add_leaf(s, tm_type_segment, wire.from, [&] {
                 tm_segment(0, wire_colour, net.is_bus ? bus_width : std::int8_t{1}, points.ids.at(wire.from),
@@ -256,11 +269,12 @@ bool save_file(author& a, std::string& why) {
 
 std::size_t objects_of(const sg_drawn_symbol& symbol) {
     const sg_symbol& shape = symbol.shape;
-    return 6 + shape.lines.size() + shape.arcs.size() + shape.circles.size() + 2 * symbol.kind.pins.size();
+    return 7 + shape.lines.size() + shape.arcs.size() + shape.circles.size() + 2 * symbol.kind.pins.size();
 }
 
 std::size_t objects_of(const sg_drawn_net& net) {
-    return net.is_here ? 5 + 3 * net.wires.size() + net.points.size() : 1;  // at most two vertices a wire
+    return net.is_here ? 5 + 3 * net.wires.size() + net.points.size() + net.ports.size()
+                       : 1;  // at most two vertices a wire
 }
 
 }  // namespace
