@@ -46,7 +46,7 @@ TEST_F(drawn_sheet, texts_on_the_sheet_are_read_upright_and_small_ones_are_lines
     constexpr row rows[] = {
         {0, 10 * k, "text yellow 6x10 r0 50,40: AB"}, {1, 10 * k, "text yellow 6x10 r1 40,50: AB"},
         {2, 10 * k, "text yellow 6x10 r0 38,50: AB"}, {3, 10 * k, "text yellow 6x10 r1 50,62: AB"},
-        {0, 4 * k, "text yellow 2x4 r0 50,46: AB"},   {0, 3 * k, "line yellow 0 1: 50,48 53,48"},
+        {0, 6 * k, "text yellow 3x6 r0 50,44: AB"},   {0, 5 * k, "line yellow 0 1: 50,47 56,47"},
         {1, 3 * k, "line yellow 0 1: 48,50 48,46"},
     };
     std::int16_t last = 0;
@@ -132,14 +132,14 @@ TEST_F(drawn_sheet, selected_objects_are_white_and_wider_and_texts_are_boxed) {
 
 TEST_F(wired_sheet, properties_of_an_instance_and_its_pins_hide_the_symbols) {
     draw();
-    for (const char* shown : {"text yellow 3x5 r0 10,65: AND", "text yellow 3x5 r0 10,75: 1",
-                              "text yellow 3x5 r0 40,85: own", "text yellow 3x5 r0 30,85: B"})
+    for (const char* shown : {"text yellow 3x6 r0 10,64: AND", "text yellow 3x6 r0 10,74: 1",
+                              "text yellow 3x6 r0 40,84: own", "text yellow 3x6 r0 30,84: B"})
         EXPECT_TRUE(has(shown)) << shown << testing::PrintToString(canvas.drawn);
-    for (const char* hidden : {"text yellow 3x5 r0 10,85: OR", "text yellow 3x5 r0 30,85: A"})
+    for (const char* hidden : {"text yellow 3x6 r0 10,84: OR", "text yellow 3x6 r0 30,84: A"})
         EXPECT_FALSE(has(hidden)) << hidden;
     set_status(own, tm_object_is_deleted);
     draw();
-    EXPECT_TRUE(has("text yellow 3x5 r0 10,85: OR"));
+    EXPECT_TRUE(has("text yellow 3x6 r0 10,84: OR"));
 }
 
 TEST_F(wired_sheet, wires_are_drawn_with_their_junctions_and_open_pins) {

@@ -11,24 +11,24 @@ protected:
     wired_sheet() {
         symbol = open_symbol();
         open(tm_type_property_family, {}, tm_property_family);
-        text("MODEL", "OR", {0, 0}, 5 * k);
-        text("SIZE", "1", {0, 10 * k}, 5 * k);
+        text("MODEL", "OR", {0, 0}, 6 * k);
+        text("SIZE", "1", {0, 10 * k}, 6 * k);
         close(2);  // the property family and the graphics
         close();   // the body
         open(tm_type_pin_family, {}, tm_pin_family);
         for (const char* pin : {"A", "B"}) {
             open(tm_type_pin, {}, tm_pin);
-            text("PIN", pin, {20 * k, 0}, 5 * k);
+            text("PIN", pin, {20 * k, 0}, 6 * k);
             close();
         }
         close(3);
         open(tm_type_instance_family, {}, tm_instance_family);
         instance = open(tm_type_instance, {10 * k, 10 * k}, [this] { tm_instance(symbol, 0, false); });
         open(tm_type_bodpropfam, {}, tm_bodpropfam);
-        own = text("model", "AND", {10 * k, 30 * k}, 5 * k);
+        own = text("model", "AND", {10 * k, 30 * k}, 6 * k);
         close();
         pin_a = open(tm_type_pinpropfam, {10 * k, 10 * k}, [] { tm_pinpropfam(0, false, 0, 0, 0); });
-        text("PIN", "own", {40 * k, 10 * k}, 5 * k);
+        text("PIN", "own", {40 * k, 10 * k}, 6 * k);
         close();
         pin_b = add(tm_type_pinpropfam, [] { tm_pinpropfam(0, false, 0, 0, 0); }, {10 * k, 20 * k});
         close(2);
