@@ -1,11 +1,12 @@
 #include "sheet_maker.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
 namespace {
 
-constexpr std::int8_t green = 2, red = 1, cyan = 5, white = 7, yellow = 6;
+constexpr std::int8_t red = 1, green = 2, cyan = 4, yellow = 5, white = 7;  // of the palette
 constexpr std::int8_t wire_width = 1, bus_width = 3;
 
 tm_point_t placed(tm_point_t at, tm_point_t origin, std::int8_t rotate, bool fliph) {
@@ -24,6 +25,21 @@ tm_value_record_t value_of(std::string_view text) {
     tm_value_record_t value;
     tm_copy_value(tm_string(text), value);
     return value;
+}
+
+// Above the left end of the longest piece of a wire, beside it when it is upright.
+tm_point_t label_place(const std::vector<points_t>& wires) {
+    tm_point_t place;
+    std::int32_t longest = -1;
+    for (const points_t& wire : wires)
+        for (std::size_t i = 1; i < wire.size(); ++i) {
+            const tm_point_t a = wire[i - 1], b = wire[i];
+            const std::int32_t length = std::abs(a.x - b.x) + std::abs(a.y - b.y);
+            if (length <= longest) continue;
+            longest = length;
+            place = {std::min(a.x, b.x) + 2000, (a.y + b.y) / 2 + 1500};
+        }
+    return place;
 }
 
 // A shape of its own object, made and closed.
@@ -92,13 +108,13 @@ void sheet_maker::symbols(const std::vector<symbol_look>& looks) {
     close();
 }
 
-void sheet_maker::instance(std::string_view path, std::string_view name, tm_point_t at, std::int8_t rotate,
-                           bool fliph) {
+void sheet_maker::instance(std::string_view path, std::string_view name, tm_point_t at, tm_point_t label,
+                           std::int8_t rotate, bool fliph) {
     const auto& [symbol, look] = symbols_.at(path);
     open(
         tm_type_instance, [&] { tm_instance(symbol, rotate, fliph); }, at);
     open(tm_type_bodpropfam, tm_bodpropfam);
-    property("INST", name, {at.x + 5000, at.y + 27000}, true);
+    property("INST", name, {at.x + label.x, at.y + label.y}, true);
     close();
     for (const symbol_pin& pin : look.pins) {
         const tm_point_t end = placed(pin.at, at, rotate, fliph);
@@ -149,7 +165,7 @@ void sheet_maker::net(std::string_view name, const std::vector<points_t>& wires,
     vertices(id, wires);
     open(tm_type_graphics, tm_graphics);
     open(tm_type_property_family, tm_property_family);
-    property("NET", name, {wires[0][0].x + 2000, wires[0][0].y + 1500}, true, 5000);
+    property("NET", name, label_place(wires), true, 5000);
     close();
     segments(wires, is_bus);
     close();

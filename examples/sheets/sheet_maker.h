@@ -31,8 +31,9 @@ public:
     sheet_maker(const std::string& directory, tm_point_t extent);
     void symbols(const std::vector<symbol_look>& looks);  // known by path from here on
     void begin_instances() { open(tm_type_instance_family, tm_instance_family); }
-    void instance(std::string_view path, std::string_view name, tm_point_t at, std::int8_t rotate = 0,
-                  bool fliph = false);
+    // label: where its name stands, from its origin.
+    void instance(std::string_view path, std::string_view name, tm_point_t at,
+                  tm_point_t label = {10000, 22000}, std::int8_t rotate = 0, bool fliph = false);
     void begin_nets() { open(tm_type_net_family, tm_net_family); }
     // Wires through the points; the first and the last of a wire are pins, tags or junctions of others.
     void net(std::string_view name, const std::vector<points_t>& wires, bool is_bus = false,
@@ -68,5 +69,5 @@ private:
 void make_line(tm_point_t from, tm_point_t to, std::int16_t style = 0);
 void make_arc(tm_point_t from, tm_point_t over, tm_point_t to);
 void make_circle(tm_point_t center, std::int32_t rad, bool filled);
-void make_rectangle(tm_point_t from, tm_point_t to, bool filled, std::int8_t color = 6);
+void make_rectangle(tm_point_t from, tm_point_t to, bool filled, std::int8_t color = 5);
 void make_polyline(const points_t& points);

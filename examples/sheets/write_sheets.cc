@@ -43,14 +43,15 @@ void draw_not() {
     make_line({56000, 0}, {60000, 0});
 }
 
-void draw_module() {
+void draw_module(std::initializer_list<std::int32_t> outputs) {
     make_rectangle({10000, -20000}, {70000, 20000}, false);
     make_rectangle({36000, 14000}, {44000, 18000}, true);
-    for (const std::int32_t y : {10000, -10000}) {
-        make_line({0, y}, {10000, y});
-        make_line({70000, y}, {80000, y});
-    }
+    for (const std::int32_t y : {10000, -10000}) make_line({0, y}, {10000, y});
+    for (const std::int32_t y : outputs) make_line({70000, y}, {80000, y});
 }
+
+void draw_adder() { draw_module({10000, -10000}); }
+void draw_carry() { draw_module({10000}); }
 
 const std::vector<symbol_pin> gate_pins = {{"O", {60000, 0}}, {"I1", {0, 10000}}, {"I2", {0, -10000}}};
 const std::vector<symbol_pin> not_pins = {{"O", {60000, 0}}, {"I1", {0, 0}}};
@@ -64,9 +65,9 @@ const symbol_look adder_look = {
     "",
     {{"A", {0, 10000}}, {"B", {0, -10000}}, {"S", {80000, 10000}}, {"C", {80000, -10000}}},
     true,
-    draw_module};
+    draw_adder};
 const symbol_look carry_look = {
-    carry_path, "", {{"A", {0, 10000}}, {"B", {0, -10000}}, {"Y", {80000, 10000}}}, true, draw_module};
+    carry_path, "", {{"A", {0, 10000}}, {"B", {0, -10000}}, {"Y", {80000, 10000}}}, true, draw_carry};
 
 // One of every shape in a corner of the border.
 void draw_emblem() {
@@ -89,9 +90,9 @@ net_ids write_top(const std::string& directory) {
     sheet.symbols({adder_look, or_look, not_look});
     sheet.begin_instances();
     sheet.instance(adder_path, "U1", {100000, 200000});
-    sheet.instance(adder_path, "U2", {320000, 200000}, 0, true);
-    sheet.instance(or_shape, "G1", {210000, 170000}, 3);
-    sheet.instance(not_shape, "G2", {190000, 100000}, 2);
+    sheet.instance(adder_path, "U2", {320000, 200000}, {-70000, 22000}, 0, true);
+    sheet.instance(or_shape, "G1", {210000, 170000}, {24000, -30000}, 3);
+    sheet.instance(not_shape, "G2", {190000, 100000}, {-35000, 18000}, 2);
     sheet.end_family();
     sheet.begin_nets();
     sheet.net("D", {{{40000, 200000}, {60000, 200000}, {60000, 210000}}, {{60000, 200000}, {60000, 190000}}},
