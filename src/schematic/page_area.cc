@@ -1,18 +1,10 @@
 // The rectangle of a sheet.
-#include <algorithm>
-#include <limits>
-
 #include "schematic/viewport.h"
 
 namespace {
 
 constexpr tm_bounds_t usual_page = {0, 0, 1'000'000, 1'000'000};
 constexpr double margin_share = 0.02;
-
-std::int32_t coordinate(double value) {
-    using limits = std::numeric_limits<std::int32_t>;
-    return static_cast<std::int32_t>(std::clamp<double>(value, limits::min(), limits::max()));
-}
 
 bool has_area(const tm_box_t& box) { return box.xmax > box.xmin && box.ymax > box.ymin; }
 
@@ -40,12 +32,13 @@ tm_box_t page_box(tm_file_index_t file_index) {
 tm_bounds_t tm_page_area(tm_file_index_t file_index) {
     const tm_box_t box = page_box(file_index);
     if (!has_area(box)) return usual_page;
-    return {coordinate(box.xmin), coordinate(box.ymin), coordinate(box.xmax), coordinate(box.ymax)};
+    return {tm_coordinate(box.xmin), tm_coordinate(box.ymin), tm_coordinate(box.xmax),
+            tm_coordinate(box.ymax)};
 }
 
 tm_bounds_t tm_whole_page(tm_file_index_t file_index) {
     const tm_box_t page = tm_box(tm_page_area(file_index));
     const double across = (page.xmax - page.xmin) * margin_share, up = (page.ymax - page.ymin) * margin_share;
-    return {coordinate(page.xmin - across), coordinate(page.ymin - up), coordinate(page.xmax + across),
-            coordinate(page.ymax + up)};
+    return {tm_coordinate(page.xmin - across), tm_coordinate(page.ymin - up),
+            tm_coordinate(page.xmax + across), tm_coordinate(page.ymax + up)};
 }

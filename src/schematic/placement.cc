@@ -1,6 +1,8 @@
 #include "schematic/placement.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <span>
 
 #include "schematic/object_reader.h"
@@ -98,6 +100,11 @@ bool box_of_tree::operator()(const tm_object_gene_rec_t& object) {
 }
 
 }  // namespace
+
+std::int32_t tm_coordinate(double value) {
+    using limits = std::numeric_limits<std::int32_t>;
+    return static_cast<std::int32_t>(std::clamp<double>(std::round(value), limits::min(), limits::max()));
+}
 
 void tm_enclose(tm_box_t& box, const tm_spot_t& at) {
     box.xmin = std::min(box.xmin, at.x);

@@ -21,6 +21,9 @@ inline tm_spot_t tm_spot(const tm_point_t& at) {
     return {static_cast<double>(at.x), static_cast<double>(at.y)};
 }
 
+// The nearest coordinate of 32 bits.
+std::int32_t tm_coordinate(double value);
+
 struct tm_box_t {  // encloses nothing as it is made
     double xmin = std::numeric_limits<double>::infinity(), ymin = xmin;
     double xmax = -xmin, ymax = -xmin;

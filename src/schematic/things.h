@@ -16,6 +16,17 @@ struct tm_thing_t {
 // but pins, and properties only while SMASH is on.
 bool tm_family_holds(tm_family family, tm_family member);
 
+// The types that are things by themselves; nets are found by their segments.
+struct tm_thing_type_t {
+    std::int16_t type;
+    tm_family family;
+};
+inline constexpr tm_thing_type_t tm_thing_types[] = {
+    {tm_type_instance, tm_family::instance}, {tm_type_vertex_2d, tm_family::vertex},
+    {tm_type_frame, tm_family::frame},       {tm_type_property_2d, tm_family::property},
+    {tm_type_pinpropfam, tm_family::pin},    {tm_type_tag, tm_family::tag},
+};
+
 // Calls visit(thing) for each thing shown on a sheet, in the order of the tree; a net once for each segment.
 template <typename Visit>
 class tm_thing_visitor {
@@ -23,36 +34,13 @@ public:
     tm_thing_visitor(const tm_reader_t& reader, Visit& visit) : reader_(reader), visit_(visit) {}
 
     bool operator()(const tm_object_gene_rec_t& object) {
-        switch (object.object_type) {
-            case tm_type_symbol_family:
-                return false;
-            case tm_type_net:
-                net_ = object.object_id;
-                return true;
-            case tm_type_segment:
-                show_segment(static_cast<const tm_object_segment_rec_t&>(object));
-                return true;
-            case tm_type_instance:
-                show(tm_family::instance, object);
-                return true;
-            case tm_type_vertex_2d:
-                show(tm_family::vertex, object);
-                return true;
-            case tm_type_pinpropfam:
-                show(tm_family::pin, object);
-                return true;
-            case tm_type_property_2d:
-                show(tm_family::property, object);
-                return true;
-            case tm_type_frame:
-                show(tm_family::frame, object);
-                return true;
-            case tm_type_tag:
-                show(tm_family::tag, object);
-                return true;
-            default:
-                return true;
-        }
+        if (object.object_type == tm_type_symbol_family) return false;
+        if (object.object_type == tm_type_net) net_ = object.object_id;
+        if (object.object_type == tm_type_segment)
+            show_segment(static_cast<const tm_object_segment_rec_t&>(object));
+        for (const tm_thing_type_t& row : tm_thing_types)
+            if (row.type == object.object_type) show(row.family, object);
+        return true;
     }
 
 private:

@@ -29,10 +29,6 @@ direction_row direction_of(char letter) {
     return {letter, 0, 0};
 }
 
-std::int32_t coordinate(double value) {
-    return static_cast<std::int32_t>(std::clamp(std::round(value), least_coordinate, most_coordinate));
-}
-
 struct middle_t {
     double x, y;
 };
@@ -77,8 +73,8 @@ void keep(tm_file_index_t file_index, const tm_bounds_t& area) {
 }
 
 tm_bounds_t area_about(middle_t middle, double width, double height) {
-    return {coordinate(middle.x - width / 2), coordinate(middle.y - height / 2),
-            coordinate(middle.x + width / 2), coordinate(middle.y + height / 2)};
+    return {tm_coordinate(middle.x - width / 2), tm_coordinate(middle.y - height / 2),
+            tm_coordinate(middle.x + width / 2), tm_coordinate(middle.y + height / 2)};
 }
 
 // The same size of what is seen, about another middle.
@@ -102,8 +98,8 @@ tm_pixel tm_model_to_pixel(const tm_viewport_t& viewport, const tm_point_t& at) 
 }
 
 tm_point_t tm_pixel_to_model(const tm_viewport_t& viewport, tm_pixel at) {
-    return {coordinate(viewport.left + (at.x + 0.5) * viewport.units),
-            coordinate(viewport.top - (at.y + 0.5) * viewport.units)};
+    return {tm_coordinate(viewport.left + (at.x + 0.5) * viewport.units),
+            tm_coordinate(viewport.top - (at.y + 0.5) * viewport.units)};
 }
 
 tm_bounds_t tm_seen(const tm_viewport_t& viewport) {
@@ -160,8 +156,8 @@ void tm_cursor_step(tm_file_index_t file_index, char direction, std::int32_t ste
     const double grid = tm_snap_step;
     const double step = std::max(std::ceil(seen.units / grid), 1.0) * grid * steps;
     const tm_point_t from = tm_snapped(tm_vext.obj_pos);
-    tm_vext.obj_pos = {coordinate(std::clamp<double>(from.x + towards.x * step, area.xmin, area.xmax)),
-                       coordinate(std::clamp<double>(from.y + towards.y * step, area.ymin, area.ymax))};
+    tm_vext.obj_pos = {tm_coordinate(std::clamp<double>(from.x + towards.x * step, area.xmin, area.xmax)),
+                       tm_coordinate(std::clamp<double>(from.y + towards.y * step, area.ymin, area.ymax))};
     const tm_pixel at = tm_model_to_pixel(seen, tm_vext.obj_pos);
     tm_vext.pixel_pos = {std::clamp(at.x, 0, seen.width - 1), std::clamp(at.y, 0, seen.height - 1)};
     tm_shell.move_pointer(tm_vext.pixel_pos.x, tm_vext.pixel_pos.y);
