@@ -123,7 +123,9 @@ constexpr bool rows_are_sound() {
             words.remove_prefix(std::min(words.find(' '), words.size() - 1) + 1);
         }
         if (row.group.find(row.prefix[0][0]) == std::string_view::npos) return false;
+#ifndef __SANITIZE_ADDRESS__  // under which the address of a function is no constant
         if ((row.handler == nullptr) == (row.variable_handler == nullptr)) return false;
+#endif
     }
     return true;
 }
