@@ -32,14 +32,24 @@ std::vector<span> spans_of(const sg_layered& l) {
     return spans;
 }
 
+std::vector<std::int32_t> pin_counts(const sg_graph& graph) {
+    std::vector<std::int32_t> counts(at(graph.net_count));
+    for (const sg_box& box : graph.boxes)
+        for (const sg_box_pin& pin : box.pins)
+            if (pin.net >= 0) ++counts[at(pin.net)];
+    return counts;
+}
+
+// A net of one pin has no wire.
 void add_boxes(sg_layered& l) {
+    const std::vector<std::int32_t> counts = pin_counts(l.graph);
     for (std::size_t index = 0; index < l.graph.boxes.size(); ++index) {
         const sg_box& box = l.graph.boxes[index];
         const std::int32_t rank = l.rank_of_box[index];
         const std::int32_t node =
             add_node(l, {static_cast<std::int32_t>(index), -1, rank, box.above, box.below, 0});
         for (const sg_box_pin& pin : box.pins) {
-            if (pin.net < 0) continue;
+            if (pin.net < 0 || counts[at(pin.net)] < 2) continue;
             std::vector<sg_terminal>& side =
                 pin.is_right ? l.channels[at(rank)].left : l.channels[at(rank - 1)].right;
             side.push_back({pin.net, node, -pin.y});

@@ -1,0 +1,90 @@
+// A page as it stands in an open sheet file, taken apart by place: nothing here believes an object about what
+// it is connected to.
+#pragma once
+
+#include "commands/found_objects.h"
+#include "schematic/object_walk.h"
+#include "schematic/placement.h"
+#include "wire_rules.h"
+
+struct placed_text {
+    sg_point at;
+    std::string text;
+    std::string of;  // what it belongs to
+};
+
+struct drawn_net {
+    std::string name;
+    bool is_bus = false;
+    std::int32_t start = 0, end = 0;
+};
+
+struct drawn_page {
+    std::vector<net_wire> wires;
+    std::map<std::int32_t, drawn_net> nets;  // by object id, those with a name
+    std::vector<placed_text> pins;           // text: PIN; of: INST
+    std::vector<placed_text> tags;           // text: nvalue; of: kind
+    std::vector<sg_rectangle> bodies;
+    std::vector<std::pair<std::string, sg_rectangle>> texts;  // that are seen
+    std::map<std::string, std::string> cells;                 // symbol path by INST
+};
+
+inline sg_point place_of(tm_file_index_t file, std::int16_t id) {
+    const tm_point_t& at = tm_object(file, id).origin;
+    return {at.x, at.y};
+}
+
+inline sg_rectangle rectangle_of(const tm_box_t& box) {
+    return {static_cast<std::int32_t>(box.xmin), static_cast<std::int32_t>(box.ymin),
+            static_cast<std::int32_t>(box.xmax), static_cast<std::int32_t>(box.ymax)};
+}
+
+inline void read_texts(tm_file_index_t file, std::int16_t holder, const tm_placement_t& placement,
+                       drawn_page& page) {
+    for (const std::int16_t id : tm_properties(file, holder)) {
+        const auto& property = tm_object_as<tm_type_property_2d>(file, id);
+        if (property.visible)
+            page.texts.emplace_back(tm_view(property.nvalue),
+                                    rectangle_of(tm_place_property(placement, property).box));
+    }
+}
+
+inline void read_instance(tm_file_index_t file, std::int16_t id, drawn_page& page) {
+    const std::string name = kol_name_of(file, id);
+    const auto& instance = tm_object_as<tm_type_instance>(file, id);
+    EXPECT_TRUE(
+        page.cells.emplace(name, tm_view(tm_object_as<tm_type_symbol>(file, instance.symbol).path)).second)
+        << name << " twice";
+    sg_rectangle body{INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN};
+    for (const kol_placed_pin_t& pin : kol_pins_of(file, id)) {
+        page.pins.push_back({place_of(file, pin.placed), kol_pin_name(file, pin), name});
+        read_texts(file, pin.pin, tm_placement(instance), page);
+    }
+    const tm_reader_t reader{file};
+    body = rectangle_of(tm_place(tm_placement(instance), tm_symbol_box(reader, instance.symbol)));
+    page.bodies.push_back(body);
+    read_texts(file, id, {}, page);
+    read_texts(file, instance.symbol, tm_placement(instance), page);
+}
+
+inline drawn_page read_page(tm_file_index_t file) {
+    drawn_page page;
+    for (const std::int16_t id : tm_instances(file)) read_instance(file, id, page);
+    for (const std::int16_t id : tm_nets(file)) {
+        const auto& net = tm_object_as<tm_type_net>(file, id);
+        const std::string name = kol_name_of(file, id);
+        if (!name.empty()) page.nets[id] = {name, net.is_bus, net.bus_start, net.bus_end};
+        for (const std::int16_t segment : tm_segments(file, id)) {
+            const auto& s = tm_object_as<tm_type_segment>(file, segment);
+            page.wires.push_back({{place_of(file, s.vertex1), place_of(file, s.vertex2)}, id});
+        }
+        read_texts(file, id, {}, page);
+    }
+    for (const std::int16_t id : tm_tags(file)) {
+        const auto& tag = tm_object_as<tm_type_tag>(file, id);
+        page.tags.push_back(
+            {place_of(file, id), std::string(tm_view(tag.nvalue)), std::string(tm_view(tag.name))});
+        page.texts.emplace_back(tm_view(tag.nvalue), rectangle_of(tm_place_tag(tag).text.box));
+    }
+    return page;
+}

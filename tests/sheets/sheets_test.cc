@@ -1,0 +1,263 @@
+// The sheets of expanded designs, opened through the database and walked with the commands.
+#include <fstream>
+#include <functional>
+#include <nlohmann/json.hpp>
+
+#include "commands/command_session.h"
+#include "commands/sheet.h"
+#include "drawn_page.h"
+#include "expand/expand.h"
+#include "kernel/lookup.h"
+#include "kernel/network.h"
+#include "kernel/say.h"
+#include "kernel/setup.h"
+#include "models/model_table.h"
+#include "netlist/design_file.h"
+
+namespace {
+
+using nlohmann::json;
+using groups = std::multiset<std::set<std::string>>;  // pins that are connected, "instance/pin" or "port"
+
+class sheets : public command_session {
+protected:
+    // Expands a netlist with sheets into the case's folder and loads it.
+    void draw(const std::string& netlist) {
+        const std::string output = (folder / "design_yx").string();
+        const char* arguments[] = {netlist.c_str(), "-o", output.c_str(), "--sheets"};
+        xp_options options;
+        std::filesystem::create_directories(folder);
+        xp_parse_options(arguments, options, status);
+        xp_expand(options, summary, status);
+        ASSERT_TRUE(xp_ok(status)) << xp_message_text(status);
+        load();
+    }
+    void draw_text(const std::string& text) { draw(file("netlist.json", text)); }
+    void load() {
+        const std::filesystem::path before = std::filesystem::current_path();
+        std::filesystem::current_path(folder);  // the store's debug file goes there
+        yxi_text_t where, name;
+        yxi_copy_const(".", where);
+        yxi_copy_const("design_yx", name);
+        STATUS_T loaded;
+        yxi_init_dfi(where, name, loaded);
+        std::filesystem::current_path(before);
+        ASSERT_EQ(loaded.all, 0);
+        kol_set_models(kol_model_table());
+        kol_init_object_ptr();
+        kol_ext.dir_path = tm_string(folder.string());
+        tm_vext.init_done = true;
+        tm_vext.numpage = 1;
+        tm_vext.bitmap_size = {0, 0, 1000, 600};
+    }
+    static tm_file_index_t sheet() { return static_cast<tm_file_index_t>(tm_vext.file_id_context); }
+
+    xp_status status;
+    xp_summary summary;
+};
+
+// ---- what the netlist says
+
+std::string bit_name(const std::string& base, std::size_t count, std::size_t k, int offset) {
+    return count == 1 ? base : base + "[" + std::to_string(static_cast<int>(k) + offset) + "]";
+}
+
+// The port's lowest index where the cell is a module.
+int offset_of(const json& design, const std::string& type, const std::string& port) {
+    const json& modules = design["modules"];
+    return modules.contains(type) ? modules[type]["ports"][port].value("offset", 0) : 0;
+}
+
+groups groups_of(const json& design, const json& module) {
+    std::map<std::string, std::set<std::string>> by_bit;
+    for (const auto& [name, cell] : module["cells"].items())
+        for (const auto& [port, bits] : cell["connections"].items())
+            for (std::size_t k = 0; k < bits.size(); ++k)
+                by_bit[bits[k].dump()].insert(
+                    name + "/" + bit_name(port, bits.size(), k, offset_of(design, cell["type"], port)));
+    for (const auto& [name, port] : module["ports"].items())
+        for (std::size_t k = 0; k < port["bits"].size(); ++k)
+            by_bit[port["bits"][k].dump()].insert(
+                bit_name(name, port["bits"].size(), k, port.value("offset", 0)));
+    groups result;
+    for (const auto& [bit, pins] : by_bit) result.insert(pins);
+    return result;
+}
+
+// ---- what the sheets show
+
+// "x[3:0]" as its bits, from the left; anything else as itself.
+std::vector<std::string> bits_of(const std::string& name) {
+    int from = 0, to = 0;
+    const std::size_t open = name.rfind('[');
+    if (open == name.npos || std::sscanf(name.c_str() + open, "[%d:%d]", &from, &to) != 2) return {name};
+    std::vector<std::string> bits;
+    for (int bit = from;; bit += from > to ? -1 : 1) {
+        bits.push_back(name.substr(0, open) + "[" + std::to_string(bit) + "]");
+        if (bit == to) return bits;
+    }
+}
+
+struct by_name {
+    std::map<std::string, std::set<std::string>> pins;  // by net or bit
+    std::map<std::string, int> loose, tagged;           // pieces of a net without and with a tag
+};
+
+// What is joined at one place of a page.
+struct piece {
+    std::set<std::int32_t> nets;
+    std::vector<placed_text> pins, tags;
+};
+
+std::map<sg_point, piece> pieces_of(const drawn_page& page) {
+    joined_points joined;
+    std::map<sg_point, piece> pieces;
+    for (const net_wire& w : page.wires) joined.join(w.wire.from, w.wire.to);
+    for (const net_wire& w : page.wires) pieces[joined.root(w.wire.from)].nets.insert(w.net);
+    for (const placed_text& pin : page.pins) pieces[joined.root(pin.at)].pins.push_back(pin);
+    for (const placed_text& tag : page.tags) pieces[joined.root(tag.at)].tags.push_back(tag);
+    return pieces;
+}
+
+void add_piece(const drawn_page& page, const piece& p, const std::string& where, by_name& all) {
+    ASSERT_LE(p.nets.size(), 1U) << where << "wires of several nets meet";
+    if (p.nets.empty() && p.tags.empty()) return;  // a pin by itself
+    const std::string name = p.nets.empty() ? p.tags[0].text : page.nets.at(*p.nets.begin()).name;
+    const std::vector<std::string> bits = bits_of(name);
+    ++(p.tags.empty() ? all.loose : all.tagged)[name];
+    for (const placed_text& tag : p.tags) {
+        EXPECT_EQ(tag.text, name) << where;
+        if (tag.of.ends_with("PAGE")) continue;
+        for (const std::string& bit : bits) all.pins[bit].insert(bit);
+    }
+    for (const placed_text& pin : p.pins) {
+        const std::vector<std::string> pin_bits = bits_of(pin.text);
+        ASSERT_EQ(pin_bits.size(), bits.size()) << where << pin.of << "/" << pin.text;
+        for (std::size_t k = 0; k < bits.size(); ++k) all.pins[bits[k]].insert(pin.of + "/" + pin_bits[k]);
+    }
+}
+
+void add_single_pins(const drawn_page& page, groups& found) {
+    for (const auto& [at, p] : pieces_of(page))
+        if (p.nets.empty() && p.tags.empty()) {
+            EXPECT_EQ(p.pins.size(), 1U);
+            for (const std::string& bit : bits_of(p.pins[0].text)) found.insert({p.pins[0].of + "/" + bit});
+        }
+}
+
+groups groups_of(const std::vector<drawn_page>& pages, const std::string& where) {
+    by_name all;
+    groups found;
+    for (const drawn_page& page : pages) {
+        for (const auto& [at, p] : pieces_of(page)) add_piece(page, p, where, all);
+        add_single_pins(page, found);
+    }
+    for (const auto& [name, count] : all.loose)
+        EXPECT_EQ(count + all.tagged[name], 1) << where << name << " is in pieces that no tag joins";
+    for (const auto& [bit, pins] : all.pins) found.insert(pins);
+    return found;
+}
+
+void expect_texts_apart(const drawn_page& page, const std::string& where) {
+    for (std::size_t i = 0; i < page.texts.size(); ++i) {
+        const auto& [text, a] = page.texts[i];
+        for (std::size_t k = i + 1; k < page.texts.size(); ++k) {
+            const auto& [other, b] = page.texts[k];
+            EXPECT_FALSE(a.xmin < b.xmax && b.xmin < a.xmax && a.ymin < b.ymax && b.ymin < a.ymax)
+                << where << text << " covers " << other;
+        }
+        for (const net_wire& w : page.wires)
+            EXPECT_FALSE(touches(span_of(w.wire), {a.xmin + 1, a.ymin + 1, a.xmax - 1, a.ymax - 1}))
+                << where << "a wire at " << text_of(w.wire) << " runs through " << text;
+    }
+}
+
+// ---- the walk
+
+yx_net_record_t* net_named(const std::string& name) {
+    yx_net_record_t* net = nullptr;
+    kol_find_net(tm_string(name), net);
+    return net;
+}
+
+void expect_ids_found(const drawn_page& page, const std::string& path) {
+    for (const auto& [id, net] : page.nets) {
+        const std::string by_id = "N_" + std::to_string(id);
+        yx_net_record_t* const found = net_named(by_id);
+        ASSERT_NE(found, nullptr) << path << by_id << " " << net.name;
+        EXPECT_EQ(found, net_named(net.name)) << path << by_id << " " << net.name;
+        EXPECT_EQ(found, net_named(path + by_id)) << path << by_id;
+        EXPECT_EQ(found->net_type == YX_TSTD_BUS, net.is_bus) << path << net.name;
+        const bool is_own_name = kol_path(found->sim_path) == path + net.name;
+        EXPECT_TRUE(!is_own_name || found->object_id == id) << path << net.name;
+    }
+}
+
+class walked_sheets : public sheets {
+protected:
+    std::string netlist;
+    json design;
+
+    void walk(const std::string& name) {
+        netlist = name;
+        design = json::parse(std::ifstream(name));
+        draw(name);
+        std::string top;
+        for (const auto& [module, text] : design["modules"].items())
+            if (text["attributes"].contains("top")) top = module;
+        EXPECT_EQ(type("view sheet"), lines{" VIEw SHEet "});
+        visit(top, "/");
+    }
+
+private:
+    std::vector<drawn_page> pages_here(const std::string& path) {
+        std::vector<drawn_page> pages;
+        for (;;) {
+            EXPECT_EQ(type("check sheet").back(), "# CHECK SHEET : 0 errors, 0 warnings ")
+                << path << pages.size() + 1;
+            pages.push_back(read_page(sheet()));
+            expect_ids_found(pages.back(), path);
+            if (type("view sheet page next").size() > 1) break;
+        }
+        if (pages.size() > 1) type("view sheet page 1");
+        return pages;
+    }
+
+    void visit(const std::string& module, const std::string& path) {
+        EXPECT_EQ(tm_view(kol_ext.cur_sim_path), path);
+        const std::vector<drawn_page> pages = pages_here(path);
+        const json& text = design["modules"][module];
+        std::map<std::string, std::string> cells;
+        for (const drawn_page& page : pages) {
+            const std::string where = netlist + " " + path + ": ";
+            expect_only_crossings(page.wires, where);
+            expect_clear(page.wires, page.bodies, where);
+            expect_texts_apart(page, where);
+            for (const auto& cell : page.cells)
+                EXPECT_TRUE(cells.insert(cell).second) << cell.first << " twice";
+        }
+        EXPECT_EQ(cells.size(), text["cells"].size()) << module;
+        EXPECT_EQ(groups_of(pages, path), groups_of(design, text)) << netlist << " " << path;
+        for (const auto& [name, symbol] : cells) {
+            ASSERT_TRUE(text["cells"].contains(name)) << name;
+            if (!symbol.ends_with("sheet.tm_1")) continue;
+            EXPECT_EQ(type("view down " + name), lines{" VIEw DOWn  " + name + " "});
+            visit(text["cells"][name]["type"], path + name + "/");
+            EXPECT_EQ(type("view up"), lines{" VIEw UP   "});
+            EXPECT_EQ(tm_view(kol_ext.cur_sim_path), path);
+        }
+    }
+};
+
+TEST_F(walked_sheets, show_what_the_netlist_says) {
+    for (const char* name :
+         {"designs/iscas85/c17", "designs/iscas85/c432", "designs/iscas89/s27", "designs/iscas89/s298",
+          "examples/uart/uart", "examples/counter/counter", "examples/arbiter/arbiter"}) {
+        SCOPED_TRACE(name);
+        SetUp();
+        std::filesystem::remove_all(folder);
+        walk(std::string(KOLV_SOURCE_DIR) + "/" + name + ".json");
+    }
+}
+
+}  // namespace
