@@ -14,7 +14,7 @@ struct placed_text {
 };
 
 struct drawn_net {
-    std::string name;
+    std::string name, port;  // port: a further name
     bool is_bus = false;
     std::int32_t start = 0, end = 0;
 };
@@ -73,7 +73,8 @@ inline drawn_page read_page(tm_file_index_t file) {
     for (const std::int16_t id : tm_nets(file)) {
         const auto& net = tm_object_as<tm_type_net>(file, id);
         const std::string name = kol_name_of(file, id);
-        if (!name.empty()) page.nets[id] = {name, net.is_bus, net.bus_start, net.bus_end};
+        if (!name.empty())
+            page.nets[id] = {name, kol_property_of(file, id, "PORT"), net.is_bus, net.bus_start, net.bus_end};
         for (const std::int16_t segment : tm_segments(file, id)) {
             const auto& s = tm_object_as<tm_type_segment>(file, segment);
             page.wires.push_back({{place_of(file, s.vertex1), place_of(file, s.vertex2)}, id});

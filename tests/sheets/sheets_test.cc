@@ -27,6 +27,7 @@ protected:
         const char* arguments[] = {netlist.c_str(), "-o", output.c_str(), "--sheets"};
         xp_options options;
         std::filesystem::create_directories(folder);
+        status = {};
         xp_parse_options(arguments, options, status);
         xp_expand(options, summary, status);
         ASSERT_TRUE(xp_ok(status)) << xp_message_text(status);
@@ -130,6 +131,8 @@ void add_piece(const drawn_page& page, const piece& p, const std::string& where,
         if (tag.of.ends_with("PAGE")) continue;
         for (const std::string& bit : bits) all.pins[bit].insert(bit);
     }
+    const std::string port = p.nets.empty() ? "" : page.nets.at(*p.nets.begin()).port;
+    if (!port.empty()) all.pins[name].insert(port);
     for (const placed_text& pin : p.pins) {
         const std::vector<std::string> pin_bits = bits_of(pin.text);
         ASSERT_EQ(pin_bits.size(), bits.size()) << where << pin.of << "/" << pin.text;
@@ -258,6 +261,105 @@ TEST_F(walked_sheets, show_what_the_netlist_says) {
         std::filesystem::remove_all(folder);
         walk(std::string(KOLV_SOURCE_DIR) + "/" + name + ".json");
     }
+}
+
+// ---- words, names, limits
+
+json port(const char* direction, std::vector<int> bits) { return {{"direction", direction}, {"bits", bits}}; }
+
+json word_cell(const std::string& kind, int width, json connections) {
+    json cell = {{"type", kind}, {"connections", std::move(connections)}, {"parameters", json::object()}};
+    if (width == 0) return cell;
+    for (const char* name : {"WIDTH", "A_WIDTH", "Y_WIDTH"}) cell["parameters"][name] = width;
+    return cell;
+}
+
+// Words over the nets 10..17 (d), 20..27 (q), 30..37 (no name) and 40..43 (low), clk 2, sel 3.
+json words() {
+    const std::vector<int> d = {10, 11, 12, 13, 14, 15, 16, 17}, q = {20, 21, 22, 23, 24, 25, 26, 27},
+                           n = {30, 31, 32, 33, 34, 35, 36, 37}, low = {40, 41, 42, 43};
+    json cells;
+    cells["r"] = word_cell("$dff", 8, {{"CLK", {2}}, {"D", n}, {"Q", q}});
+    cells["r"]["parameters"]["CLK_POLARITY"] = 0;
+    cells["m"] = word_cell("$mux", 8, {{"A", d}, {"B", q}, {"S", {3}}, {"Y", n}});
+    cells["inv"] = word_cell("$not", 4, {{"A", {20, 21, 22, 23}}, {"Y", low}});
+    cells["page_2"] = word_cell("$_AND_", 0, {{"A", {20}}, {"B", {"1"}}, {"Y", {50}}});
+    cells["u1"] = word_cell("$paramod\\page 2", 0, {{"x", {24, 25, 26, "0"}}, {"w", q}, {"y", {51}}});
+    cells["u2"] = word_cell("$paramod\\page 2", 0, {{"x", low}, {"w", d}, {"y", {52}}});
+    json inner = {{"g", word_cell("$_NAND_", 0, {{"A", {2}}, {"B", {9}}, {"Y", {20}}})},
+                  {"v", word_cell("$reduce_or", 8, {{"A", {10, 11, 12, 13, 14, 15, 16, 17}}, {"Y", {21}}})}};
+    inner["v"]["parameters"]["Y_WIDTH"] = 1;
+    return {{"modules",
+             {{"words",
+               {{"attributes", {{"top", "1"}}},
+                {"ports",
+                 {{"clk", port("input", {2})},
+                  {"sel", port("input", {3})},
+                  {"d", port("input", d)},
+                  {"q", port("output", q)},
+                  {"low", port("output", low)},
+                  {"twice", port("output", {3})}}},
+                {"cells", cells},
+                {"netnames", {{"$hidden", {{"hide_name", 1}, {"bits", n}}}}}}},
+              {"$paramod\\page 2",
+               {{"ports",
+                 {{"x", port("input", {2, 3, 4, 9})},
+                  {"w", port("input", {10, 11, 12, 13, 14, 15, 16, 17})},
+                  {"y", port("output", {20})}}},
+                {"cells", inner},
+                {"netnames", json::object()}}}}}};
+}
+
+TEST_F(walked_sheets, draw_whole_vectors_as_buses_and_parts_of_them_as_bits) {
+    walk(file("words.json", words().dump()));
+    type("view sheet");
+    const drawn_page page = read_page(sheet());
+    std::set<std::string> pins, buses;
+    for (const placed_text& pin : page.pins) pins.insert(pin.of + "/" + pin.text);
+    for (const auto& [id, net] : page.nets)
+        if (net.is_bus) buses.insert(net.name);
+    for (const char* pin : {"r/D[7:0]", "r/Q[7:0]", "r/CLK", "m/A[7:0]", "inv/A[3]", "u1/w[7:0]", "u1/x[0]"})
+        EXPECT_TRUE(pins.contains(pin)) << pin;
+    EXPECT_EQ(buses, (std::set<std::string>{"d[7:0]", "low[3:0]", "n1[7:0]", "q[7:0]"}));
+    EXPECT_EQ(page.cells.at("u1"), "x_paramod_page_2/sheet.tm_1");
+    EXPECT_TRUE(std::filesystem::exists(folder / "x_paramod_page_2/symbol.tm"));
+    type("view down u2");
+    EXPECT_NE(net_named("N_5"), net_named("/N_5")) << "the number is that of the sheet in the window";
+}
+
+std::string inverters(const std::string& name, int count, const std::string& below) {
+    json cells = json::object(), module;
+    for (int i = 0; i < count; ++i)
+        cells["i" + std::to_string(i)] = word_cell("$_NOT_", 0, {{"A", {2}}, {"Y", {i + 3}}});
+    if (!below.empty()) cells["u"] = word_cell(below, 0, {{"a", {2}}});
+    module = {{"ports", {{"a", port("input", {2})}}}, {"cells", cells}, {"netnames", json::object()}};
+    return "\"" + name + "\":" + module.dump();
+}
+
+TEST_F(sheets, of_what_is_too_large_are_refused_and_the_design_is_written) {
+    std::string deep = inverters("m30", 1, "");
+    for (int level = 29; level >= 0; --level)
+        deep += "," + inverters("m" + std::to_string(level), 1, "m" + std::to_string(level + 1));
+    draw_text("{\"modules\":{" + deep + "}}");
+    EXPECT_EQ(status.warnings.size(), 3U);
+    EXPECT_TRUE(std::filesystem::exists(folder / "m27/sheet.tm"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "m28/sheet.tm"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "m28/symbol.tm"));
+    std::filesystem::remove_all(folder);
+    draw_text("{\"modules\":{" + inverters("wide", 30'000, "") + "}}");
+    EXPECT_EQ(status.warnings, lines{"module \"wide\": no sheet: more than 30000 objects in a file"});
+    EXPECT_EQ(summary.instances, 30'000U);
+    EXPECT_FALSE(std::filesystem::exists(folder / "sheet.tm"));
+}
+
+TEST_F(sheets, take_the_place_of_older_ones_in_the_folder) {
+    draw(KOLV_SOURCE_DIR "/designs/iscas85/c432.json");
+    EXPECT_TRUE(std::filesystem::exists(folder / "page_5/sheet.tm_1"));
+    SetUp();
+    draw(KOLV_SOURCE_DIR "/designs/iscas85/c17.json");
+    EXPECT_FALSE(std::filesystem::exists(folder / "page_2"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "sheet.tm_1"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "sheets.new"));
 }
 
 }  // namespace
