@@ -6,10 +6,11 @@
 import pathlib
 import re
 import shutil
+import subprocess
 import sys
 import unittest
 
-from kolv_session import SOURCE, Display, expand, work_directory
+from kolv_session import BIN, SOURCE, Display, expand, work_directory
 
 GOLDEN = pathlib.Path(__file__).with_name("golden")
 MULTIPLIER = SOURCE / "examples/multiplier"
@@ -23,9 +24,8 @@ class Transcripts(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.directory = pathlib.Path(folder.name)
 
-    def session(self, netlist, commands, name):
+    def session(self, commands, name):
         """Runs the commands and compares the transcript with the stored one of that name."""
-        expand(netlist, self.directory / "design_yx")
         with Display() as display:
             result = display.run(self.directory, commands, QUILLARN="")
         stored = GOLDEN / (name + ".txt")
@@ -38,12 +38,18 @@ class Transcripts(unittest.TestCase):
     def test_every_kind_of_wrong_command_is_reported(self):
         for file in GOLDEN.glob("*.cmd"):
             shutil.copy(file, self.directory)
-        result = self.session("designs/iscas85/c17.json", (GOLDEN / "wrong_commands.cmd").read_text(), "wrong_commands")
+        expand("designs/iscas85/c17.json", self.directory / "design_yx")
+        result = self.session((GOLDEN / "wrong_commands.cmd").read_text(), "wrong_commands")
         self.assertIn(" -- KOLV  Execution complete...", result.stdout)
+
+    def test_every_command_of_the_sheets_answers(self):
+        subprocess.run([BIN / "example_sheets", self.directory], check=True, stdout=subprocess.DEVNULL)
+        self.session((GOLDEN / "sheets.cmd").read_text(), "sheets")
 
     def test_the_multiplier_multiplies(self):
         commands = (MULTIPLIER / "multiplier.cmd").read_text()
-        self.session("designs/iscas85/c6288.json", commands + "QUIT\n", "multiplier")
+        expand("designs/iscas85/c6288.json", self.directory / "design_yx")
+        self.session(commands + "QUIT\n", "multiplier")
         rows = (self.directory / "products").read_text().splitlines()[6:]
         operands = [tuple(map(int, m)) for m in re.findall(r"^# (\d+) x (\d+) =", commands, re.M)]
         self.assertGreaterEqual(len(operands), 20)
