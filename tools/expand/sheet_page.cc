@@ -92,8 +92,8 @@ style style_of(const pager& p, const page_net& net, const xp_sheet_net& planned)
     const bool is_driven = !net.drivers.empty() || is_at_port(p, net, true);
     const std::size_t ends = pins + net.ports.size() + (net.wants_to ? 1 : 0) + (net.wants_from ? 1 : 0);
     if (pins + net.ports.size() == 0) return style::none;
-    if (ends == 1) return style::alone;
     if (!planned.is_bus && planned.bit < 0) return style::stubs;
+    if (ends == 1) return style::alone;
     if (pins > xp_wired_most || (net.is_control && pins > 2)) return style::stubs;
     if (!is_driven && net.readers.size() <= xp_stubs_most) return style::stubs;
     if (net.readers.empty() && net.ports.empty() && net.drivers.size() == 1) return style::stubs;

@@ -118,11 +118,29 @@ void draw_gate(artist& a) {
     a.s.model = a.s.type = {{back + 6000, -2000}, 4000, false};
 }
 
+std::size_t longest_name(const sg_symbol_kind& kind, bool is_right) {
+    std::size_t longest = 0;
+    for (const sg_pin_kind& pin : kind.pins)
+        if (pin.is_right == is_right) longest = std::max(longest, pin.name.size() + (pin.is_clock ? 1 : 0));
+    return longest;
+}
+
+std::int32_t up_to_pitch(std::int32_t size) { return (size + sg_pitch - 1) / sg_pitch * sg_pitch; }
+
 // ---- multiplexers and switches
+
+// The lower edges of the outlines.
+std::int32_t mux_edge(const artist& a, std::int32_t x, std::int32_t reach) {
+    return -reach + sg_pitch * (x - back) / (a.s.width - 2 * back);
+}
+std::int32_t triangle_edge(const artist&, std::int32_t x, std::int32_t) {
+    return -12000 + (x - back) * 12 / 30;
+}
 
 // Controls come from the left below the outline and turn up into it.
 std::int32_t draw_controls(artist& a, std::int32_t row, std::int32_t left,
-                           std::int32_t (*edge)(std::int32_t x, std::int32_t reach), std::int32_t reach) {
+                           std::int32_t (*edge)(const artist&, std::int32_t x, std::int32_t reach),
+                           std::int32_t reach) {
     std::int32_t x = left;
     for (std::size_t i = 0; i < a.kind.pins.size(); ++i) {
         const sg_pin_kind& pin = a.kind.pins[i];
@@ -130,7 +148,7 @@ std::int32_t draw_controls(artist& a, std::int32_t row, std::int32_t left,
         a.s.pin_at[i] = {0, row};
         a.s.pin_name[i] = {{gap, row + gap}, 4000, false};
         line(a, {0, row}, {x, row}, pin.is_bus);
-        const std::int32_t to = edge(x, reach);
+        const std::int32_t to = edge(a, x, reach);
         line(a, {x, row}, {x, pin.is_low ? to - 2 * bubble : to}, pin.is_bus);
         if (pin.is_low) a.s.circles.push_back({{x, to - bubble}, bubble});
         x -= 7000;
@@ -139,12 +157,11 @@ std::int32_t draw_controls(artist& a, std::int32_t row, std::int32_t left,
     return row + sg_pitch;
 }
 
-std::int32_t mux_edge(std::int32_t x, std::int32_t reach) { return -reach + (x - back) / 3; }
-std::int32_t triangle_edge(std::int32_t x, std::int32_t) { return -12000 + (x - back) * 12 / 30; }
-
 void draw_multiplexer(artist& a) {
     const std::int32_t count = input_count(a.kind), reach = pin_row(0, count) + 10000;
-    a.s.width = gate_width;
+    const std::int32_t names = sg_text_width(longest_name(a.kind, false) + 2, sg_pin_text);
+    const std::int32_t edge = back + std::max(tip - back, up_to_pitch(names));
+    a.s.width = edge + back;
     a.s.pin_at.resize(a.kind.pins.size());
     a.s.pin_name.resize(a.kind.pins.size());
     std::int32_t index = 0;
@@ -152,14 +169,14 @@ void draw_multiplexer(artist& a) {
         const sg_pin_kind& pin = a.kind.pins[i];
         if (pin.is_control) continue;
         const std::int32_t y = pin.is_right ? 0 : pin_row(index++, count);
-        a.s.pin_at[i] = {pin.is_right ? gate_width : 0, y};
-        a.s.pin_name[i] = {{pin.is_right ? tip : back + gap, y - 3500}, sg_pin_text, !pin.is_right};
+        a.s.pin_at[i] = {pin.is_right ? a.s.width : 0, y};
+        a.s.pin_name[i] = {{pin.is_right ? edge : back + gap, y - 3500}, sg_pin_text, !pin.is_right};
         if (pin.is_right)
-            lead_out(a, pin, tip, y);
+            lead_out(a, pin, edge, y);
         else
             lead_in(a, pin, y, back);
     }
-    path(a, {{back, reach}, {back, -reach}, {tip, 10000 - reach}, {tip, reach - 10000}, {back, reach}});
+    path(a, {{back, reach}, {back, -reach}, {edge, 10000 - reach}, {edge, reach - 10000}, {back, reach}});
     const std::int32_t low = draw_controls(a, -reach - 10000, 31000, mux_edge, reach);
     a.s.above = reach + inst_room;
     a.s.below = -low + 5000;
@@ -190,15 +207,6 @@ void draw_tristate(artist& a) {
 }
 
 // ---- boxes
-
-std::size_t longest_name(const sg_symbol_kind& kind, bool is_right) {
-    std::size_t longest = 0;
-    for (const sg_pin_kind& pin : kind.pins)
-        if (pin.is_right == is_right) longest = std::max(longest, pin.name.size() + (pin.is_clock ? 1 : 0));
-    return longest;
-}
-
-std::int32_t up_to_pitch(std::int32_t size) { return (size + sg_pitch - 1) / sg_pitch * sg_pitch; }
 
 void draw_box_pin(artist& a, const sg_pin_kind& pin, std::int32_t y, std::int32_t edge) {
     const std::int32_t size = sg_text_width(pin.name.size(), sg_pin_text);

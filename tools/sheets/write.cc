@@ -5,9 +5,12 @@
 #include <map>
 
 #include "schematic/object_make.h"
+#include "schematic/placement.h"
 #include "schematic/sheet_file.h"
 
 namespace {
+
+static_assert(sg_tag_text == tm_tag_text);
 
 enum colours : std::int8_t { red = 1, green = 2, blue = 3, cyan = 4, yellow = 5, magenta = 6, white = 7 };
 constexpr std::int8_t shape_colour = yellow, wire_colour = green, bus_width = 3;
