@@ -5,6 +5,7 @@
 #include <string>
 
 #include "commands/sheet.h"
+#include "foundation/shell.h"
 #include "kernel/state.h"
 #include "schematic/object_walk.h"
 #include "schematic/pick.h"
@@ -77,6 +78,11 @@ void kol_hang_probes() {
     for (auto* probe = kol_ext.start_probe_signal; probe != nullptr; probe = probe->next)
         if (tm_string_iden_string(probe->cur_sim_path, kol_ext.cur_sim_path) && is_on_sheet(file, *probe))
             hang_up(file, *probe);
+}
+
+void kol_redraw_states() {
+    tm_shell.redraw_results();
+    if (kol_ext.start_probe_signal != nullptr) tm_shell.redraw_context();
 }
 
 void kol_use_probe_displays() { tm_probe_text = probe_text; }

@@ -1,6 +1,7 @@
 // RESET SIM TIME, HISTORY, REGENERATE and UPDATE: back to time 0.
 #include "commands/handlers.h"
 #include "commands/keyword.h"
+#include "commands/probe_displays.h"
 #include "foundation/shell.h"
 #include "kernel/history.h"
 #include "kernel/run.h"
@@ -64,7 +65,7 @@ void kol_reset_sim_time_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& /*ke
     go_to_time_zero();
     kol_ext.end_time = 0;
     return_circuit_to_start();
-    tm_shell.redraw_results();
+    kol_redraw_states();
     tm_display(reset_words);
 }
 
@@ -90,7 +91,7 @@ void kol_regenerate_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
     if (!simulate_again()) return kol_reject(regenerate_words, 2, nkeyword, keyword, nothing_forced);
     kol_ext.trace_cur_time = start_time;
     kol_ext.trace_scale = (kol_ext.end_time - start_time) / trace_divisions;
-    tm_shell.redraw_results();
+    kol_redraw_states();
     tm_display(regenerate_words);
 }
 
@@ -107,6 +108,6 @@ void kol_update_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
     }
     show_window(update_words, kol_ext.start_time);
     if (!simulate_again()) return kol_reject(update_words, 2, nkeyword, keyword, nothing_forced);
-    tm_shell.redraw_results();
+    kol_redraw_states();
     kol_show({update_words, view});
 }

@@ -10,6 +10,7 @@
 
 #include "commands/handlers.h"
 #include "commands/keyword.h"
+#include "commands/probe_displays.h"
 #include "foundation/context.h"
 #include "foundation/files.h"
 #include "foundation/replacement.h"
@@ -216,5 +217,5 @@ void kol_restore_state_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) 
         kol_echo(restore_words, file_keyword, nkeyword, keyword);
     else
         show_refusal(cut, keyword);
-    tm_shell.redraw_results();
+    kol_redraw_states();
 }

@@ -1,6 +1,7 @@
 // FORCE, CLOCK PERIOD and RUN.
 #include "commands/handlers.h"
 #include "commands/keyword.h"
+#include "commands/probe_displays.h"
 #include "foundation/shell.h"
 #include "kernel/lookup.h"
 #include "kernel/run.h"
@@ -137,6 +138,5 @@ void kol_run_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
         kol_reject(run_words, 2, nkeyword, keyword, nothing_forced);
     else
         kol_echo(run_words, 2, nkeyword, keyword);
-    tm_shell.redraw_results();
-    if (kol_ext.start_probe_signal != nullptr) tm_shell.redraw_context();
+    kol_redraw_states();
 }
