@@ -102,12 +102,16 @@ bool has_probe() { return kol_ext.start_probe_signal != nullptr; }
 void drop_probe(kol_probe_signal_rec_t* probe) {
     kol_remove_record(probe, kol_ext.start_probe_signal, kol_ext.last_probe_signal);
     delete probe;
+}
+
+void show_probes_left() {
     kol_hang_probes();
+    tm_shell.redraw_context();
 }
 
 void forget_probes() {
     while (kol_ext.start_probe_signal != nullptr) drop_probe(kol_ext.start_probe_signal);
-    tm_shell.redraw_context();
+    show_probes_left();
 }
 
 // Names mean the oldest probe, but the newest of equal ones goes first.
@@ -117,7 +121,7 @@ bool forget_probe(const tm_string_record_t& name) {
             !tm_string_iden_string(probe->cur_sim_path, kol_ext.cur_sim_path))
             continue;
         drop_probe(probe);
-        tm_shell.redraw_context();
+        show_probes_left();
         return true;
     }
     return false;
