@@ -86,15 +86,19 @@ constexpr const char* label_of(const menu_row& row) {
 
 using letter_set = std::array<bool, 26>;
 
-// The letter that chooses an entry from the keyboard: the first of its label that its neighbours left free;
-// 0 when there is none.
+constexpr bool is_letter(char c) { return tm_upper_case(c) >= 'A' && tm_upper_case(c) <= 'Z'; }
+
+// The letter that chooses an entry from the keyboard: the first letter of a word of its label that its
+// neighbours left free, or else any other letter; 0 when there is none.
 constexpr char free_mnemonic(std::string_view label, letter_set& taken) {
-    for (const char c : label) {
-        const char upper = tm_upper_case(c);
-        if (upper < 'A' || upper > 'Z' || taken[static_cast<std::size_t>(upper - 'A')]) continue;
-        taken[static_cast<std::size_t>(upper - 'A')] = true;
-        return c;
-    }
+    for (const bool of_words : {true, false})
+        for (std::size_t i = 0; i < label.size(); ++i) {
+            if (!is_letter(label[i]) || (of_words && i > 0 && is_letter(label[i - 1]))) continue;
+            bool& is_taken = taken[static_cast<std::size_t>(tm_upper_case(label[i]) - 'A')];
+            if (is_taken) continue;
+            is_taken = true;
+            return label[i];
+        }
     return 0;
 }
 

@@ -74,8 +74,8 @@ class Window(unittest.TestCase):
         self.wait_for(lambda: any("?" in line and BLACK in line for line in self.picture().lines), "a drawn window")
         time.sleep(0.2)
 
-    def xdotool(self, *arguments):
-        return subprocess.run(["timeout", "20", "xdotool", *map(str, arguments)], check=True, capture_output=True,
+    def xdotool(self, *arguments, check=True):
+        return subprocess.run(["timeout", "20", "xdotool", *map(str, arguments)], check=check, capture_output=True,
                               text=True, env=self.display.environment(self.directory)).stdout.split()
 
     def transcript(self):

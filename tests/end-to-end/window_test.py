@@ -45,12 +45,39 @@ class UnderAWindowManager(Window):
         self.see(" BYE ")
         self.expect_end()
 
-    def test_menus_and_prompts_send_commands(self):
-        self.open("FORCE A N1 1 0\n")
-        self.menu("l", "r")
-        self.dialog("^Run Extra Simulation Time")
-        self.send("250")
-        self.see(" RUN 250 ")
+    def test_every_modifier_of_a_key_has_texts_for_press_and_release(self):
+        modifiers = {"": "", "shift": "S", "ctrl": "C", "alt": "A"}
+        self.open("".join("DEF KEY F7%s 'SPIKE MIN %d'\nDEF KEY F7U%s 'SPIKE MIN %d'\nDEF KEY AR%s 'SPIKE MIN %d'\n" %
+                          (name, 10 * n, name, 10 * n + 1, name, 10 * n + 2)
+                          for n, name in enumerate(modifiers.values(), start=1)) + "".join(
+                              "DEF KEY B%s 'SPIKE MIN %d'\n" % (name, 100 + n)
+                              for n, name in enumerate(("1", "1U", "2", "2U", "3", "3U"))))
+        self.at(0.5, 0.4)
+        expected = []
+        for n, modifier in enumerate(modifiers, start=1):
+            hold, release = (("keydown", modifier), ("keyup", modifier)) if modifier else ((), ())
+            self.xdotool(*hold, "key", "F7", "sleep", "0.2", "key", "Right", "sleep", "0.2", *release)
+            expected += [10 * n, 10 * n + 1, 10 * n + 2, 10 * n + 2]
+        for button in (1, 2, 3, 4):  # the wheel acts as button 3 pressed, both ways
+            self.xdotool("click", button, "sleep", "0.1")
+        expected += [100, 101, 102, 103, 104, 105, 104, 104]
+        said = [" SPIke MIN %d.000" % value for value in expected]
+        self.wait_for(lambda: len(self.transcript()) >= len(said) and self.transcript()[-1] == said[-1], said[-1])
+        self.assertEqual(self.transcript()[-len(said):], said)
+
+    def test_the_entry_recalls_what_was_typed(self):
+        self.open("SPIKE CHECK OFF\n")
+        for value in (1, 2):
+            self.send("SPIKE MIN %d" % value)
+        self.see(" SPIke MIN 2.000")
+        self.at(0.5, 0.11)  # over the entry: arrow keys over a page are keys of the page
+        self.xdotool("type", "--delay", "15", "SPIKE MIN 3")
+        self.xdotool("key", "Up", "Up", "Up", "Return")
+        self.see(" SPIke MIN 1.000", times=2)
+        self.xdotool("key", "Up", "Up", "Down", "Down", "Down")
+        self.send("SPIKE MIN 4")
+        self.see(" SPIke MIN 4.000")
+        self.assertNotIn(" SPIke MIN 3.000", self.transcript())
         self.xdotool("key", "alt+F4")  # the window manager asks the window to close
         self.expect_end()
 
