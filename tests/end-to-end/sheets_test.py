@@ -8,6 +8,7 @@ import kolv_session
 import window_session
 
 window_session.TITLE = "^kolv  |^ Logic Simulator Kolv  "  # the title names the directory once the page has changed
+YELLOW = b"\xff\xff\x00"
 CELL, HEIGHT, GAP = 10, 16, 6  # of a probe's text in pixels: of a character, and beside and above its place
 WIRE = (1.4, 1.0)  # the output of K1, on net M of the sheet at /U1/P1
 
@@ -43,8 +44,10 @@ class Sheets(window_session.Window):
     def value_at(self, place):
         """The value that the text "p" and a state beside a place of the screen shows."""
         left, top = place[0] + GAP + 2 * CELL, place[1] - GAP - HEIGHT - 4
-        lines = window_session.Screen(self.display).lines[top:top + HEIGHT]
-        rows = [[dot == "y" for dot in line[left:left + CELL]] for line in lines]
+        rgb = subprocess.run(
+            ["import", "-window", "root", "-crop", "%dx%d+%d+%d" % (CELL, HEIGHT, left, top), "-depth", "8", "rgb:-"],
+            check=True, capture_output=True, env=self.display.environment("/")).stdout
+        rows = [[rgb[3 * (y * CELL + x):][:3] == YELLOW for x in range(CELL)] for y in range(HEIGHT)]
         used = [row for row in rows if any(row)]
         if not used:
             return ""
