@@ -55,13 +55,6 @@ void shape(std::int16_t type, Make make) {
 
 }  // namespace
 
-template <typename Constructor>
-std::int16_t sheet_maker::open(std::int16_t type, Constructor constructor, tm_point_t at) {
-    tm_object_create(file_, type, at.x, at.y, opened_.emplace_back(), status_);
-    constructor();
-    return opened_.back();
-}
-
 void sheet_maker::close() {
     tm_object_close(file_, opened_.back(), status_);
     opened_.pop_back();

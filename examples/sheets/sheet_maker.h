@@ -47,7 +47,11 @@ public:
 
 private:
     template <typename Constructor>
-    std::int16_t open(std::int16_t type, Constructor constructor, tm_point_t at = {});
+    std::int16_t open(std::int16_t type, Constructor constructor, tm_point_t at = {}) {
+        tm_object_create(file_, type, at.x, at.y, opened_.emplace_back(), status_);
+        constructor();
+        return opened_.back();
+    }
     void close();
     void property(std::string_view name, std::string_view value, tm_point_t at, bool visible,
                   std::int32_t height = 6000);

@@ -140,9 +140,11 @@ protected:
     void SetUp() override {
         command_session::SetUp();
         std::filesystem::create_directories(sheets);
+        std::filesystem::current_path(folder);  // the lines write files
         ASSERT_EQ(std::system((KOLV_BIN_DIR "/example_sheets " + sheets + " > /dev/null").c_str()), 0);
     }
     void TearDown() override {
+        std::filesystem::current_path(before);
         command_session::TearDown();
         kol_context_clear();
         yx_store_clear();
@@ -167,6 +169,7 @@ protected:
         kol_ext.dir_path = tm_string(sheets);
     }
     const std::string sheets = (folder / "sheets").string();
+    const std::filesystem::path before = std::filesystem::current_path();
 };
 
 TEST_F(command_lines, of_any_kind_are_survived) {
