@@ -99,8 +99,8 @@ bool read_bit(std::string_view text, std::int32_t& bit) {
 range_t range_of(std::string_view name) {
     const std::size_t open = name.rfind('[');
     if (open == std::string_view::npos) return {};
+    if (!name.ends_with(']')) return {};  // "row[0].full"
     range_t range{true};
-    if (!name.ends_with(']')) return range;
     const std::string_view inner = name.substr(open + 1, name.size() - open - 2);
     const std::size_t colon = inner.find(':');
     range.is_one_bit = colon == std::string_view::npos;
