@@ -165,5 +165,6 @@ tm_string_record_t tm_string(std::string_view text) {
 
 void tm_append(std::string_view text, tm_string_record_t& dst) {
     const std::string_view kept = text.substr(0, tm_string_max);
+    if (kept.empty()) return;  // it may have no characters to point at
     tm_concat_astr(kept.data(), static_cast<std::int32_t>(kept.size()), dst);
 }
