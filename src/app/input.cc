@@ -10,6 +10,7 @@
 #include "app/mark_band.h"
 #include "app/pages.h"
 #include "commands/interpreter.h"
+#include "commands/marks.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"
 
@@ -93,6 +94,9 @@ bool is_page_key(KeySym keysym) { return keysym == XK_Prior || keysym == XK_Next
 void run_page_key(KeySym keysym) {
     if (keysym == XK_Prior) kol_exec_cmd("kolvMenuDB");
     if (keysym == XK_Next) kol_exec_cmd("kolvKeysDB");
+    if (keysym != XK_Escape) return;
+    kol_forget_marks();  // a rectangle that nobody wants any more
+    band_follow();
 }
 
 // A repeating key sends a release and a press together; the press is taken away and the release not counted.
@@ -133,6 +137,15 @@ std::size_t button_action(unsigned button, bool released) {
     return (button - Button1) * 2 + (released ? 1 : 0);
 }
 
+// A wheel draws no rectangle: what its text begins to mark is given up.
+void run_button(const XButtonEvent& button) {
+    const bool was_marking = tm_vext.mark_rectangle_on;
+    run_text(tm_vext.action_but[button_action(button.button, button.type == ButtonRelease)]);
+    if (button.button <= Button3 || was_marking) return;
+    kol_forget_marks();
+    band_follow();
+}
+
 // Only the newest of waiting motions counts: the server tells where the pointer is.
 void discard_motions(Widget area) {
     XEvent event;
@@ -162,8 +175,7 @@ void kol_drawing_area_callback_input(Widget area, XtPointer, XtPointer call_data
     pages_pointer_position();
     const bool moved = tm_vext.pixel_pos.x != before.x || tm_vext.pixel_pos.y != before.y;
     if (event->type == MotionNotify && moved) band_follow();
-    if (event->type == ButtonPress || event->type == ButtonRelease)
-        run_text(tm_vext.action_but[button_action(event->xbutton.button, event->type == ButtonRelease)]);
+    if (event->type == ButtonPress || event->type == ButtonRelease) run_button(event->xbutton);
 }
 
 void input_watch_keys(Widget widget) {

@@ -24,11 +24,6 @@ struct mark_state {
 };
 mark_state marks;
 
-void forget_marks() {
-    marks = {};
-    tm_vext.mark_rectangle_on = false;
-}
-
 void begin_at_pointer() {
     marks = {tm_vext.numpage, 1, {kol_pointer(), {}}, tm_vext.pixel_pos};
     tm_vext.mark_rectangle_on = true;
@@ -64,24 +59,29 @@ kol_rejection_t mark_rectangle(std::int16_t nkeyword, kol_array_keyword_t& keywo
 
 }  // namespace
 
+void kol_forget_marks() {
+    marks = {};
+    tm_vext.mark_rectangle_on = false;
+}
+
 tm_point_t kol_pointer() { return tm_vext.numpage == results_page ? tm_vext.pixel_pos : tm_vext.obj_pos; }
 
 void kol_mark_corner(tm_point_t corner) {
     if (marks.corners == 1 && marks.page == tm_vext.numpage) return kol_mark_area(marks.corner[0], corner);
-    forget_marks();
+    kol_forget_marks();
     marks.page = tm_vext.numpage;
     marks.corners = 1;
     marks.corner[0] = corner;
 }
 
 void kol_mark_area(tm_point_t first, tm_point_t second) {
-    forget_marks();
+    kol_forget_marks();
     marks = {tm_vext.numpage, 2, {first, second}, {}};
 }
 
 kol_rejection_t kol_marked_area(tm_bounds_t& area) {
     const mark_state taken = marks;
-    forget_marks();
+    kol_forget_marks();
     if (taken.corners == 0 || taken.page != tm_vext.numpage) return kol_no_area_marked;
     const tm_point_t a = taken.corner[0], b = taken.corners == 2 ? taken.corner[1] : kol_pointer();
     area = {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};

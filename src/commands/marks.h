@@ -20,6 +20,8 @@ void kol_mark_area(tm_point_t first, tm_point_t second);
 // Takes the marked area of the page that is shown, its second corner being the pointer when only one is
 // marked; marking is over then, also when it is refused: nothing marked, or on the other page.
 kol_rejection_t kol_marked_area(tm_bounds_t& area);
+// Gives up what is marked.
+void kol_forget_marks();
 // While the pointer draws a corner along (tm_vext.mark_rectangle_on): the page, and the fixed corner in
 // pixels of its drawing area.
 bool kol_mark_band(std::int16_t page, tm_point_t& corner);

@@ -67,13 +67,13 @@ std::int32_t select_in(tm_file_index_t file, tm_family family, const tm_bounds_t
 }
 
 void select_area(std::string_view words, bool on, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    tm_bounds_t area;
+    const kol_rejection_t unmarked = kol_marked_area(area);  // marking is over, however this ends
     const kind_t* const kind = nkeyword < 3 ? kinds : find_kind(kol_kw(keyword, 3));
     if (kind == nullptr) return kol_reject(words, 3, nkeyword, keyword, kind_invalid);
     if (const kol_rejection_t wrong = kol_check_context_sheet())
         return kol_reject(words, 3, nkeyword, keyword, wrong);
-    tm_bounds_t area;
-    if (const kol_rejection_t wrong = kol_marked_area(area))
-        return kol_reject(words, 3, nkeyword, keyword, wrong);
+    if (unmarked) return kol_reject(words, 3, nkeyword, keyword, unmarked);
     const std::int32_t count = select_in(kol_context_file(), kind->family, area, on);
     kol_echo(words, 3, nkeyword, keyword);
     show_count(count, on);

@@ -69,11 +69,11 @@ void kol_view_all_context(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
 }
 
 void kol_view_area_context(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+    tm_bounds_t area;
+    const kol_rejection_t unmarked = kol_marked_area(area);  // marking is over, however this ends
     const tm_file_index_t file = kol_sheet_or_reject(area_words, 3, nkeyword, keyword);
     if (file == 0) return;
-    tm_bounds_t area;
-    if (const kol_rejection_t wrong = kol_marked_area(area))
-        return kol_reject(area_words, 3, nkeyword, keyword, wrong);
+    if (unmarked) return kol_reject(area_words, 3, nkeyword, keyword, unmarked);
     tm_view_area(file, area);
     tm_shell.redraw_context();
     tm_display(area_words);

@@ -115,6 +115,21 @@ class ResultsPage(Window):
         self.look()
         self.expect_line(1, HIGH, self.x_of(300), self.x_of(500), "y", SOLID)
 
+    def test_a_frame_is_taken_away_by_escape_and_by_what_uses_no_area(self):
+        self.start("TRACE N1", "VIEW WINDOW TRACE")
+        no_frame = self.page()
+        for end in (("key", "Escape", "mouseup", 1), ("mouseup", 3)):
+            self.move_to(300, 60)
+            self.xdotool("mousedown", end[-1])
+            self.move_to(400, 100)
+            self.wait_for(lambda: self.page()[60][300:401] == "w" * 101, "a frame")
+            self.xdotool(*end)
+            self.wait_for(lambda: self.page() == no_frame, "the page without the frame")
+        self.xdotool("click", 4)  # the wheel
+        self.see(" MARK RECTangle ", times=4)
+        self.move_to(100, 200)
+        self.assertEqual(self.page(), no_frame)
+
     def window_of_view(self, begin, end):
         """First time and span that a marked area gives."""
         first, last = ((x - LEFT) * 1000 // self.plot for x in (begin, end))

@@ -72,7 +72,7 @@ class UnderAWindowManager(Window):
         self.see(" SPIke MIN 2.000")
         self.at(0.5, 0.11)  # over the entry: arrow keys over a page are keys of the page
         self.xdotool("type", "--delay", "15", "SPIKE MIN 3")
-        self.xdotool("key", "Up", "Up", "Up", "Return")
+        self.xdotool("key", "Tab", "Up", "Up", "Up", "Return")  # nothing else takes the keyboard
         self.see(" SPIke MIN 1.000", times=2)
         self.xdotool("key", "Up", "Up", "Down", "Down", "Down")
         self.send("SPIKE MIN 4")
