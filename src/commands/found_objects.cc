@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "commands/sheet.h"
 #include "schematic/object_reader.h"
 #include "schematic/object_walk.h"
 #include "schematic/placement.h"
@@ -34,6 +35,16 @@ kol_found_objects_t find_by(tm_file_index_t file, const tm_walk& objects, std::s
         if (!value.empty() && kol_name_fits(tm_view(name), value)) found.push_back(object);
     }
     return found;
+}
+
+// "N_17": net 17 when the sheet has wires of it, as not every page has.
+std::int16_t net_of_number(tm_file_index_t file, const tm_string_record_t& name) {
+    std::int16_t id = 0;
+    if (!tm_const_equal_string("N_", name)) return 0;
+    if (!kol_read_number(tm_string(tm_view(name).substr(2)), tm_file_header(file).object_id_max, id))
+        return 0;
+    const bool is_net = tm_object(file, id).object_type == tm_type_net;
+    return is_net && !tm_segments(file, id).empty() ? id : std::int16_t{0};
 }
 
 }  // namespace
@@ -107,7 +118,9 @@ kol_found_objects_t kol_find_instances(tm_file_index_t file, const tm_string_rec
 }
 
 kol_found_objects_t kol_find_nets(tm_file_index_t file, const tm_string_record_t& name) {
-    return find_by(file, tm_nets(file), "NET", name);
+    const kol_found_objects_t named = find_by(file, tm_nets(file), "NET", name);
+    const std::int16_t number = named.empty() ? net_of_number(file, name) : std::int16_t{0};
+    return number != 0 ? kol_found_objects_t{number} : named;
 }
 
 kol_found_objects_t kol_find_pins(tm_file_index_t file, const tm_string_record_t& name) {

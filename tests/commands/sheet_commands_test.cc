@@ -22,6 +22,8 @@ TEST_F(sheet_commands, view_a_marked_area_and_what_has_a_name) {
     EXPECT_TRUE(is_selected(instance("G1")) && is_selected(instance("G2")));
     type("view net cout");  // what was shown before is not any more
     EXPECT_TRUE(is_selected(net("COUT")));
+    type("view net n_" + std::to_string(net("SUM")));
+    EXPECT_TRUE(is_selected(net("SUM")));
     EXPECT_EQ(type("unselect all").back(), "# 1 object unselected ");
 }
 
