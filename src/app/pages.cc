@@ -106,9 +106,18 @@ void discard_exposures(Widget area) {
     }
 }
 
+// The directory of the sheet that is shown, or else the schematic directory.
+std::string_view directory_shown() {
+    const tm_file_index_t file = current_page() == context_page ? sheet_shown() : tm_file_index_t{0};
+    return tm_view(file == 0 ? kol_ext.dir_path : tm_vext.filear[static_cast<std::size_t>(file - 1)].dirname);
+}
+
 void set_title() {
-    const std::string title = " Logic Simulator Kolv  " + std::string(tm_view(kol_ext.dir_path));
-    XtVaSetValues(tm_window.top_window, XmNtitle, title.c_str(), nullptr);
+    static std::string shown;
+    std::string title = " Logic Simulator Kolv  " + std::string(directory_shown());
+    if (title == shown) return;
+    shown = std::move(title);
+    XtVaSetValues(tm_window.top_window, XmNtitle, shown.c_str(), nullptr);
 }
 
 void select_page(std::size_t page) {
@@ -148,6 +157,7 @@ void pages_redraw_results() {
 void pages_redraw_context() {
     if (tm_vext.numpage != 1 || tm_window.curdrareapixmap == 0) return;
     if (tm_vext.display_on) draw_context();
+    set_title();
     pages_copy_to_window();
 }
 
