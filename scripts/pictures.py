@@ -1,0 +1,126 @@
+"""Makes the pictures of the window; called by scripts/pictures, which has built the programs."""
+import pathlib
+import shutil
+import subprocess
+import sys
+import time
+
+SOURCE = pathlib.Path(__file__).resolve().parents[1]
+sys.path.insert(0, str(SOURCE / "tests/end-to-end"))
+from kolv_session import BIN, Display, expand, work_directory  # noqa: E402
+
+PICTURES = SOURCE / "docs/pictures"
+WINDOW = "^kolv  |^ Logic Simulator"
+COUNTER = """SPIKE CHECK OFF
+DEFINE BUS C count count[3] count[2] count[1] count[0]
+LIST B clk rst en carry
+LIST D count
+TRACE clk rst en count carry
+CLOCK PERIOD 40
+FORCE A clk 0 0 R
+FORCE A clk 1 20 R
+FORCE A rst 1 0
+FORCE A rst 0 50
+FORCE A en 1 0
+RUN 900
+"""
+DIALOGS = [  # picture, menu, entry, title of the dialog
+    ("dialog-run", "l", "r", "^Run Extra"),
+    ("dialog-time-list", "t", "l", "^View Time List"),
+    ("dialog-time-trace", "t", "t", "^View Time Trace"),
+    ("dialog-message", "h", "a", "^Quick_Message"),
+    ("dialog-help", "h", "v", "^Quick_Message"),
+    ("dialog-sheet", "f", "o", "^Open a sheet"),
+]
+
+
+class Session:
+    """The program in a directory that holds a design, under a window manager."""
+
+    def __init__(self, directory, commands):
+        self.directory = pathlib.Path(directory)
+        (self.directory / "start.cmd").write_text(commands)
+
+    def __enter__(self):
+        self.display = Display("1024x768x24").__enter__()
+        self.environment = self.display.environment(self.directory)
+        self.manager = subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL,
+                                        stderr=subprocess.DEVNULL)
+        time.sleep(1)
+        self.program = self.display.start([self.directory, "TYP", self.directory / "start.cmd"], self.directory,
+                                          stdout=subprocess.DEVNULL)
+        self.xdotool("search", "--sync", "--onlyvisible", "--name", WINDOW)
+        self.wait_for("# End of DO ", 2)
+        return self
+
+    def __exit__(self, *_):
+        for process in (self.program, self.manager):
+            process.kill()
+            process.wait()
+        self.display.__exit__()
+
+    def xdotool(self, *arguments):
+        return subprocess.run(["timeout", "20", "xdotool", *map(str, arguments)], check=True, capture_output=True,
+                              text=True, env=self.environment).stdout.split()
+
+    def wait_for(self, line, times=1):
+        """Until the transcript holds the line so often and the window shows it."""
+        transcript = self.directory / "current_session"
+        for _ in range(400):
+            if transcript.exists() and transcript.read_text().splitlines().count(line) >= times:
+                break
+            time.sleep(0.05)
+        else:
+            raise SystemExit("no line %r in the session" % line)
+        time.sleep(0.5)
+
+    def send(self, command, answer):
+        self.xdotool("type", "--delay", "15", command)
+        self.xdotool("key", "Return")
+        self.wait_for(answer)
+
+    def menu(self, menu, entry):
+        self.xdotool("keydown", "alt", "sleep", "0.1", "key", menu, "sleep", "0.1", "keyup", "alt", "sleep", "0.2",
+                     "key", entry)
+
+    def picture(self, name, title=WINDOW):
+        """The window of that title with few colours, which keeps the file small."""
+        window = self.xdotool("search", "--sync", "--onlyvisible", "--name", title)[0]
+        time.sleep(0.5)
+        subprocess.run(["import", "-window", window, "+dither", "-colors", "64", "PNG8:" + str(PICTURES / (name + ".png"))],
+                       check=True, env=self.environment)
+        print(name)
+
+
+def results():
+    with work_directory() as directory:
+        expand("examples/counter/counter.json", pathlib.Path(directory) / "design_yx")
+        with Session(directory, COUNTER) as session:
+            session.xdotool("mousemove", 800, 90)
+            session.picture("list")
+            session.send("VIEW WINDOW TRACE", " VIEw WINdow TRACE ")
+            session.send("VIEW ALL", " VIEw ALl ")
+            session.picture("trace")
+            session.xdotool("mousemove", 280, 175, "mousedown", 1, "sleep", "0.3", "mousemove", 430, 390)
+            session.picture("zoom")
+            session.xdotool("mouseup", 1)
+            session.wait_for(" VIEw ARea ")
+            session.picture("zoomed")
+
+
+def dialogs():
+    with work_directory() as directory:
+        subprocess.run([BIN / "example_sheets", directory], check=True, stdout=subprocess.DEVNULL)
+        with Session(directory, "POP\n") as session:
+            for name, menu, entry, title in DIALOGS:
+                session.menu(menu, entry)
+                session.picture(name, title)
+                session.xdotool("key", "Escape", "sleep", "0.3")
+
+
+if __name__ == "__main__":
+    for tool in ("import", "xdotool", "openbox", "Xvfb"):
+        if shutil.which(tool) is None:
+            raise SystemExit(tool + " is missing")
+    results()
+    dialogs()
