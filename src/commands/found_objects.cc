@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <limits>
 
-#include "commands/sheet.h"
+#include "commands/picking.h"
+#include "kernel/lookup.h"
 #include "schematic/object_reader.h"
 #include "schematic/object_walk.h"
 #include "schematic/placement.h"
@@ -45,6 +46,20 @@ std::int16_t net_of_number(tm_file_index_t file, const tm_string_record_t& name)
         return 0;
     const bool is_net = tm_object(file, id).object_type == tm_type_net;
     return is_net && !tm_segments(file, id).empty() ? id : std::int16_t{0};
+}
+
+// The drawn nets that are the design's net of this name, as the level's sheet names them.
+kol_found_objects_t nets_of_signal(tm_file_index_t file, const tm_string_record_t& name) {
+    kol_found_objects_t found;
+    yx_net_record_t *signal = nullptr, *net = nullptr;
+    if (kol_level_file() != kol_context_file() || kol_find_net(name, signal) == 0) return found;
+    tm_string_record_t number;
+    for (const std::int16_t id : tm_nets(file)) {
+        if (kol_property_of(file, id, "NET").empty()) continue;
+        kol_find_sheet_net(id, number, net);
+        if (net == signal) found.push_back(id);
+    }
+    return found;
 }
 
 }  // namespace
@@ -119,8 +134,9 @@ kol_found_objects_t kol_find_instances(tm_file_index_t file, const tm_string_rec
 
 kol_found_objects_t kol_find_nets(tm_file_index_t file, const tm_string_record_t& name) {
     const kol_found_objects_t named = find_by(file, tm_nets(file), "NET", name);
-    const std::int16_t number = named.empty() ? net_of_number(file, name) : std::int16_t{0};
-    return number != 0 ? kol_found_objects_t{number} : named;
+    if (!named.empty()) return named;
+    if (const std::int16_t number = net_of_number(file, name); number != 0) return {number};
+    return nets_of_signal(file, name);
 }
 
 kol_found_objects_t kol_find_pins(tm_file_index_t file, const tm_string_record_t& name) {

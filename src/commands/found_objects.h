@@ -18,7 +18,7 @@ std::string kol_property_of(tm_file_index_t file, std::int16_t object, std::stri
 std::string kol_name_of(tm_file_index_t file, std::int16_t object);
 
 kol_found_objects_t kol_find_instances(tm_file_index_t file, const tm_string_record_t& name);
-// By NET, or "N_17" by number.
+// By NET, or "N_17" by number, or by any name of a signal of the design, "/U3/D" among them.
 kol_found_objects_t kol_find_nets(tm_file_index_t file, const tm_string_record_t& name);
 // Pins of the instances placed on the sheet: "U3/D", or "D" on any instance.
 kol_found_objects_t kol_find_pins(tm_file_index_t file, const tm_string_record_t& name);

@@ -24,6 +24,8 @@ TEST_F(sheet_commands, view_a_marked_area_and_what_has_a_name) {
     EXPECT_TRUE(is_selected(net("COUT")));
     type("view net n_" + std::to_string(net("SUM")));
     EXPECT_TRUE(is_selected(net("SUM")));
+    type("view net u1/s");  // the signal's name below
+    EXPECT_TRUE(is_selected(net("T")) && !is_selected(net("SUM")));
     EXPECT_EQ(type("unselect all").back(), "# 1 object unselected ");
 }
 
