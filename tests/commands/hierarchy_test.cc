@@ -146,7 +146,7 @@ TEST_F(hierarchy, a_sheet_may_have_pages) {
         "view sheet page n",
         {"# VIEw SHEet page n ", "# !! Error : Page not found ? : ", "# !! : \"" + path("page_3") + "\" "});
     type("view sheet page previous");
-    rename("NET", "SUM", "TOTAL");  // only the other page still has it
+    rename("NET", "SUM", "");  // only the other page still shows it
     EXPECT_EQ(type("view net sum"), lines{" VIEw NET sum "});
     EXPECT_EQ(tm_view(tm_file_record(sheet()).dirname), path("page_2"));
     EXPECT_TRUE(tm_inq_object_selected(sheet(), net("SUM")));
