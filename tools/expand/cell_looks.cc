@@ -50,7 +50,7 @@ constexpr look_row looks[] = {
 // clang-format on
 
 // "$_DFFE_PN_" of the family "$_DFFE_" is a DFFE.
-std::string called(std::string_view family) {
+std::string type_name(std::string_view family) {
     std::string text;
     for (const char c : family)
         if (c != '$' && c != '_') text += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
@@ -69,5 +69,5 @@ xp_cell_look xp_look_of(std::string_view type, std::size_t input_bits) {
     }
     xp_timed_form form;
     const xp_timed_row* timed = xp_find_timed(type, form);
-    return {box, false, called(timed != nullptr ? timed->name : type)};
+    return {box, false, type_name(timed != nullptr ? timed->name : type)};
 }

@@ -138,16 +138,28 @@ std::int32_t height(const ranking& r, std::int32_t box) {
     return r.graph.boxes[at(box)].above + r.graph.boxes[at(box)].below;
 }
 
-// Fills rank after rank with what is ready, the longest way ahead first, none higher than the limit unless a
-// single box is.  The result is the number of inner ranks.
-std::int32_t fill_ranks(const ranking& r, const std::vector<std::int32_t>& order,
-                        const std::vector<std::int32_t>& ahead, std::int32_t limit,
-                        std::vector<std::int32_t>& rank) {
-    std::vector<std::int32_t> open;
+// Inner boxes, those with the longest way ahead first.
+std::vector<std::int32_t> most_urgent_first(const ranking& r, const std::vector<std::int32_t>& order,
+                                            const std::vector<std::int32_t>& ahead) {
+    std::vector<std::int32_t> boxes;
     for (const std::int32_t box : order)
-        if (is_inner(r, box)) open.push_back(box);
-    std::stable_sort(open.begin(), open.end(),
+        if (is_inner(r, box)) boxes.push_back(box);
+    std::stable_sort(boxes.begin(), boxes.end(),
                      [&](std::int32_t a, std::int32_t b) { return ahead[at(a)] > ahead[at(b)]; });
+    return boxes;
+}
+
+bool has_drivers_before(const ranking& r, const std::vector<std::int32_t>& rank, std::int32_t box,
+                        std::int32_t current) {
+    return std::all_of(r.previous[at(box)].begin(), r.previous[at(box)].end(), [&](std::int32_t previous) {
+        return !is_inner(r, previous) || (rank[at(previous)] != 0 && rank[at(previous)] != current);
+    });
+}
+
+// Fills rank after rank with what is ready, none higher than the limit unless a single box is.  The result is
+// the number of inner ranks.
+std::int32_t fill_ranks(const ranking& r, std::vector<std::int32_t> open, std::int32_t limit,
+                        std::vector<std::int32_t>& rank) {
     std::fill(rank.begin(), rank.end(), 0);
     std::int32_t current = 0;
     while (!open.empty()) {
@@ -155,86 +167,97 @@ std::int32_t fill_ranks(const ranking& r, const std::vector<std::int32_t>& order
         std::int32_t used = 0;
         std::vector<std::int32_t> later;
         for (const std::int32_t box : open) {
-            bool is_ready = used == 0 || used + height(r, box) <= limit;
-            for (const std::int32_t previous : r.previous[at(box)])
-                if (is_inner(r, previous) && (rank[at(previous)] == 0 || rank[at(previous)] == current))
-                    is_ready = false;
-            if (is_ready) {
-                rank[at(box)] = current;
-                used += height(r, box);
-            } else {
+            const bool has_room = used == 0 || used + height(r, box) <= limit;
+            if (!has_room || !has_drivers_before(r, rank, box, current)) {
                 later.push_back(box);
+                continue;
             }
+            rank[at(box)] = current;
+            used += height(r, box);
         }
         open = std::move(later);
     }
     return current;
 }
 
-// The fewest ranks with which none is higher than the shape allows for the width.
+// The fewest ranks with which none is higher than the shape allows for the width; at some width boxes higher
+// than that are taken as they are.
 std::int32_t shape_page(const ranking& r, double shape, const std::vector<std::int32_t>& order,
                         std::vector<std::int32_t>& rank) {
+    constexpr std::int32_t wider_most = 200;
     const std::vector<std::int32_t> ahead = ways_ahead(r, order);
-    std::int32_t wanted = 1 + (ahead.empty() ? 0 : *std::max_element(ahead.begin(), ahead.end()));
-    for (std::int32_t tries = 0;; ++tries) {
-        const auto limit = static_cast<std::int32_t>(shape * rank_pitch * (wanted + tries + 1));
-        const std::int32_t count = fill_ranks(r, order, ahead, limit, rank);
-        if (count <= wanted + tries || tries > 200) return count;
+    const std::vector<std::int32_t> boxes = most_urgent_first(r, order, ahead);
+    const std::int32_t least = 1 + (ahead.empty() ? 0 : *std::max_element(ahead.begin(), ahead.end()));
+    for (std::int32_t ranks = least;; ++ranks) {
+        const auto limit = static_cast<std::int32_t>(shape * rank_pitch * (ranks + 1));
+        const std::int32_t count = fill_ranks(r, boxes, limit, rank);
+        if (count <= ranks || ranks == least + wider_most) return count;
     }
 }
 
 // ---- shorter wires
 
-struct span_cost {
+struct arrangement {
     const ranking& r;
-    const std::vector<std::int32_t>& rank;
+    std::vector<std::int32_t>& rank;  // by box
+    std::vector<std::int32_t> used;   // height by rank
+    std::int32_t limit = 0;           // of used
 };
 
-// Channels that the nets of a box cross when it stands in that rank.
-std::int32_t cost_at(const span_cost& c, std::int32_t box, std::int32_t rank) {
+// Channels that a net crosses when a box of it stands in that rank.
+std::int32_t span_of(const arrangement& a, std::size_t net, std::int32_t box, std::int32_t rank) {
+    std::int32_t low = INT32_MAX, high = INT32_MIN;
+    const auto reach = [&](std::int32_t other, std::int32_t to_channel) {
+        const std::int32_t channel = (other == box ? rank : a.rank[at(other)]) + to_channel;
+        low = std::min(low, channel);
+        high = std::max(high, channel);
+    };
+    for (const std::int32_t other : a.r.drivers[net]) reach(other, 0);
+    for (const std::int32_t other : a.r.sinks[net]) reach(other, -1);
+    return high - low;
+}
+
+std::int32_t cost_at(const arrangement& a, std::int32_t box, std::int32_t rank) {
     std::int32_t cost = 0;
-    for (const sg_box_pin& pin : c.r.graph.boxes[at(box)].pins) {
-        if (pin.net < 0) continue;
-        std::int32_t low = INT32_MAX, high = INT32_MIN;
-        const auto reach = [&](std::int32_t channel) {
-            low = std::min(low, channel);
-            high = std::max(high, channel);
-        };
-        for (const std::int32_t other : c.r.drivers[at(pin.net)])
-            reach(other == box ? rank : c.rank[at(other)]);
-        for (const std::int32_t other : c.r.sinks[at(pin.net)])
-            reach((other == box ? rank : c.rank[at(other)]) - 1);
-        cost += high - low;
-    }
+    for (const sg_box_pin& pin : a.r.graph.boxes[at(box)].pins)
+        if (pin.net >= 0) cost += span_of(a, at(pin.net), box, rank);
     return cost;
 }
 
+// The rank between its drivers and its sinks, and with room, where a box costs least.
+std::int32_t best_rank(const arrangement& a, std::int32_t box, std::int32_t last) {
+    std::int32_t low = 1, high = last - 1;
+    for (const std::int32_t other : a.r.previous[at(box)]) low = std::max(low, a.rank[at(other)] + 1);
+    for (const std::int32_t other : a.r.next[at(box)]) high = std::min(high, a.rank[at(other)] - 1);
+    std::int32_t best = a.rank[at(box)], best_cost = cost_at(a, box, best);
+    for (std::int32_t to = low; to <= high; ++to) {
+        if (a.used[at(to)] + height(a.r, box) > a.limit) continue;
+        const std::int32_t cost = cost_at(a, box, to);
+        if (cost < best_cost) best = to;
+        best_cost = std::min(best_cost, cost);
+    }
+    return best;
+}
+
+bool move_box(arrangement& a, std::int32_t box, std::int32_t to) {
+    if (to == a.rank[at(box)]) return false;
+    a.used[at(a.rank[at(box)])] -= height(a.r, box);
+    a.used[at(to)] += height(a.r, box);
+    a.rank[at(box)] = to;
+    return true;
+}
+
 void shorten_wires(const ranking& r, std::int32_t last, std::vector<std::int32_t>& rank) {
-    std::vector<std::int32_t> used(at(last) + 1);
-    for (std::size_t box = 0; box < rank.size(); ++box)
-        used[at(rank[box])] += height(r, static_cast<std::int32_t>(box));
-    const std::int32_t limit = *std::max_element(used.begin() + 1, used.end() - 1);
-    for (int pass = 0; pass < 8; ++pass) {
-        bool is_changed = false;
-        for (std::int32_t box = 0; box < static_cast<std::int32_t>(rank.size()); ++box) {
-            if (!is_inner(r, box)) continue;
-            std::int32_t low = 1, high = last - 1;
-            for (const std::int32_t other : r.previous[at(box)]) low = std::max(low, rank[at(other)] + 1);
-            for (const std::int32_t other : r.next[at(box)]) high = std::min(high, rank[at(other)] - 1);
-            std::int32_t best = rank[at(box)], best_cost = cost_at({r, rank}, box, best);
-            for (std::int32_t to = low; to <= high; ++to)
-                if (const std::int32_t cost = cost_at({r, rank}, box, to);
-                    cost < best_cost && used[at(to)] + height(r, box) <= limit) {
-                    best = to;
-                    best_cost = cost;
-                }
-            if (best == rank[at(box)]) continue;
-            used[at(rank[at(box)])] -= height(r, box);
-            used[at(best)] += height(r, box);
-            rank[at(box)] = best;
-            is_changed = true;
-        }
-        if (!is_changed) return;
+    constexpr int passes = 8;
+    arrangement a{r, rank, std::vector<std::int32_t>(at(last) + 1)};
+    const auto boxes = static_cast<std::int32_t>(rank.size());
+    for (std::int32_t box = 0; box < boxes; ++box) a.used[at(rank[at(box)])] += height(r, box);
+    a.limit = *std::max_element(a.used.begin() + 1, a.used.end() - 1);
+    bool is_changed = true;
+    for (int pass = 0; pass < passes && is_changed; ++pass) {
+        is_changed = false;
+        for (std::int32_t box = 0; box < boxes; ++box)
+            if (is_inner(r, box)) is_changed |= move_box(a, box, best_rank(a, box, last));
     }
 }
 
