@@ -37,8 +37,9 @@ DIALOGS = [  # picture, menu, entry, title of the dialog
 class Session:
     """The program in a directory that holds a design, under a window manager."""
 
-    def __init__(self, directory, commands):
+    def __init__(self, directory, commands, ends=2):
         self.directory = pathlib.Path(directory)
+        self.ends = ends  # of command files, the key file's included
         (self.directory / "start.cmd").write_text(commands)
 
     def __enter__(self):
@@ -50,7 +51,7 @@ class Session:
         self.program = self.display.start([self.directory, "TYP", self.directory / "start.cmd"], self.directory,
                                           stdout=subprocess.DEVNULL)
         self.xdotool("search", "--sync", "--onlyvisible", "--name", WINDOW)
-        self.wait_for("# End of DO ", 2)
+        self.wait_for("# End of DO ", self.ends)
         return self
 
     def __exit__(self, *_):
@@ -118,9 +119,27 @@ def dialogs():
                 session.xdotool("key", "Escape", "sleep", "0.3")
 
 
+def tour():
+    """The pictures of docs/tour.md."""
+    with work_directory() as directory:
+        for file in (SOURCE / "examples/uart").glob("*.cmd"):
+            shutil.copy(file, directory)
+        expand("examples/uart/uart.json", pathlib.Path(directory) / "design_yx", "--sheets")
+        with Session(directory, "DO show.cmd\n", ends=7) as session:
+            session.send("VIEW ALL", " VIEw ALl ")
+            session.picture("tour-probes")
+            session.send("POP", " POP ")
+            session.picture("tour-trace")
+        with Session(directory, "DO too_fast.cmd 40 20\nVIEW SHEET\nVIEW DOWN fifo\nVIEW DOWN read_pointer\n",
+                     ends=5) as session:
+            session.send("VIEW PIN r0/D", " VIEw PIN r0/D ")
+            session.picture("tour-violation")
+
+
 if __name__ == "__main__":
     for tool in ("import", "xdotool", "openbox", "Xvfb"):
         if shutil.which(tool) is None:
             raise SystemExit(tool + " is missing")
     results()
     dialogs()
+    tour()

@@ -2,7 +2,7 @@
 # The clock rises at 100, 300, 500, ...; a bit takes four periods.
 DO design_yx.buses
 LIST B dout valid frame_error empty full
-TRACE clk rstn write din empty tx valid dout
+TRACE write empty tx valid dout clk rstn din
 SWITCHE LIST VALUE
 SPIKE CHECK OFF
 CLOCK PERIOD 200
