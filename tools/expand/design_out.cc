@@ -514,9 +514,9 @@ void set_header(yx_design_image_t& image, float time_step, const xp_status& stat
 }
 
 bool build(const xp_flat& flat, const std::vector<xp_delays>& delays, const xp_economy& economy,
-           yx_design_image_t& image, xp_paths& paths, xp_status& status) {
+           bool with_object_ids, yx_design_image_t& image, xp_paths& paths, xp_status& status) {
     clear_records(image);
-    if (!xp_make_paths(flat, economy, image, paths)) return false;
+    if (!xp_make_paths(flat, economy, with_object_ids, image, paths)) return false;
     builder b{flat, delays, image, paths, status, {}, {}, {}, {}, {}, {}, 0};
     add_nets(b);
     add_buses(b);
@@ -537,8 +537,14 @@ void xp_build_design(const xp_flat& flat, const std::vector<xp_delays>& delays, 
     add_names(pin_properties, image.prop_pin);
     add_names(net_properties, image.prop_net);
     set_header(image, time_step, status);
-    for (const xp_economy& economy : economies)
-        if (build(flat, delays, economy, image, paths, status)) return;
+    for (const bool with_object_ids : {true, false}) {
+        if (!with_object_ids && flat.object_ids.empty()) continue;
+        if (!with_object_ids)
+            xp_warn(status, "--sheets",
+                    "the object ids do not fit into the design file: nets are found by name only");
+        for (const xp_economy& economy : economies)
+            if (build(flat, delays, economy, with_object_ids, image, paths, status)) return;
+    }
     const bool by_strings = image.strings.size() > yx_max_index;
     xp_fail(status, xp_fault::too_large, "",
             std::string(image.chars.size() > yx_max_index ? "characters of names"

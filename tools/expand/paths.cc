@@ -321,8 +321,8 @@ void add_alias_lines(map_writer& w, const xp_paths& paths) {
 
 std::span<const xp_economy> xp_economies() { return economies; }
 
-bool xp_make_paths(const xp_flat& flat, const xp_economy& economy, yx_design_image_t& image,
-                   xp_paths& paths) {
+bool xp_make_paths(const xp_flat& flat, const xp_economy& economy, bool with_object_ids,
+                   yx_design_image_t& image, xp_paths& paths) {
     image.chars.clear();
     image.strings.clear();
     image.string_index.clear();
@@ -338,7 +338,7 @@ bool xp_make_paths(const xp_flat& flat, const xp_economy& economy, yx_design_ima
     add_buses(m);
     add_macros(m);
     add_children(m);
-    add_object_ids(m);
+    if (with_object_ids) add_object_ids(m);
     return xp_strings_fit(image) && add_gates(m);
 }
 

@@ -50,8 +50,10 @@ struct xp_paths {  // string indexes, 0 for none
     std::vector<std::int32_t> object_alias;            // its further name
 };
 
-// Fills in the strings of the image and their indexes.  False: they do not fit.
-bool xp_make_paths(const xp_flat& flat, const xp_economy& economy, yx_design_image_t& image, xp_paths& paths);
+// Fills in the strings of the image and their indexes; the object ids of sheets are left out on demand.
+// False: they do not fit.
+bool xp_make_paths(const xp_flat& flat, const xp_economy& economy, bool with_object_ids,
+                   yx_design_image_t& image, xp_paths& paths);
 bool xp_strings_fit(const yx_design_image_t& image);
 std::string_view xp_string_text(const yx_design_image_t& image, std::int32_t string);
 
