@@ -109,12 +109,4 @@ TEST(plot, draws_dark_inks_and_dashes_on_white_paper) {
     cairo_surface_destroy(picture);
 }
 
-TEST(plot, refuses_pictures_without_a_size) {
-    for (const std::int32_t width : {0, -1, tm_plot_largest + 1}) {
-        std::string error;
-        EXPECT_EQ(tm_plot_bytes({width, 10, [](tm_canvas&) {}}, tm_plot_format::svg, error), "");
-        EXPECT_EQ(error, "no picture of that size");
-    }
-}
-
 }  // namespace

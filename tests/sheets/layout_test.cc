@@ -29,8 +29,10 @@ struct circuit {
         gate.width = gate_width;
         gate.above = 24000;
         gate.below = inputs * sg_pitch;
+        gate.can_flip = inputs == 2;
         for (std::int32_t i = 0; i < inputs; ++i)
-            gate.pins.push_back({pick(8) == 0 ? -1 : pick(graph.net_count), -i * sg_pitch, false});
+            gate.pins.push_back({pick(8) == 0 ? -1 : pick(graph.net_count),
+                                 (inputs == 2 ? 1 - 2 * i : -i) * sg_pitch, false});
         gate.pins.push_back({output, 0, true});
         graph.boxes.push_back(gate);
     }
@@ -64,7 +66,7 @@ void expect_trees(const sg_graph& graph, const sg_layout& layout, const std::str
             if (pin.net >= 0)
                 pins[static_cast<std::size_t>(pin.net)].insert(
                     {layout.origins[i].x + (pin.is_right ? graph.boxes[i].width : 0),
-                     layout.origins[i].y + pin.y});
+                     layout.origins[i].y + (layout.is_flipped[i] ? -pin.y : pin.y)});
     for (std::size_t net = 0; net < pins.size(); ++net) {
         joined_points joined;
         std::set<sg_point> ends, roots;

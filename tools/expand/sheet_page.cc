@@ -119,6 +119,7 @@ bool shows_name(const xp_sheet_cell& cell) { return cell.name.size() <= shown_na
 sg_box box_of_cell(pager& p, const xp_sheet_cell& cell, const sg_symbol& shape) {
     sg_box box;
     box.is_register = cell.is_register || cell.module >= 0;
+    box.can_flip = shape.is_even;
     box.width = shape.width;
     box.above = shape.above;
     box.below = shape.below;
@@ -212,10 +213,8 @@ void add_tags(pager& p) {
 // ---- the drawing
 
 sg_point pin_place(const pager& p, const pin_ref& ref) {
-    const sg_point origin = p.layout.origins[at(ref.cell)];
-    const sg_point& pin =
-        p.drawing.symbols[at(p.drawing.instances[at(ref.cell)].symbol)].shape.pin_at[at(ref.pin)];
-    return {origin.x + pin.x, origin.y + pin.y};
+    const sg_drawn_instance& instance = p.drawing.instances[at(ref.cell)];
+    return sg_pin_place(instance, p.drawing.symbols[at(instance.symbol)], at(ref.pin));
 }
 
 sg_drawn_net& drawn_net(pager& p, std::size_t net) {
@@ -350,7 +349,10 @@ void xp_draw_page(const xp_sheet_plan& plan, std::int32_t page, const std::vecto
     add_tags(p);
     p.graph.net_count = static_cast<std::int32_t>(plan.nets.size());
     sg_lay_out(p.graph, p.layout);
-    for (std::size_t i = 0; i < drawing.instances.size(); ++i) drawing.instances[i].at = p.layout.origins[i];
+    for (std::size_t i = 0; i < drawing.instances.size(); ++i) {
+        drawing.instances[i].at = p.layout.origins[i];
+        drawing.instances[i].is_flipped = p.layout.is_flipped[i];
+    }
     draw_nets(p);
     draw_box_tags(p);
     label_nets(p);

@@ -16,7 +16,8 @@ struct sg_drawn_symbol {
 struct sg_drawn_instance {
     std::int32_t symbol = 0;
     sg_point at;
-    std::string name;  // INST
+    bool is_flipped = false;  // upside down
+    std::string name;         // INST
     bool shows_name = true;
     std::vector<std::int16_t> pin_net;  // by pin, 0 for none
 };
@@ -38,6 +39,12 @@ struct sg_drawn_net {
     sg_words label;
     std::vector<sg_drawn_name> ports;  // PORT: names of ports that are not the net's, beside their tags
 };
+
+inline sg_point sg_pin_place(const sg_drawn_instance& instance, const sg_drawn_symbol& symbol,
+                             std::size_t pin) {
+    const sg_point& at = symbol.shape.pin_at[pin];
+    return {instance.at.x + at.x, instance.at.y + (instance.is_flipped ? -at.y : at.y)};
+}
 
 enum class sg_tag_kind : std::uint8_t { input, output, inout, from_page, to_page };
 inline constexpr std::string_view sg_tag_names[] = {"INPUT", "OUTPUT", "INOUT", "FROM_PAGE", "TO_PAGE"};

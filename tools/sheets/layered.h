@@ -11,6 +11,7 @@ struct sg_node {
     std::int32_t rank = 0;
     std::int32_t above = 0, below = 0;
     std::int32_t y = 0;
+    bool is_flipped = false;
 };
 
 struct sg_terminal {  // an end of a net at a side of a channel
@@ -38,8 +39,12 @@ struct sg_layered {
     std::vector<sg_channel> channels;              // rank_count - 1
 };
 
+// Of a pin from its node, as the node stands.
+inline std::int32_t sg_offset(const sg_layered& l, std::int32_t node, std::int32_t offset) {
+    return l.nodes[static_cast<std::size_t>(node)].is_flipped ? -offset : offset;
+}
 inline std::int32_t sg_row(const sg_layered& l, const sg_terminal& terminal) {
-    return l.nodes[static_cast<std::size_t>(terminal.node)].y + terminal.offset;
+    return l.nodes[static_cast<std::size_t>(terminal.node)].y + sg_offset(l, terminal.node, terminal.offset);
 }
 
 // Places the nodes of a rank in their order as near to where each wants to be as their extents allow.

@@ -46,8 +46,12 @@ std::int32_t box_x(const drafting& d, std::int32_t box) {
 
 void place_boxes(drafting& d) {
     d.layout.origins.resize(d.l.graph.boxes.size());
-    for (const sg_node& node : d.l.nodes)
-        if (node.box >= 0) d.layout.origins[at(node.box)] = {box_x(d, node.box), -node.y};
+    d.layout.is_flipped.resize(d.l.graph.boxes.size());
+    for (const sg_node& node : d.l.nodes) {
+        if (node.box < 0) continue;
+        d.layout.origins[at(node.box)] = {box_x(d, node.box), -node.y};
+        d.layout.is_flipped[at(node.box)] = node.is_flipped;
+    }
 }
 
 // The x where a wire from a column of a channel ends at a terminal.

@@ -45,7 +45,8 @@ struct sg_box_pin {
 struct sg_box {
     sg_place place = sg_place::inner;
     bool is_register = false;
-    std::int32_t width = 0;                          // between the columns of its pins
+    bool can_flip = false;   // may be turned upside down: the rows of its pins lie evenly about the origin
+    std::int32_t width = 0;  // between the columns of its pins
     std::int32_t above = 0, below = 0;               // its extent with its texts, from the origin
     std::int32_t margin_left = 0, margin_right = 0;  // beyond the columns of its pins
     std::vector<sg_box_pin> pins;
@@ -58,6 +59,7 @@ struct sg_graph {
 
 struct sg_layout {
     std::vector<sg_point> origins;            // by box
+    std::vector<bool> is_flipped;             // by box: its pins are at -y
     std::vector<std::vector<sg_wire>> wires;  // by net: a tree, split where wires meet
     std::vector<std::vector<sg_point>> ties;  // by net: the points where three or more wires meet
     sg_rectangle extent;

@@ -9,7 +9,7 @@ constexpr int sweeps = 16;
 
 std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 
-// A wire across a channel as seen from a node: its own row there and the row at the other side.
+// A wire across a channel as seen from a node: the offsets of its rows there and at the other side.
 struct reach {
     std::int32_t net = 0, own = 0, far_node = 0, far_offset = 0;
 };
@@ -29,14 +29,16 @@ void join_sides(const sg_channel& channel, std::vector<std::vector<reach>>& of_l
         }
 }
 
-std::int32_t far_row(const ordering& o, const reach& r) { return o.l.nodes[at(r.far_node)].y + r.far_offset; }
+std::int32_t far_row(const ordering& o, const reach& r) {
+    return o.l.nodes[at(r.far_node)].y + sg_offset(o.l, r.far_node, r.far_offset);
+}
 
 void sort_rank(ordering& o, std::int32_t rank, const std::vector<std::vector<reach>>& reaches) {
     std::vector<std::int32_t>& nodes = o.l.ranks[at(rank)];
     std::vector<double> key(o.l.nodes.size());
     for (const std::int32_t node : nodes) {
         double sum = 0;
-        for (const reach& r : reaches[at(node)]) sum += far_row(o, r) - r.own;
+        for (const reach& r : reaches[at(node)]) sum += far_row(o, r) - sg_offset(o.l, node, r.own);
         key[at(node)] = reaches[at(node)].empty() ? o.l.nodes[at(node)].y
                                                   : sum / static_cast<double>(reaches[at(node)].size());
     }
@@ -63,13 +65,33 @@ std::int64_t crossings(const ordering& o) {
         wires.clear();
         for (const std::int32_t node : o.l.ranks[rank])
             for (const reach& r : o.to_right[at(node)])
-                wires.emplace_back(o.l.nodes[at(node)].y + r.own, far_row(o, r));
+                wires.emplace_back(o.l.nodes[at(node)].y + sg_offset(o.l, node, r.own), far_row(o, r));
         std::sort(wires.begin(), wires.end());
         for (std::size_t a = 0; a < wires.size(); ++a)
             for (std::size_t b = a + 1; b < wires.size(); ++b)
                 if (wires[a].first < wires[b].first && wires[a].second > wires[b].second) ++count;
     }
     return count;
+}
+
+// Wires to the left of a box that cross: those from its upper pins that go below others, less those that do
+// not.
+std::int32_t twists(const ordering& o, std::int32_t node) {
+    std::int32_t count = 0;
+    for (const reach& a : o.to_left[at(node)])
+        for (const reach& b : o.to_left[at(node)])
+            if (sg_offset(o.l, node, a.own) < sg_offset(o.l, node, b.own) && far_row(o, a) != far_row(o, b))
+                count += far_row(o, a) > far_row(o, b) ? 1 : -1;
+    return count;
+}
+
+// Turns boxes upside down where that saves crossings.
+void flip_boxes(ordering& o, const std::vector<std::int32_t>& nodes) {
+    for (const std::int32_t index : nodes) {
+        sg_node& node = o.l.nodes[at(index)];
+        if (node.box >= 0 && o.l.graph.boxes[at(node.box)].can_flip && twists(o, index) > 0)
+            node.is_flipped = !node.is_flipped;
+    }
 }
 
 // Exchanges neighbours while that saves crossings.
@@ -113,6 +135,7 @@ void sg_order_ranks(sg_layered& l) {
             else
                 sort_rank(o, l.rank_count - 1 - k, o.to_right);
         if (sweep >= sweeps / 2) exchange_neighbours(o);
+        for (const std::vector<std::int32_t>& nodes : l.ranks) flip_boxes(o, nodes);
         if (const std::int64_t count = crossings(o); count < fewest) {
             fewest = count;
             best = l.ranks;

@@ -37,8 +37,9 @@ void add_pulls(const sg_layered& l, const std::vector<sg_terminal>& own,
         const double count = static_cast<double>(others[at(terminal.net)].size());
         for (const sg_terminal* far : others[at(terminal.net)]) {
             const bool both_rows = l.nodes[at(terminal.node)].box < 0 && l.nodes[at(far->node)].box < 0;
-            pulls[at(terminal.node)].push_back({static_cast<double>(sg_row(l, *far) - terminal.offset),
-                                                (both_rows ? row_weight : box_weight) / count});
+            pulls[at(terminal.node)].push_back(
+                {static_cast<double>(sg_row(l, *far) - sg_offset(l, terminal.node, terminal.offset)),
+                 (both_rows ? row_weight : box_weight) / count});
         }
     }
 }

@@ -112,6 +112,7 @@ void draw_gate(artist& a) {
             break;
     }
     input_bar(a, reach);
+    a.s.is_even = true;
     a.s.above = reach + inst_room;
     a.s.below = reach;
     a.s.inst = {{back, reach + gap}, sg_text, true};

@@ -54,6 +54,7 @@ struct sg_words {
 };
 
 struct sg_symbol {
+    bool is_even = false;                          // looks and is used alike upside down
     std::int32_t width = 0, above = 0, below = 0;  // above includes the room for INST
     sg_words inst, model, type;
     std::vector<sg_point> pin_at;  // by pin of the kind

@@ -145,7 +145,7 @@ std::int16_t lowest_label(const sg_drawing& drawing, std::int16_t net) {
 
 void add_pin_family(scribe& s, const sg_drawn_instance& instance, std::size_t pin) {
     const sg_drawn_symbol& symbol = s.drawing.symbols[static_cast<std::size_t>(instance.symbol)];
-    const sg_point at{instance.at.x + symbol.shape.pin_at[pin].x, instance.at.y + symbol.shape.pin_at[pin].y};
+    const sg_point at = sg_pin_place(instance, symbol, pin);
     const sg_pin_kind& kind = symbol.kind.pins[pin];
     const auto last = static_cast<std::int16_t>(kind.is_bus ? std::abs(kind.start - kind.end) : 0);
     const std::int16_t net = instance.pin_net[pin];
@@ -160,7 +160,8 @@ std::int16_t add_instance(scribe& s, const sg_drawn_instance& instance) {
     sg_words words = s.drawing.symbols[symbol].shape.inst;
     words.is_visible = instance.shows_name;
     return add(
-        s, tm_type_instance, instance.at, [&] { tm_instance(s.symbol_ids[symbol], 0, false); },
+        s, tm_type_instance, instance.at,
+        [&] { tm_instance(s.symbol_ids[symbol], instance.is_flipped ? 2 : 0, instance.is_flipped); },
         [&] {
             add_plain(s, tm_type_bodpropfam, instance.at,
                       [&] { add_property(s, "INST", instance.name, words, instance.at, white); });
