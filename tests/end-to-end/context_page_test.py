@@ -12,6 +12,20 @@ window_session.TITLE = "^kolv  |^ Logic Simulator Kolv  "  # the title names the
 PALETTE = {b"\xff\xff\xff": "white", b"\x00\xff\x00": "green", b"\x00\xff\xff": "cyan",
            b"\xff\xff\x00": "yellow", b"\xff\x00\x00": "red", b"\x00\x00\xff": "blue"}
 
+# The top sheet in model units: its border, and points on shapes by colour.
+INSET, WIDTH, HEIGHT, BORDER = 2000, 400000, 300000, "cyan"
+SHAPES = {
+    "arc, a whole circle": ("yellow", [(310000, 30000), (330000, 30000), (320000, 40000), (320000, 20000)]),
+    "circle and its filling": ("red", [(345000, 30000), (342000, 27000)]),
+    "rectangle and its filling": ("cyan", [(360000, 30000), (357000, 34000)]),
+    "polyline": ("yellow", [(373000, 35000), (374500, 30000), (388000, 25000)]),
+    "module as drawn": ("yellow", [(110000, 185000), (170000, 215000), (105000, 210000), (175000, 190000)]),
+    "module flipped": ("yellow", [(310000, 185000), (250000, 215000), (315000, 210000), (245000, 190000)]),
+    "OR turned by 270 degrees": ("yellow", [(210000, 115000), (200000, 165000), (220000, 165000), (223000, 135000)]),
+    "inverter turned by 180 degrees": ("yellow", [(180000, 112000), (185000, 100000), (160000, 107500), (137000, 103000)]),
+}
+EMPTY = [(320000, 30000), (140000, 200000), (210000, 225000), (240000, 100000), (205000, 140000)]
+
 
 class ContextPage(window_session.Window):
     def setUp(self):
@@ -78,6 +92,35 @@ class ContextPage(window_session.Window):
             self.run_command(force, " %s " % force)
         self.run_command("RUN 1000", " RUN 1000 ")
         self.wait_for(lambda: self.colours()["yellow"] not in (unknown["yellow"], self.whole["yellow"]), "another value")
+
+
+    def page_colour(self):
+        """A function from a model point to the colours of the dots around it; the border gives the scale."""
+        lines = subprocess.run(["import", "-window", "root", "-depth", "8", "ppm:-"], check=True, capture_output=True,
+                               env=self.display.environment("/")).stdout.split(b"\n", 3)
+        width, rgb = int(lines[1].split()[0]), lines[3]
+        at = [i for i in range(0, len(rgb), 3) if PALETTE.get(rgb[i:i + 3]) == BORDER]
+        left, right = (edge(i // 3 % width for i in at) for edge in (min, max))
+        top, bottom = (edge(i // 3 // width for i in at) for edge in (min, max))
+
+        def colours(x, y):
+            column = round(left + (right - left) * (x - INSET) / (WIDTH - 2 * INSET))
+            row = round(bottom - (bottom - top) * (y - INSET) / (HEIGHT - 2 * INSET))
+            return {PALETTE.get(rgb[i:i + 3], "") for line in (row - 1, row, row + 1)
+                    for i in range(3 * (line * width + column - 1), 3 * (line * width + column + 2), 3)}
+        return colours
+
+    def test_shapes_stand_where_their_symbols_are_placed_flipped_and_turned(self):
+        colours = self.page_colour()
+        for name, (colour, points) in SHAPES.items():
+            for x, y in points:
+                self.assertIn(colour, colours(x, y), (name, x, y))
+        for x, y in EMPTY:
+            self.assertNotIn("yellow", colours(x, y), (x, y))
+        dashes = ["yellow" in colours(x, 20000) for x in range(300000, 390000, 1000)]
+        self.assertTrue(True in dashes and False in dashes, dashes)
+        self.assertEqual(colours(50000, 200000), {"yellow"})  # the bus is three dots wide
+        self.assertEqual(colours(200000, 220000), {"green", ""})
 
 
 if __name__ == "__main__":
