@@ -94,6 +94,11 @@ void keep_schematic_directory() {
     }
 }
 
+// In quotes where a command would be split.
+std::string as_keyword(const std::string& path) {
+    return path.find_first_of(" ,;") == std::string::npos ? path : "\"" + path + "\"";
+}
+
 void ok_cb(Widget box, XtPointer, XtPointer call_data) {
     const std::string chosen = text_of(static_cast<XmFileSelectionBoxCallbackStruct*>(call_data)->value);
     const std::string directory = chosen.substr(0, std::min(chosen.rfind('/'), chosen.size()));
@@ -107,7 +112,7 @@ void ok_cb(Widget box, XtPointer, XtPointer call_data) {
         return;
     }
     XtUnmanageChild(box);
-    kol_send_command(" VIEw Sheet  " + directory);
+    kol_send_command(" VIEw Sheet  " + as_keyword(directory));
 }
 
 void cancel_cb(Widget box, XtPointer, XtPointer) { XtUnmanageChild(box); }

@@ -60,7 +60,7 @@ class Dialogs(Window):
         self.expect_end()
 
     def test_a_sheet_is_chosen_on_the_context_page_only(self):
-        for name in ("alu", "cpu"):
+        for name in ("alu", "cpu 2"):
             (self.directory / name).mkdir()
             (self.directory / name / "sheet.tm").write_text("no sheet")
         self.open("")
@@ -79,9 +79,9 @@ class Dialogs(Window):
         self.dialog("^Open a sheet")
         self.xdotool("key", "shift+Tab", "sleep", "0.2", "key", "Down", "sleep", "0.1", "key", "Return")
         self.wait_for(lambda: self.closed("^Open a sheet"), "a chosen sheet")
-        self.wait_for(lambda: any(line.lstrip("# ").startswith("VIEw SHEet " + str(self.directory / "cpu"))
+        self.wait_for(lambda: any(line.lstrip("# ").startswith('VIEw SHEet "%s"' % (self.directory / "cpu 2"))
                                   for line in self.transcript()), "the sheet's command")
-        self.assertEqual(self.working_directory(), str(self.directory / "cpu"))
+        self.assertEqual(self.working_directory(), str(self.directory / "cpu 2"))
         self.send("WRITE LIST products")  # into the schematic directory as before
         self.see(" WRIte LISt products ")
         self.assertTrue((self.directory / "products").exists())
