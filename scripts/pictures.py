@@ -136,10 +136,28 @@ def tour():
             session.picture("tour-violation")
 
 
+def sheets():
+    """Sheets as PLOT SHEET draws them, for docs/expand.md."""
+    plots = [("examples/uart/uart.json", [("sheet-uart", ""), ("sheet-fifo", "VIEW DOWN fifo"),
+                                          ("sheet-shifter", "VIEW UP;VIEW DOWN sender;VIEW DOWN shifter")]),
+             ("designs/iscas89/s27.json", [("sheet-s27", "")]), ("designs/iscas85/c432.json", [("sheet-c432", "")])]
+    for netlist, pictures in plots:
+        with work_directory() as directory:
+            expand(netlist, pathlib.Path(directory) / "design_yx", "--sheets")
+            with Display("1024x768x24") as display:
+                display.run(directory, "VIEW SHEET\n%sQUIT\n" % "".join(
+                    "%s\nPLOT SHEET %s.png\n" % (commands or "#", name) for name, commands in pictures))
+            for name, _ in pictures:
+                subprocess.run(["convert", pathlib.Path(directory) / (name + ".png"), "-trim", "+repage", "-resize", "1400x",
+                                "+dither", "-colors", "48", "PNG8:" + str(PICTURES / (name + ".png"))], check=True)
+                print(name)
+
+
 if __name__ == "__main__":
     for tool in ("import", "xdotool", "openbox", "Xvfb"):
         if shutil.which(tool) is None:
             raise SystemExit(tool + " is missing")
     results()
     dialogs()
+    sheets()
     tour()

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr std::int32_t stub = 5000;      // wire between a pin and its tag
+constexpr std::int32_t tag_lead = 5000;  // wire between a pin and its tag
 constexpr std::int32_t tag_half = 5000;  // of a pennant's height
 constexpr std::int32_t page_margin = 20000;
 constexpr std::size_t shown_name = 24;  // longer INST names are not shown
@@ -16,7 +16,7 @@ struct pin_ref {
     std::int32_t cell = 0, pin = 0;  // cell of the page's list
 };
 
-enum class style : std::uint8_t { none, alone, wires, stubs };
+enum class style : std::uint8_t { none, alone, wires, tags };
 
 // A net as far as the page shows it.
 struct page_net {
@@ -92,11 +92,11 @@ style style_of(const pager& p, const page_net& net, const xp_sheet_net& planned)
     const bool is_driven = !net.drivers.empty() || is_at_port(p, net, true);
     const std::size_t ends = pins + net.ports.size() + (net.wants_to ? 1 : 0) + (net.wants_from ? 1 : 0);
     if (pins + net.ports.size() == 0) return style::none;
-    if (!planned.is_bus && planned.bit < 0) return style::stubs;
+    if (!planned.is_bus && planned.bit < 0) return style::tags;
     if (ends == 1) return style::alone;
-    if (pins > xp_wired_most || (net.is_control && pins > 2)) return style::stubs;
-    if (!is_driven && net.readers.size() <= xp_stubs_most) return style::stubs;
-    if (net.readers.empty() && net.ports.empty() && net.drivers.size() == 1) return style::stubs;
+    if (pins > xp_wired_most || (net.is_control && pins > 2)) return style::tags;
+    if (!is_driven && net.readers.size() <= xp_tagged_most) return style::tags;
+    if (net.readers.empty() && net.ports.empty() && net.drivers.size() == 1) return style::tags;
     return style::wires;
 }
 
@@ -131,9 +131,9 @@ sg_box box_of_cell(pager& p, const xp_sheet_cell& cell, const sg_symbol& shape) 
         const std::int32_t net = cell.nets[pin];
         const style look = net < 0 ? style::none : p.nets[at(net)].look;
         box.pins.push_back({look == style::wires ? net : -1, shape.pin_at[pin].y, is_right});
-        if (look != style::stubs) continue;
+        if (look != style::tags) continue;
         std::int32_t& margin = is_right ? box.margin_right : box.margin_left;
-        margin = std::max(margin, stub + sg_tag_room(p.plan.nets[at(net)].name.size()));
+        margin = std::max(margin, tag_lead + sg_tag_room(p.plan.nets[at(net)].name.size()));
         box.above = std::max(box.above, shape.pin_at[pin].y + tag_half);
         box.below = std::max(box.below, tag_half - shape.pin_at[pin].y);
     }
@@ -221,11 +221,11 @@ sg_drawn_net& drawn_net(pager& p, std::size_t net) {
     return p.drawing.nets[at(p.plan.nets[net].id - p.drawing.nets.front().id)];
 }
 
-void draw_stubs(pager& p, std::size_t index, sg_drawn_net& drawn) {
+void draw_tags(pager& p, std::size_t index, sg_drawn_net& drawn) {
     const page_net& net = p.nets[index];
     for (const bool is_right : {false, true})
         for (const pin_ref& ref : is_right ? net.drivers : net.readers) {
-            const sg_point pin = pin_place(p, ref), end{pin.x + (is_right ? stub : -stub), pin.y};
+            const sg_point pin = pin_place(p, ref), end{pin.x + (is_right ? tag_lead : -tag_lead), pin.y};
             drawn.wires.push_back(is_right ? sg_wire{pin, end} : sg_wire{end, pin});
             p.drawing.tags.push_back(
                 {is_right ? sg_tag_kind::to_page : sg_tag_kind::from_page, end, drawn.name});
@@ -271,7 +271,7 @@ void draw_nets(pager& p) {
         drawn.end = planned.end;
         drawn.wires = p.layout.wires[i];
         drawn.ties = p.layout.ties[i];
-        if (p.nets[i].look == style::stubs) draw_stubs(p, i, drawn);
+        if (p.nets[i].look == style::tags) draw_tags(p, i, drawn);
     }
 }
 
