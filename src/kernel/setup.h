@@ -12,6 +12,6 @@ void kol_install_pinhdler(yx_pin_record_t* pin, const yx_prop_record_t* model, b
 void kol_exec_init_pinhdler(const tm_string_record_t& model, bool& model_init_ok);
 // Expects cur_time 0.
 void kol_init_net_state();
-// Takes the delays and limits of every instance over from the properties again, after these have been rescaled,
-// and computes the largest delay.
+// Takes the delays and limits of every instance over from the properties again, after these have been
+// rescaled, and computes the largest delay.
 void kol_refresh_timing();

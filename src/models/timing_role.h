@@ -39,8 +39,8 @@ std::int32_t kol_reference_time(const kol_timing_role_t& role);
 // The enable rule of checker and switch: on after the edge's change, off after the opposite one, inverted by
 // a change among "i" and "x".
 void kol_follow_enable(char edge, kol_change change, bool& on);
-// Returns the run-time fields to what the last change of the pin's net left, to their initial values for a net
-// that has never changed; the times of the transitions become 0.  Edge, limits and pin stay.
+// Returns the run-time fields to what the last change of the pin's net left, to their initial values for a
+// net that has never changed; the times of the transitions become 0.  Edge, limits and pin stay.
 void kol_restart_role(kol_timing_role_t& role);
 // The same for an enable of checker or switch.
 void kol_restart_enable(const kol_timing_role_t& role, bool initially_on, bool& on);

@@ -21,7 +21,9 @@ protected:
     static auto& first_vertex(const char* name) {
         return as<tm_type_vertex_2d>(tm_vertices(sheet(), net(name)).first());
     }
-    static auto& symbol_path() { return as<tm_type_symbol>(as<tm_type_instance>(instance("U1")).symbol).path; }
+    static auto& symbol_path() {
+        return as<tm_type_symbol>(as<tm_type_instance>(instance("U1")).symbol).path;
+    }
     // "#" in the line stands for the object's number.
     static void expect_fault(std::string line, std::int16_t object) {
         line.replace(line.find('#'), 1, "object " + std::to_string(object));
@@ -35,7 +37,8 @@ protected:
 TEST_F(check_sheet, sound_sheets_have_no_faults) {
     for (const char* typed : {"view sheet", "view down U1", "view down P1"}) {
         type(typed);
-        EXPECT_EQ(type("check sheet"), (lines{" CHEck SHEet ", "# CHECK SHEET : 0 errors, 0 warnings "})) << typed;
+        EXPECT_EQ(type("check sheet"), (lines{" CHEck SHEet ", "# CHECK SHEET : 0 errors, 0 warnings "}))
+            << typed;
     }
 }
 
