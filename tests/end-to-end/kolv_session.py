@@ -38,8 +38,12 @@ class Display:
         return self
 
     def __exit__(self, *_):
-        self.server.terminate()
-        self.server.wait()
+        while self.server.poll() is None:  # a signal that comes just before the server sleeps is slept over
+            self.server.terminate()
+            try:
+                self.server.wait(1)
+            except subprocess.TimeoutExpired:
+                pass
 
     def environment(self, home):
         env = {k: v for k, v in os.environ.items() if k not in ("XENVIRONMENT", "XAPPLRESDIR")}
