@@ -12,7 +12,7 @@ namespace {
 
 constexpr double box_tolerance = 100;  // of curves, model units
 // A pennant: half its height, the length of its points, the room before and behind its text.
-constexpr double tag_half = 4500, tag_tip = 4000, tag_gap = 1500;
+constexpr double tag_half = 5000, tag_tip = 4000, tag_gap = 1500;
 
 struct tag_kind {
     const char* name;

@@ -11,7 +11,7 @@
 #include "schematic/object_reader.h"
 
 inline constexpr double tm_text_aspect = 0.6;  // width of a character to its height
-inline constexpr std::int32_t tm_tag_text = 7000;
+inline constexpr std::int32_t tm_tag_text = 8500;
 
 struct tm_spot_t {
     double x = 0, y = 0;

@@ -6,7 +6,7 @@
 namespace {
 
 constexpr double page_shapes[] = {0.7, 0.45, 0.3, 0.2};  // tried in turn
-constexpr double window_shape = 1.6;                     // width to height of where sheets are shown
+constexpr double window_shape = 2.2;                     // width to height of where sheets are shown
 
 std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 

@@ -7,7 +7,7 @@ namespace {
 constexpr std::int32_t gate_width = 50000;
 constexpr std::int32_t back = 10000, tip = 40000, half = 15000;  // of a gate's outline
 constexpr std::int32_t bubble = 2500;
-constexpr std::int32_t inst_room = 10000, gap = 1000;
+constexpr std::int32_t inst_room = 12000, gap = 1000;
 
 struct artist {
     const sg_symbol_kind& kind;
@@ -171,7 +171,8 @@ void draw_multiplexer(artist& a) {
         if (pin.is_control) continue;
         const std::int32_t y = pin.is_right ? 0 : pin_row(index++, count);
         a.s.pin_at[i] = {pin.is_right ? a.s.width : 0, y};
-        a.s.pin_name[i] = {{pin.is_right ? edge : back + gap, y - 3500}, sg_pin_text, !pin.is_right};
+        a.s.pin_name[i] = {
+            {pin.is_right ? edge : back + gap, y - sg_pin_text / 2}, sg_pin_text, !pin.is_right};
         if (pin.is_right)
             lead_out(a, pin, edge, y);
         else
@@ -217,7 +218,7 @@ void draw_box_pin(artist& a, const sg_pin_kind& pin, std::int32_t y, std::int32_
         path(a, {{back, y + 4000}, {back + 5000, y}, {back, y - 4000}});
         text += 5000;
     }
-    a.s.pin_name.push_back({{text, y - 3500}, sg_pin_text, true});
+    a.s.pin_name.push_back({{text, y - sg_pin_text / 2}, sg_pin_text, true});
     if (!pin.is_right) return lead_in(a, pin, y, back);
     line(a, {edge, y}, {a.s.width, y}, pin.is_bus);
 }
@@ -238,7 +239,7 @@ void draw_box(artist& a) {
     a.s.above = top + inst_room;
     a.s.below = -bottom + 2000;
     a.s.inst = {{back, top + gap}, sg_text, true};
-    const sg_point at{back + (inner - sg_text_width(shown.size(), sg_pin_text)) / 2, 6000};
+    const sg_point at{back + (inner - sg_text_width(shown.size(), sg_pin_text)) / 2, 5000};
     a.s.model = {at, sg_pin_text, a.kind.type.empty()};
     a.s.type = {at, sg_pin_text, true};
 }

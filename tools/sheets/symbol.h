@@ -10,8 +10,8 @@
 
 #include "sheets/layout.h"
 
-inline constexpr std::int32_t sg_text = 8000, sg_pin_text = 7000;  // heights of INST; of MODEL, PIN, NET
-inline constexpr std::int32_t sg_tag_text = 7000;                  // of tags, as they are drawn
+inline constexpr std::int32_t sg_text = 10000, sg_pin_text = 9000;  // heights of INST; of MODEL, PIN, NET
+inline constexpr std::int32_t sg_tag_text = 8500;                   // of tags, as they are drawn
 
 // The width of a text of that height.
 constexpr std::int32_t sg_text_width(std::size_t characters, std::int32_t height) {
