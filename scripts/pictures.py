@@ -24,6 +24,16 @@ FORCE A rst 0 50
 FORCE A en 1 0
 RUN 900
 """
+ADDER = """VIEW SHEET
+PROBE COUT 2.1 1.0
+PROBE SUM 2.2 2.6
+FORCE A CIN 1 0
+FORCE A D[0] 1 0
+FORCE A D[1] 0 0
+RUN 100
+VIEW INSTANCE U2
+VIEW ALL
+"""
 DIALOGS = [  # picture, menu, entry, title of the dialog
     ("dialog-run", "l", "r", "^Run Extra"),
     ("dialog-time-list", "t", "l", "^View Time List"),
@@ -109,6 +119,13 @@ def results():
             session.picture("zoomed")
 
 
+def context():
+    with work_directory() as directory:
+        subprocess.run([BIN / "example_sheets", directory], check=True, stdout=subprocess.DEVNULL)
+        with Session(directory, ADDER) as session:
+            session.picture("context")
+
+
 def dialogs():
     with work_directory() as directory:
         subprocess.run([BIN / "example_sheets", directory], check=True, stdout=subprocess.DEVNULL)
@@ -158,6 +175,7 @@ if __name__ == "__main__":
         if shutil.which(tool) is None:
             raise SystemExit(tool + " is missing")
     results()
+    context()
     dialogs()
     sheets()
     tour()
