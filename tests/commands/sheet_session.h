@@ -5,11 +5,9 @@
 #include <cstdlib>
 
 #include "command_session.h"
-#include "kernel/setup.h"
-#include "models/model_table.h"
-#include "netlist/design_file.h"
 #include "schematic/object_walk.h"
 #include "schematic/sheet_file.h"
+#include "support/design_build.h"
 
 class sheet_session : public command_session {
 protected:
@@ -18,7 +16,9 @@ protected:
         std::filesystem::create_directories(folder);
         const std::string make = KOLV_BIN_DIR "/example_sheets " + folder.string() + " > " + path("made");
         ASSERT_EQ(std::system(make.c_str()), 0);
-        load_design();
+        tst_read(folder);
+        tst_set_up();
+        kol_ext.dir_path = tm_string(folder.string());
         tm_vext.init_done = tm_vext.display_on = true;
         tm_vext.numpage = 1;
         tm_vext.bitmap_size = {0, 0, 800, 600};
@@ -54,20 +54,4 @@ protected:
         tm_copy_value(tm_string(new_value), property(name, value).nvalue);
     }
     static void point_at(std::int32_t x, std::int32_t y) { tm_vext.obj_pos = {x, y}; }
-
-private:
-    void load_design() const {
-        const std::filesystem::path before = std::filesystem::current_path();
-        std::filesystem::current_path(folder);  // the store's debug file goes there
-        yxi_text_t where, name;
-        yxi_copy_const(".", where);
-        yxi_copy_const("design_yx", name);
-        STATUS_T status;
-        yxi_init_dfi(where, name, status);
-        std::filesystem::current_path(before);
-        ASSERT_EQ(status.all, 0);
-        kol_set_models(kol_model_table());
-        kol_init_object_ptr();
-        kol_ext.dir_path = tm_string(folder.string());
-    }
 };

@@ -14,17 +14,12 @@
 #include "foundation/shell.h"
 #include "kernel/history.h"
 #include "kernel/lookup.h"
-#include "kernel/model.h"
-#include "kernel/setup.h"
-#include "models/model_table.h"
-#include "netlist/design_file.h"
+#include "support/design_build.h"
 #include "support/session.h"
 
 namespace {
 
 constexpr std::int8_t strong_0 = 17, strong_1 = 19;
-
-yxi_string_record_t text(std::string& s) { return {static_cast<std::int32_t>(s.size()), s.data()}; }
 
 // Expands the circuit with the options and brings the simulator to the start of a session.
 void start(const std::string& circuit, const std::string& options = "") {
@@ -40,12 +35,8 @@ void start(const std::string& circuit, const std::string& options = "") {
     tm_vext = {};
     kol_initparam_before();
     tst_record_session();
-    std::string name = "design_yx";
-    STATUS_T status;
-    yxi_init_dfi(text(directory), text(name), status);
-    ASSERT_EQ(status.all, 0);
-    kol_set_models(kol_model_table());
-    kol_init_object_ptr();
+    tst_read(directory);
+    tst_set_up();
     ASSERT_EQ(tm_vext.num_errors, 0) << ::testing::PrintToString(tst_take_lines());
     std::filesystem::remove_all(directory);
 }

@@ -79,21 +79,6 @@ class ContextPage(window_session.Window):
         self.xdotool("key", "shift+F12")
         self.expect_whole_page("View All")
 
-    def test_selected_instances_stand_out_and_probes_follow_the_run(self):
-        self.run_command("VIEW INSTANCE U1", " VIEw INStance U1 ")
-        self.wait_for(lambda: self.colours()["white"] > self.whole["white"] + 500, "a white instance")
-        self.run_command("UNSELECT ALL", " UNSelect ALl ")
-        self.run_command("VIEW ALL", " VIEw ALl ")
-        self.expect_whole_page("UNSELECT ALL")
-        self.run_command("PROBE COUT 2.1 1.0", " PROBe COUT 2.1 1.0 ")
-        self.wait_for(lambda: self.colours()["yellow"] > self.whole["yellow"], "a probe")
-        unknown = self.settled()
-        for force in ("FORCE A CIN 1 0", "FORCE A D[0] 1 0", "FORCE A D[1] 1 0"):
-            self.run_command(force, " %s " % force)
-        self.run_command("RUN 1000", " RUN 1000 ")
-        self.wait_for(lambda: self.colours()["yellow"] not in (unknown["yellow"], self.whole["yellow"]), "another value")
-
-
     def page_colour(self):
         """A function from a model point to the colours of the dots around it; the border gives the scale."""
         lines = subprocess.run(["import", "-window", "root", "-depth", "8", "ppm:-"], check=True, capture_output=True,

@@ -10,9 +10,7 @@
 #include "kernel/lookup.h"
 #include "kernel/network.h"
 #include "kernel/say.h"
-#include "kernel/setup.h"
-#include "models/model_table.h"
-#include "netlist/design_file.h"
+#include "support/design_build.h"
 
 namespace {
 
@@ -35,17 +33,8 @@ protected:
     }
     void draw_text(const std::string& text) { draw(file("netlist.json", text)); }
     void load() {
-        const std::filesystem::path before = std::filesystem::current_path();
-        std::filesystem::current_path(folder);  // the store's debug file goes there
-        yxi_text_t where, name;
-        yxi_copy_const(".", where);
-        yxi_copy_const("design_yx", name);
-        STATUS_T loaded;
-        yxi_init_dfi(where, name, loaded);
-        std::filesystem::current_path(before);
-        ASSERT_EQ(loaded.all, 0);
-        kol_set_models(kol_model_table());
-        kol_init_object_ptr();
+        tst_read(folder);
+        tst_set_up();
         kol_ext.dir_path = tm_string(folder.string());
         tm_vext.init_done = true;
         tm_vext.numpage = 1;

@@ -18,15 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void fill_store(const std::string& directory) {
-    yxi_text_t where, file;
-    yxi_copy_const(directory.c_str(), where);
-    yxi_copy_const("design_yx", file);
-    STATUS_T status;
-    yxi_init_dfi(where, file, status);
-    if (status.all != 0) ADD_FAILURE() << "the design does not load";
-}
-
 template <typename Record>
 Record& record_of(std::string_view name, std::int32_t count, Record* (*ptrto)(std::int32_t)) {
     const std::string path = name.starts_with('/') ? std::string(name) : '/' + std::string(name);
@@ -43,15 +34,24 @@ void tst_load(const yx_design_image_t& image) {
     yx_store_clear();
     tm_vext = {};
     tst_record_session();
-    const fs::path before = fs::current_path();
     std::string directory = testing::TempDir() + "kolv_design_XXXXXX", why;
-    fs::current_path(mkdtemp(directory.data()));  // the store's debug file goes there
-    if (yxw_write(image, "design_yx", why))
-        fill_store(directory);
+    if (yxw_write(image, std::string(mkdtemp(directory.data())) + "/design_yx", why))
+        tst_read(directory);
     else
         ADD_FAILURE() << why;
-    fs::current_path(before);
     fs::remove_all(directory);
+}
+
+void tst_read(const fs::path& directory) {
+    const fs::path before = fs::current_path();
+    fs::current_path(directory);  // the store's debug file goes there
+    yxi_text_t where, file;
+    yxi_copy_const(".", where);
+    yxi_copy_const("design_yx", file);
+    STATUS_T status;
+    yxi_init_dfi(where, file, status);
+    EXPECT_EQ(status.all, 0) << "the design does not load";
+    fs::current_path(before);
 }
 
 void tst_set_up() {

@@ -30,6 +30,7 @@
 // the whole bus, d.2-5 one that spans four bits, d.3 a single pin on one bit of it; d3 is the member net.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -42,7 +43,8 @@ void tst_build(std::string_view text);
 // The steps of it, for tests that need one alone.
 yx_design_image_t tst_design(std::string_view text, std::string& error);  // error says what is wrong
 void tst_load(const yx_design_image_t& image);  // fresh records, a recorded session, then the store filled
-void tst_set_up();                              // models registered, objects set up, simulation path "/"
+void tst_read(const std::filesystem::path& directory);  // the store filled from its file "design_yx"
+void tst_set_up();  // models registered, objects set up, simulation path "/"
 
 // Records of the loaded design by path, the first "/" may be left out; one that does not exist ends the test.
 yx_net_record_t& tst_net(std::string_view name);
