@@ -5,23 +5,13 @@
 #include <filesystem>
 #include <string>
 
+#include "nand_properties.h"
 #include "netlist/design_file.h"
 #include "netlist/design_image.h"
 
 namespace {
 
 constexpr std::int32_t gates = yx_max_index / 4;  // three inputs and an output each
-
-void add_properties(yx_design_image_t& design) {
-    design.prop_instance.emplace_back().name = tm_string("MODEL");
-    for (const char* name : {"RISE", "FALL"}) design.prop_pin.emplace_back().name = tm_string(name);
-    design.props.emplace_back().valuec = yxw_string(design, "nand");
-    for (int k = 0; k < 2; ++k) {
-        yx_prop_record_t& delay = design.props.emplace_back();
-        delay.prop_type = YX_PTIME;
-        for (std::int32_t& value : delay.valuet) value = 2;
-    }
-}
 
 void add_pin(yx_design_image_t& design, std::int32_t gate, std::int32_t net, bool is_output) {
     yx_pin_record_t& pin = design.pins.emplace_back();
@@ -42,7 +32,7 @@ void add_pin(yx_design_image_t& design, std::int32_t gate, std::int32_t net, boo
 // Gate g drives net g and reads the nets of the gates before it.
 yx_design_image_t largest_design() {
     yx_design_image_t design;
-    add_properties(design);
+    bench_add_properties(design, 2);
     for (std::int32_t g = 1; g <= gates; ++g) {
         yx_net_record_t& net = design.nets.emplace_back();
         net.self = g;

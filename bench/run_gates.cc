@@ -11,6 +11,7 @@
 #include "kernel/run.h"
 #include "kernel/setup.h"
 #include "models/model_table.h"
+#include "nand_properties.h"
 #include "netlist/design_file.h"
 #include "netlist/design_image.h"
 
@@ -20,17 +21,6 @@ namespace fs = std::filesystem;
 
 constexpr std::int32_t chain_length = 100;
 constexpr std::int32_t names = 65536;  // more characters than these take do not fit the store
-
-void add_properties(yx_design_image_t& design) {
-    design.prop_instance.emplace_back().name = tm_string("MODEL");
-    for (const char* name : {"RISE", "FALL"}) design.prop_pin.emplace_back().name = tm_string(name);
-    design.props.emplace_back().valuec = yxw_string(design, "nand");
-    for (int k = 0; k < 2; ++k) {
-        yx_prop_record_t& delay = design.props.emplace_back();
-        delay.prop_type = YX_PTIME;
-        for (std::int32_t& value : delay.valuet) value = 1;
-    }
-}
 
 std::int32_t add_net(yx_design_image_t& design) {
     yx_net_record_t& net = design.nets.emplace_back();
@@ -72,7 +62,7 @@ std::int32_t add_inverter(yx_design_image_t& design, std::int32_t from) {
 yx_design_image_t chains(std::int32_t gates) {
     yx_design_image_t design;
     design.info.time_step = 1;
-    add_properties(design);
+    bench_add_properties(design, 1);
     for (std::int32_t chain = 0; chain < gates / chain_length; ++chain) {
         std::int32_t net = add_net(design);
         for (std::int32_t k = 0; k < chain_length; ++k) net = add_inverter(design, net);

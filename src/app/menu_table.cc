@@ -102,18 +102,28 @@ constexpr char free_mnemonic(std::string_view label, letter_set& taken) {
     return 0;
 }
 
+constexpr bool begins_menu(std::size_t i) { return i == 0 || menu_of(rows[i]) != menu_of(rows[i - 1]); }
+
+struct mnemonic_pair {
+    char menu = 0, entry = 0;  // menu: of the menu that begins with this row
+};
+constexpr auto mnemonics = [] {
+    std::array<mnemonic_pair, std::size(rows)> chosen;
+    letter_set menus_taken{}, entries_taken{};
+    for (std::size_t i = 0; i < chosen.size(); ++i) {
+        if (begins_menu(i)) {
+            entries_taken = {};
+            chosen[i].menu = free_mnemonic(menu_of(rows[i]), menus_taken);
+        }
+        chosen[i].entry = free_mnemonic(label_of(rows[i]), entries_taken);
+    }
+    return chosen;
+}();
+
 // Every menu and every entry can be chosen from the keyboard.
 constexpr bool all_have_mnemonics() {
-    std::string_view menu;
-    letter_set menus_taken{}, entries_taken{};
-    for (const menu_row& row : rows) {
-        if (menu_of(row) != menu) {
-            menu = menu_of(row);
-            entries_taken = {};
-            if (free_mnemonic(menu, menus_taken) == 0) return false;
-        }
-        if (free_mnemonic(label_of(row), entries_taken) == 0) return false;
-    }
+    for (std::size_t i = 0; i < mnemonics.size(); ++i)
+        if (mnemonics[i].entry == 0 || (begins_menu(i) && mnemonics[i].menu == 0)) return false;
     return true;
 }
 static_assert(all_have_mnemonics());
@@ -143,15 +153,10 @@ std::span<const menu_row> menu_table() { return rows; }
 
 void menu_create(Widget menu_bar) {
     Widget pulldown = nullptr;
-    std::string_view menu;
-    letter_set menus_taken{}, entries_taken{};
-    for (const menu_row& row : rows) {
-        if (menu_of(row) != menu) {
-            menu = menu_of(row);
-            entries_taken = {};
-            pulldown = create_pulldown(menu_bar, std::string(menu), free_mnemonic(menu, menus_taken));
-        }
-        create_entry(pulldown, row, free_mnemonic(label_of(row), entries_taken));
+    for (std::size_t i = 0; i < std::size(rows); ++i) {
+        if (begins_menu(i))
+            pulldown = create_pulldown(menu_bar, std::string(menu_of(rows[i])), mnemonics[i].menu);
+        create_entry(pulldown, rows[i], mnemonics[i].entry);
     }
 }
 
