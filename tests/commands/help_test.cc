@@ -5,10 +5,11 @@
 #include "commands/bindings.h"
 #include "commands/command_line.h"
 #include "commands/command_table.h"
+#include "support/places/places.h"
 
 namespace {
 
-const std::filesystem::path installed = std::filesystem::path(KOLV_SOURCE_DIR) / "share/kolv";
+const std::filesystem::path installed = std::filesystem::path(tst_source_dir()) / "share/kolv";
 
 std::string upper(std::string_view text) {
     std::string result(text);

@@ -1,6 +1,7 @@
 // VIEW SHEET, VIEW DOWN and VIEW UP: the levels, the simulation path, and what is refused in which order.
 #include "commands/sheet.h"
 #include "sheet_session.h"
+#include "support/places/places.h"
 
 namespace {
 
@@ -98,7 +99,8 @@ TEST_F(hierarchy, a_sheet_below_that_cannot_be_shown_changes_nothing) {
     fs::resize_file(path("adder/sheet.tm_1"), 1000);
     expect_refused("view down U1", invalid);
     EXPECT_EQ(tm_vext.num_file_open, 1);
-    ASSERT_EQ(std::system((KOLV_BIN_DIR "/example_sheets " + folder.string() + " > " + path("made")).c_str()),
+    ASSERT_EQ(std::system(
+                  (tst_program_dir() + "/example_sheets " + folder.string() + " > " + path("made")).c_str()),
               0);
     type("view down U1;view up");
     fs::resize_file(path("adder/sheet.tm_2"), 1000);

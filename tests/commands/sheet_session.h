@@ -8,13 +8,15 @@
 #include "schematic/object_walk.h"
 #include "schematic/sheet_file.h"
 #include "support/design_build.h"
+#include "support/places/places.h"
 
 class sheet_session : public command_session {
 protected:
     void SetUp() override {
         command_session::SetUp();
         std::filesystem::create_directories(folder);
-        const std::string make = KOLV_BIN_DIR "/example_sheets " + folder.string() + " > " + path("made");
+        const std::string make =
+            tst_program_dir() + "/example_sheets " + folder.string() + " > " + path("made");
         ASSERT_EQ(std::system(make.c_str()), 0);
         tst_read(folder);
         tst_set_up();

@@ -15,6 +15,7 @@
 #include "kernel/history.h"
 #include "kernel/lookup.h"
 #include "support/design_build.h"
+#include "support/places/places.h"
 #include "support/session.h"
 
 namespace {
@@ -26,9 +27,9 @@ void start(const std::string& circuit, const std::string& options = "") {
     std::string directory =
         std::filesystem::temp_directory_path() / ("kolv_designs_" + std::to_string(getpid()));
     std::filesystem::create_directories(directory);
-    const std::string command = std::string(KOLV_BIN_DIR) + "/kolv-expand " + options + " " +
-                                KOLV_SOURCE_DIR + "/designs/iscas89/" + circuit + ".json -o " + directory +
-                                "/design_yx >" + directory + "/log 2>&1";
+    const std::string command = tst_program_dir() + "/kolv-expand " + options + " " + tst_source_dir() +
+                                "/designs/iscas89/" + circuit + ".json -o " + directory + "/design_yx >" +
+                                directory + "/log 2>&1";
     ASSERT_EQ(std::system(command.c_str()), 0) << command;
     yx_store_clear();
     kol_context_clear();
@@ -98,7 +99,7 @@ struct circuit_row {
 class sequential_circuit : public ::testing::TestWithParam<circuit_row> {};
 
 TEST_P(sequential_circuit, agrees_with_a_cycle_based_model_for_a_thousand_cycles) {
-    tst_cycle_model model(std::string(KOLV_SOURCE_DIR) + "/designs/iscas89/" + GetParam().name + ".json");
+    tst_cycle_model model(tst_source_dir() + "/designs/iscas89/" + GetParam().name + ".json");
     start(GetParam().name);
     if (HasFatalFailure()) return;
     type("SPIKE CHECK OFF");
@@ -149,7 +150,7 @@ std::multiset<violation> reported_violations(const std::vector<std::string>& lin
 // nets show, no more and no less.
 TEST(sequential_circuit, a_clock_that_is_too_fast_violates_setup_where_the_histories_say) {
     constexpr std::int32_t setup = 2;
-    tst_cycle_model model(std::string(KOLV_SOURCE_DIR) + "/designs/iscas89/s298.json");
+    tst_cycle_model model(tst_source_dir() + "/designs/iscas89/s298.json");
     start("s298");
     if (HasFatalFailure()) return;
     type("SPIKE CHECK OFF");

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "expansion.h"
+#include "support/places/places.h"
 
 namespace {
 
@@ -11,7 +12,8 @@ class refusals : public expansion {
 protected:
     // Runs the program, what it prints going to the file "said"; the result is its exit status.
     static int run(const std::string& arguments) {
-        return WEXITSTATUS(std::system((KOLV_BIN_DIR "/kolv-expand " + arguments + " >said 2>&1").c_str()));
+        return WEXITSTATUS(
+            std::system((tst_program_dir() + "/kolv-expand " + arguments + " >said 2>&1").c_str()));
     }
     static void expect_refusal(const std::string& message, const std::string& arguments = "n.json -o d") {
         file("said", "");

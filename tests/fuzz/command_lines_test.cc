@@ -6,6 +6,7 @@
 #include "commands/command_session.h"
 #include "commands/command_table.h"
 #include "support/design_build.h"
+#include "support/places/places.h"
 
 namespace {
 
@@ -141,7 +142,7 @@ protected:
         command_session::SetUp();
         std::filesystem::create_directories(sheets);
         std::filesystem::current_path(folder);  // the lines write files
-        ASSERT_EQ(std::system((KOLV_BIN_DIR "/example_sheets " + sheets + " > /dev/null").c_str()), 0);
+        ASSERT_EQ(std::system((tst_program_dir() + "/example_sheets " + sheets + " > /dev/null").c_str()), 0);
     }
     void TearDown() override {
         std::filesystem::current_path(before);

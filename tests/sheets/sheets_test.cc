@@ -11,6 +11,7 @@
 #include "kernel/network.h"
 #include "kernel/say.h"
 #include "support/design_build.h"
+#include "support/places/places.h"
 
 namespace {
 
@@ -251,7 +252,7 @@ TEST_F(walked_sheets, show_what_the_netlist_says) {
         SCOPED_TRACE(name);
         SetUp();
         std::filesystem::remove_all(folder);
-        walk(std::string(KOLV_SOURCE_DIR) + "/" + name + ".json");
+        walk(tst_source_dir() + "/" + name + ".json");
     }
 }
 
@@ -347,10 +348,10 @@ TEST_F(sheets, of_what_is_too_large_are_refused_and_the_design_is_written) {
 }
 
 TEST_F(sheets, take_the_place_of_older_ones_in_the_folder) {
-    draw(KOLV_SOURCE_DIR "/designs/iscas85/c432.json");
+    draw(tst_source_dir() + "/designs/iscas85/c432.json");
     EXPECT_TRUE(std::filesystem::exists(folder / "page_5/sheet.tm_1"));
     SetUp();
-    draw(KOLV_SOURCE_DIR "/designs/iscas85/c17.json");
+    draw(tst_source_dir() + "/designs/iscas85/c17.json");
     EXPECT_FALSE(std::filesystem::exists(folder / "page_2"));
     EXPECT_TRUE(std::filesystem::exists(folder / "sheet.tm_1"));
     EXPECT_FALSE(std::filesystem::exists(folder / "sheets.new"));
