@@ -2,10 +2,11 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-# Installs the packages of scripts/packages.txt that the machine lacks.
+# install_packages GROUP ...: installs what the machine lacks of these groups of scripts/packages.txt.
 install_packages() {
     local wanted missing=() package
-    mapfile -t wanted < <(sed 's/#.*//' scripts/packages.txt | tr -s ' \t' '\n' | grep .)
+    mapfile -t wanted < <(sed 's/#.*//' scripts/packages.txt |
+        awk -v groups=" $* " '/^\[/ { on = index(groups, " " substr($1, 2, length($1) - 2) " "); next } on && NF { print $1 }')
     for package in "${wanted[@]}"; do
         dpkg-query -W -f='${db:Status-Status}\n' "$package" 2>/dev/null | grep -qx installed || missing+=("$package")
     done
@@ -18,11 +19,12 @@ install_packages() {
         apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-# build PRESET [TARGET ...]
+# build PRESET [TARGET ...]: with the tests where their libraries are installed.
 build() {
-    local preset=$1 targets=()
+    local preset=$1 targets=() tests=OFF
     shift
     [ $# -eq 0 ] || targets=(--target "$@")
-    cmake --preset "$preset" >/dev/null
+    [ ! -d /usr/include/gtest ] || tests=ON
+    cmake --preset "$preset" -DBUILD_TESTING=$tests >/dev/null
     cmake --build --preset "$preset" "${targets[@]}"
 }
