@@ -1,3 +1,4 @@
+// The flip-flop: its roles, its set-up and what a change of each input does.
 #include "models/dff.h"
 
 #include "models/storage.h"

@@ -1,3 +1,4 @@
+// The gates: set-up, the nets and delays gathered at the first evaluation, and the evaluation itself.
 #include "models/gates.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The latch: its roles, its set-up and what a change of each input does.
 #include "models/latch.h"
 
 #include "models/storage.h"

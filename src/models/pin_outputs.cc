@@ -1,3 +1,4 @@
+// Delays of timed pins and the scheduling of their outputs.
 #include "models/pin_outputs.h"
 
 #include "kernel/queue.h"

@@ -1,3 +1,4 @@
+// PIN, EDGE and the four limits, read with their error lines.
 #include "models/pin_properties.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The set-up of pins by the roles of a model, and the refresh of what it read.
 #include "models/pin_roles.h"
 
 #include <algorithm>

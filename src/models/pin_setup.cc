@@ -1,3 +1,4 @@
+// RISE, FALL and DRIVE of a pin, and how an error of a pin is shown.
 #include "models/pin_setup.h"
 
 #include <algorithm>

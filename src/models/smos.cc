@@ -1,3 +1,4 @@
+// The MOS switch: its roles, and the resolution that its closing and its terminals cause.
 #include "models/smos.h"
 
 #include "foundation/status.h"

@@ -1,3 +1,4 @@
+// The stability checker: its roles and what it checks at a change of each input.
 #include "models/stable.h"
 
 #include "models/pin_roles.h"

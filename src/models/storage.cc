@@ -1,3 +1,4 @@
+// Capture, set and reset of flip-flop and latch.
 #include "models/storage.h"
 
 #include "foundation/status.h"

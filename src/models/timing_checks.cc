@@ -1,3 +1,4 @@
+// The checks of timed inputs and the lines of their violations.
 #include "models/timing_checks.h"
 
 #include <algorithm>

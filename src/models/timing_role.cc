@@ -1,3 +1,4 @@
+// Classification and memory of the transitions of an input, and the rules of edges.
 #include "models/timing_role.h"
 
 #include <algorithm>

@@ -22,7 +22,7 @@ struct xp_pin {  // input pin of a gate
 };
 
 struct xp_gate {
-    xp_model model = xp_model::and_gate;
+    xp_model model = nullptr;
     std::string_view raw, name;
     std::int32_t output = 0;
     std::uint32_t part = 0;

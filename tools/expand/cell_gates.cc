@@ -82,8 +82,7 @@ std::int32_t xp_leaf(xp_cell_gates& c, std::uint32_t place) {
 }
 
 xp_signal xp_add_inner_gate(xp_cell_gates& c, xp_model model, const std::vector<xp_signal>& operands) {
-    const bool inverts = model == xp_model::nand_gate || model == xp_model::nor_gate;
-    if (operands.size() == 1 && !inverts) return operands[0];
+    if (operands.size() == 1 && !model->is_inverted) return operands[0];
     const std::string place = std::to_string(c.m.body.parts.back().gate_count + 1);
     const std::int32_t net = c.m.module.net_count++;
     add_gate(c, model, operands, net, c.suffix + ".g" + place);

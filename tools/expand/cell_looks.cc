@@ -1,73 +1,57 @@
+// What the primitive cells of a sheet look like: from the outermost function of their formula, or from the
+// model that they become.
 #include <algorithm>
 
 #include "expand/sheet_plan.h"
 
 namespace {
 
-using enum sg_form;
+bool is_letter_of_name(char c) { return c >= 'a' && c <= 'z'; }
 
-struct look_row {
-    std::string_view type;
-    sg_form form;
-    bool is_inverted;
-    std::string_view called;
-};
+std::vector<std::string_view> functions_of(std::string_view formula) {
+    std::vector<std::string_view> names;
+    for (std::size_t at = 0; at < formula.size();) {
+        std::size_t end = at;
+        while (end < formula.size() && is_letter_of_name(formula[end])) ++end;
+        if (end > at) names.push_back(formula.substr(at, end - at));
+        at = end + 1;
+    }
+    return names;
+}
 
-// clang-format off
-constexpr look_row looks[] = {
-    {"$_BUF_",       buffer,      false, "BUF"},
-    {"$_NOT_",       buffer,      true,  "NOT"},
-    {"$_AND_",       and_gate,    false, "AND"},
-    {"$_NAND_",      and_gate,    true,  "NAND"},
-    {"$_OR_",        or_gate,     false, "OR"},
-    {"$_NOR_",       or_gate,     true,  "NOR"},
-    {"$_XOR_",       xor_gate,    false, "XOR"},
-    {"$_XNOR_",      xor_gate,    true,  "XNOR"},
-    {"$_ANDNOT_",    and_gate,    false, "ANDNOT"},
-    {"$_ORNOT_",     or_gate,     false, "ORNOT"},
-    {"$_MUX_",       multiplexer, false, "MUX"},
-    {"$_NMUX_",      multiplexer, true,  "NMUX"},
-    {"$_MUX4_",      multiplexer, false, "MUX4"},
-    {"$_MUX8_",      multiplexer, false, "MUX8"},
-    {"$_MUX16_",     multiplexer, false, "MUX16"},
-    {"$buf",         buffer,      false, "BUF"},
-    {"$pos",         buffer,      false, "BUF"},
-    {"$not",         buffer,      true,  "NOT"},
-    {"$and",         and_gate,    false, "AND"},
-    {"$or",          or_gate,     false, "OR"},
-    {"$xor",         xor_gate,    false, "XOR"},
-    {"$xnor",        xor_gate,    true,  "XNOR"},
-    {"$mux",         multiplexer, false, "MUX"},
-    {"$reduce_and",  and_gate,    false, "AND"},
-    {"$reduce_or",   or_gate,     false, "OR"},
-    {"$reduce_bool", or_gate,     false, "OR"},
-    {"$reduce_xor",  xor_gate,    false, "XOR"},
-    {"$reduce_xnor", xor_gate,    true,  "XNOR"},
-    {"$logic_not",   or_gate,     true,  "NOR"},
-    {"$_TBUF_",      tristate,    false, "TBUF"},
-    {"$tribuf",      tristate,    false, "TBUF"},
-};
-// clang-format on
+// Whether the outermost function says it all: inverters and functions of its kind are what is inside.
+bool is_of_one_function(const std::vector<std::string_view>& names) {
+    return std::all_of(names.begin() + 1, names.end(),
+                       [&](std::string_view name) { return name == names[0] || name == "not"; });
+}
 
-// "$_DFFE_PN_" of the family "$_DFFE_" is a DFFE.
+// "$_DFFE_PN_" of the family "$_DFFE_" is a DFFE, the function "and" an AND.
 std::string type_name(std::string_view family) {
     std::string text;
     for (const char c : family)
-        if (c != '$' && c != '_') text += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+        if (c != '$' && c != '_') text += tm_upper_case(c);
     return text;
 }
 
-bool is_one_input(std::string_view type) { return type.starts_with("$reduce_") || type == "$logic_not"; }
+xp_cell_look look_of(const xp_cell_type& type, std::size_t input_bits) {
+    const std::vector<std::string_view> functions = functions_of(type.formula);
+    const bool is_reduction = type.shape == xp_shape::reduce, is_of_one_word = type.inputs.size() == 1;
+    xp_cell_look look{sg_form::box, false, type_name(type.name)};
+    if (functions.empty() || !is_of_one_function(functions) || (is_reduction && !is_of_one_word)) return look;
+    const xp_function_look function = xp_look_of_function(functions[0]);
+    look.form = is_reduction && input_bits == 1 ? sg_form::buffer : function.form;
+    look.is_inverted = function.is_inverted;
+    if (is_reduction) look.type = type_name(functions[0]);
+    return look;
+}
 
 }  // namespace
 
 xp_cell_look xp_look_of(std::string_view type, std::size_t input_bits) {
-    for (const look_row& row : looks) {
-        if (row.type != type) continue;
-        const bool is_buffer = input_bits == 1 && is_one_input(type);
-        return {is_buffer ? buffer : row.form, row.is_inverted, std::string(row.called)};
-    }
+    if (const xp_cell_type* row = xp_find_cell_type(type)) return look_of(*row, input_bits);
     xp_timed_form form;
     const xp_timed_row* timed = xp_find_timed(type, form);
-    return {box, false, type_name(timed != nullptr ? timed->name : type)};
+    if (timed == nullptr) return {sg_form::box, false, type_name(type)};
+    const xp_function_look look = xp_look_of_model(timed->model);
+    return {look.form, look.is_inverted, look.form == sg_form::tristate ? "TBUF" : type_name(timed->name)};
 }

@@ -1,4 +1,7 @@
+// The cell types of Yosys, the functions of their formulas, and the compiler of these.
 #include "expand/cell_table.h"
+
+#include <iterator>
 
 namespace {
 
@@ -48,25 +51,25 @@ constexpr xp_cell_type cell_types[] = {
     {"$scopeinfo",    ignored,  "",       ""},
 };
 
+// The functions beside the gates of the table of models.
 struct function {
     std::string_view name;
     xp_model model;
     bool with_one;       // a constant 1 is a further input
     bool is_multiplexer; // the model is its last gate
+    xp_function_look look;
 };
 
 constexpr function functions[] = {
-    {"buf",  xp_model::and_gate,  false, false},
-    {"not",  xp_model::nand_gate, false, false},
-    {"and",  xp_model::and_gate,  false, false},
-    {"nand", xp_model::nand_gate, false, false},
-    {"or",   xp_model::or_gate,   false, false},
-    {"nor",  xp_model::nor_gate,  false, false},
-    {"xor",  xp_model::xor_gate,  false, false},
-    {"xnor", xp_model::xor_gate,  true,  false},
-    {"mux",  xp_model::or_gate,   false, true},
-    {"nmux", xp_model::nor_gate,  false, true},
+    {"buf",  xp_model_named("AND"),  false, false, {sg_form::buffer,      false}},
+    {"not",  xp_model_named("NAND"), false, false, {sg_form::buffer,      true}},
+    {"xnor", xp_model_named("XOR"),  true,  false, {sg_form::xor_gate,    true}},
+    {"mux",  xp_model_named("OR"),   false, true,  {sg_form::multiplexer, false}},
+    {"nmux", xp_model_named("NOR"),  false, true,  {sg_form::multiplexer, true}},
 };
+
+constexpr sg_form forms[] = {sg_form::box, sg_form::and_gate, sg_form::or_gate, sg_form::xor_gate, sg_form::tristate};
+static_assert(std::size(forms) == static_cast<std::size_t>(kol_symbol::triangle) + 1);
 // clang-format on
 
 using kind = enum xp_operand::kind;
@@ -77,9 +80,22 @@ struct compiler {
     xp_steps steps;
 };
 
-constexpr const function& function_named(std::string_view name) {
+constexpr xp_function_look look_of(xp_model model) {
+    return {forms[static_cast<std::size_t>(model->symbol)], model->is_inverted};
+}
+
+constexpr bool is_named(xp_model model, std::string_view name) {
+    if (model->kind != kol_model_kind::gate || model->model.name.size() != name.size()) return false;
+    for (std::size_t i = 0; i < name.size(); ++i)
+        if (tm_upper_case(name[i]) != model->model.name[i]) return false;
+    return true;
+}
+
+constexpr function function_named(std::string_view name) {
     for (const function& row : functions)
         if (row.name == name) return row;
+    for (const kol_model_row_t& row : kol_model_rows)
+        if (is_named(&row, name)) return {name, &row, false, false, look_of(&row)};
     throw "no such function";  // at compile time only: the proof below compiles every formula
 }
 
@@ -90,10 +106,10 @@ constexpr xp_operand add_step(compiler& c, xp_model model, std::vector<xp_operan
 
 constexpr xp_operand add_multiplexer(compiler& c, xp_model last, const std::vector<xp_operand>& abs) {
     const xp_operand a = abs[0], b = abs[1], s = abs[2];
-    const xp_operand not_s = add_step(c, xp_model::nand_gate, {s});
-    const xp_operand from_a = add_step(c, xp_model::and_gate, {a, not_s});
-    const xp_operand from_b = add_step(c, xp_model::and_gate, {b, s});
-    const xp_operand from_both = add_step(c, xp_model::and_gate, {a, b});
+    const xp_operand not_s = add_step(c, xp_model_named("NAND"), {s});
+    const xp_operand from_a = add_step(c, xp_model_named("AND"), {a, not_s});
+    const xp_operand from_b = add_step(c, xp_model_named("AND"), {b, s});
+    const xp_operand from_both = add_step(c, xp_model_named("AND"), {a, b});
     return add_step(c, last, {from_a, from_b, from_both});
 }
 
@@ -101,7 +117,7 @@ constexpr xp_operand compile_operand(compiler& c);
 
 constexpr xp_operand compile_call(compiler& c) {
     const std::size_t open = c.formula.find('(', c.at);
-    const function& called = function_named(c.formula.substr(c.at, open - c.at));
+    const function called = function_named(c.formula.substr(c.at, open - c.at));
     std::vector<xp_operand> operands;
     c.at = open;
     do {
@@ -149,5 +165,8 @@ const xp_cell_type* xp_find_cell_type(std::string_view name) {
 }
 
 std::span<const xp_cell_type> xp_cell_types() { return cell_types; }
+
+xp_function_look xp_look_of_model(xp_model model) { return look_of(model); }
+xp_function_look xp_look_of_function(std::string_view name) { return function_named(name).look; }
 
 xp_steps xp_compile(std::string_view formula, std::string_view inputs) { return compiled(formula, inputs); }

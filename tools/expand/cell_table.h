@@ -2,37 +2,38 @@
 // formula of its output over the simulator's gates.  A formula is compiled into steps, one gate each, the
 // last one driving the output.
 //
-// Formulas are calls of and, nand, or, nor, xor, xnor, not, buf, mux(a,b,s) and nmux over ports ("A"), all
-// bits of a port ("A*") and the constants 0 and 1.  not is a NAND and buf an AND with one input; xnor is an
-// XOR with a constant 1 as further input; mux is the OR of a gated by not s, b gated by s, and a AND b, so
-// that its output stays when s changes between equal inputs.
+// Formulas are calls of the simulator's gates (and, nand, or, nor, xor, ... by their MODEL) and of xnor, not,
+// buf, mux(a,b,s) and nmux, over ports ("A"), all bits of a port ("A*") and the constants 0 and 1.  not is a
+// NAND and buf an AND with one input; xnor is an XOR with a constant 1 as further input; mux is the OR of a
+// gated by not s, b gated by s, and a AND b, so that its output stays when s changes between equal inputs.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <span>
 #include <string_view>
 #include <vector>
 
-enum class xp_model : std::uint8_t {
-    and_gate,
-    nand_gate,
-    or_gate,
-    nor_gate,
-    xor_gate,
-    dff,
-    latch,
-    smos,
-    count
+#include "models/model_table.h"
+#include "sheets/symbol.h"
+
+// A row of the simulator's table of models.
+using xp_model = const kol_model_row_t*;
+
+// The model of a name in capitals; none does not compile.
+consteval xp_model xp_model_named(std::string_view name) {
+    for (const kol_model_row_t& row : kol_model_rows)
+        if (row.model.name == name) return &row;
+    throw "no such model";
+}
+
+// How a sheet shows a function or a model.
+struct xp_function_look {
+    sg_form form = sg_form::box;
+    bool is_inverted = false;
 };
 
-// The MODEL property of a model.
-inline constexpr std::array<std::string_view, 8> xp_model_names = {"AND", "NAND", "OR",    "NOR",
-                                                                   "XOR", "DFF",  "LATCH", "SMOS"};
-static_assert(xp_model_names.size() == static_cast<std::size_t>(xp_model::count));
-
-constexpr bool xp_is_register(xp_model model) { return model == xp_model::dff || model == xp_model::latch; }
-constexpr std::string_view xp_output_pin(xp_model model) { return xp_is_register(model) ? "Q" : "Y"; }
+constexpr bool xp_is_register(xp_model model) { return model->kind == kol_model_kind::register_; }
+constexpr bool xp_is_switch(xp_model model) { return model->kind == kol_model_kind::switch_; }
 
 enum class xp_shape : std::uint8_t {
     gate,      // ports of one bit
@@ -55,7 +56,7 @@ struct xp_operand {
 };
 
 struct xp_step {
-    xp_model model;
+    xp_model model = nullptr;
     std::vector<xp_operand> operands;
 };
 
@@ -66,3 +67,5 @@ const xp_cell_type* xp_find_cell_type(std::string_view name);
 std::span<const xp_cell_type> xp_cell_types();
 // The steps of a formula over the given input ports.
 xp_steps xp_compile(std::string_view formula, std::string_view inputs);
+xp_function_look xp_look_of_model(xp_model model);
+xp_function_look xp_look_of_function(std::string_view name);

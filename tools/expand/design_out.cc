@@ -310,7 +310,7 @@ void put_time(pin_values& values, std::size_t at, const xp_delay& time) {
 }
 
 pin_values output_values(builder& b, const xp_gate& gate, const xp_delays& delays, std::string_view drive) {
-    pin_values values{yxw_string(b.image, xp_output_pin(gate.model))};
+    pin_values values{yxw_string(b.image, gate.model->output)};
     put_time(values, at_rise, delays.rise);
     put_time(values, at_fall, delays.fall);
     values[at_drive] = yxw_string(b.image, drive);
@@ -366,7 +366,7 @@ pin_values switch_input_values(builder& b, const xp_pin& pin, const xp_delays& d
 void add_gate_pins(builder& b, const xp_scope& scope, const xp_gate& gate, const xp_delays& delays,
                    std::string_view drive) {
     const xp_body& body = xp_body_of(b.flat, scope);
-    const bool is_switch = gate.model == xp_model::smos;
+    const bool is_switch = xp_is_switch(gate.model);
     for (std::uint32_t i = 0; i < gate.pin_count; ++i) {
         const xp_pin& pin = body.pins[gate.first_pin + i];
         const std::int32_t net = xp_net_at(b.flat, scope, pin.net);
@@ -400,8 +400,8 @@ void add_instance(builder& b, const xp_scope& scope, std::uint32_t index) {
     record.file_path = yxw_string(b.image, cell.type);
     record.nb_of_pin = static_cast<std::int16_t>(gate.pin_count + 1);
     record.first_pin_ind = static_cast<std::int32_t>(b.image.pins.size()) + 1;
-    set_properties(record, instance_run(b, xp_model_names[static_cast<std::size_t>(gate.model)],
-                                        b.paths.gate_name[scope.first_gate + index]));
+    set_properties(record,
+                   instance_run(b, gate.model->model.name, b.paths.gate_name[scope.first_gate + index]));
     const xp_delays& of_cell = b.delays[scope.first_part + gate.part];
     add_gate_pins(b, scope, gate, is_last ? xp_last_gate_delays(of_cell, part.depth) : one_step,
                   is_last ? cell.drive : "");

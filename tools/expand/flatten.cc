@@ -238,7 +238,7 @@ void count_ports(xp_flat& flat) {
 }
 
 bool has_drive(const xp_flat& flat, const xp_scope& scope, const xp_gate& gate) {
-    return gate.model == xp_model::smos ||
+    return xp_is_switch(gate.model) ||
            !xp_module_of(flat, scope).cells[xp_body_of(flat, scope).parts[gate.part].cell].drive.empty();
 }
 
@@ -272,17 +272,14 @@ void add_driver(xp_flat& flat, const xp_scope& scope, std::uint32_t gate, xp_sta
 }
 
 bool is_clock_pin(const xp_gate& gate, const xp_pin& pin) {
-    return gate.model == xp_model::dff ? pin.name.starts_with("CLK")
-                                       : gate.model == xp_model::latch && pin.name.starts_with('E');
+    return xp_is_register(gate.model) && pin.name.starts_with(gate.model->clock);
 }
 
 void mark_clocks(xp_flat& flat, const xp_scope& scope, const xp_body& body) {
-    for (const xp_gate& gate : body.gates) {
-        if (!xp_is_register(gate.model)) continue;
+    for (const xp_gate& gate : body.gates)
         for (std::uint32_t i = 0; i < gate.pin_count; ++i)
             if (const xp_pin& pin = body.pins[gate.first_pin + i]; is_clock_pin(gate, pin))
                 net_at(flat, scope, pin.net).is_clock = true;
-    }
 }
 
 void count_pins(xp_flat& flat, xp_status& status) {

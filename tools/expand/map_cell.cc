@@ -129,12 +129,12 @@ void add_selector(cell_context& c, std::uint32_t k, std::int32_t net) {
     std::vector<signal> choices, chosen;
     for (std::uint32_t i = 0; i < c.inputs[s].count; ++i)
         choices.push_back(leaf(c, s, i, c.inputs[s].count > 1));
-    const signal none = xp_add_inner_gate(c, xp_model::nor_gate, choices);
-    chosen.push_back(xp_add_inner_gate(c, xp_model::and_gate, {leaf(c, a, k, false), none}));
+    const signal none = xp_add_inner_gate(c, xp_model_named("NOR"), choices);
+    chosen.push_back(xp_add_inner_gate(c, xp_model_named("AND"), {leaf(c, a, k, false), none}));
     for (std::uint32_t i = 0; i < c.inputs[s].count; ++i)
-        chosen.push_back(xp_add_inner_gate(c, xp_model::and_gate,
+        chosen.push_back(xp_add_inner_gate(c, xp_model_named("AND"),
                                            {leaf(c, b, i * c.output.count + k, false), choices[i]}));
-    add_last_gate(c, xp_model::or_gate, chosen, net);
+    add_last_gate(c, xp_model_named("OR"), chosen, net);
 }
 
 // ---- cells

@@ -200,7 +200,7 @@ std::int32_t add_gate_with_pins(maker& m, const xp_body& body, const xp_gate& ga
     std::int32_t first = 0;
     for (std::uint32_t i = 0; i <= gate.pin_count; ++i) {
         const std::string_view pin =
-            i < gate.pin_count ? body.pins[gate.first_pin + i].name : xp_output_pin(gate.model);
+            i < gate.pin_count ? body.pins[gate.first_pin + i].name : gate.model->output;
         const std::int32_t path = yxw_string(m.image, text + "/" + std::string(pin));
         m.paths.pin_path.push_back(path);
         if (i == 0) first = path;

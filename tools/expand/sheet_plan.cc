@@ -170,7 +170,7 @@ std::vector<port_look> ports_of_timed(const planner& p, const xp_cell& cell, con
         port.is_low =
             form.low.find(letter) != std::string::npos ||
             (xp_is_word(row) && xp_parameter_of(module_of(p), cell, port.name + "_POLARITY", 1) == 0);
-        port.is_control = row.model == xp_model::smos && letter == 'E';
+        port.is_control = xp_is_switch(row.model) && letter == 'E';
         ports.push_back(port);
     }
     return ports;
@@ -201,7 +201,7 @@ void add_primitive(planner& p, xp_sheet_cell& drawn) {
     drawn.kind.form = look.form;
     drawn.kind.is_inverted = look.is_inverted;
     const auto model = p.models.find(drawn.cell);
-    if (model != p.models.end()) drawn.kind.model = xp_model_names[static_cast<std::size_t>(model->second)];
+    if (model != p.models.end()) drawn.kind.model = model->second->model.name;
     if (look.type != drawn.kind.model) drawn.kind.type = look.type;
     std::vector<port_look> ports;
     xp_timed_form form;

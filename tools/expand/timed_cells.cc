@@ -4,7 +4,8 @@
 
 namespace {
 
-constexpr xp_model dff = xp_model::dff, latch = xp_model::latch, smos = xp_model::smos;
+constexpr xp_model dff = xp_model_named("DFF"), latch = xp_model_named("LATCH"),
+                   smos = xp_model_named("SMOS");
 
 // clang-format off
 constexpr xp_timed_row rows[] = {

@@ -20,7 +20,7 @@ inline constexpr std::string_view xp_timed_ports = "DCERSLAQ";
 struct xp_timed_row {
     std::string_view name;      // of a gate-level family without its polarity letters
     std::string_view controls;  // in the order of the polarity letters; v: the value a reset sets
-    xp_model model;
+    xp_model model = nullptr;
     std::string_view data;    // from D outwards: e enable, r reset, s set; "-": no data input
     std::string_view direct;  // controls with an asynchronous effect
 };
