@@ -20,7 +20,7 @@ std::string character_error(std::string_view text) {
 
 // Calls check(record) for the records 1..count of a kind until it finds a fault.
 template <typename Record, typename Check>
-void each_record(const yxl_layout<Record>& layout, Record* (*ptrto)(std::int32_t), std::int32_t count,
+void each_record(const lay_layout<Record>& layout, Record* (*ptrto)(std::int32_t), std::int32_t count,
                  yxc_fault_t& fault, Check check) {
     for (std::int32_t i = 1; i <= count && yxc_is_sound(fault); ++i) {
         std::string what = check(*ptrto(i));
@@ -110,7 +110,7 @@ std::string pin_error(const yx_pin_record_t& pin) {
 // How many records a chain has from each record of a kind on; entry 0, the end of every chain, has none.
 // settle(i, next) is called for every record, its successor first.
 template <typename Record, typename Settle>
-std::vector<std::int32_t> chain_lengths(const yxl_layout<Record>& layout, Record* (*ptrto)(std::int32_t),
+std::vector<std::int32_t> chain_lengths(const lay_layout<Record>& layout, Record* (*ptrto)(std::int32_t),
                                         std::int32_t count, std::int32_t Record::*next, const char* next_name,
                                         yxc_fault_t& fault, Settle settle) {
     constexpr std::int32_t unknown = -1, on_path = -2;
@@ -305,7 +305,7 @@ void yxc_set_fault(yxc_fault_t& fault, std::string_view section, std::int32_t re
     if (yxc_is_sound(fault)) fault = {section, record, std::move(what)};
 }
 
-std::string yxc_outside(std::string_view field, std::int32_t value, yxc_limits_t limits) {
+std::string yxc_outside(std::string_view field, std::int32_t value, lay_limits limits) {
     return std::string(field) + " " + number(value) + " outside " + number(limits.lowest) + ".." +
            number(limits.highest);
 }

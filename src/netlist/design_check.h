@@ -19,25 +19,16 @@ struct yxc_fault_t {
 inline bool yxc_is_sound(const yxc_fault_t& fault) { return fault.section.empty(); }
 void yxc_set_fault(yxc_fault_t& fault, std::string_view section, std::int32_t record, std::string what);
 
-// The values that a row's range admits for the record at a 1-based place.
-struct yxc_limits_t {
-    std::int32_t lowest, highest;
-};
-inline yxc_limits_t yxc_limits(const yxl_range& range, std::int32_t place) {
-    if (range.bound == yxl_bound::place) return {place, place};
-    if (range.bound == yxl_bound::counter) return {range.lowest, yx_sext.*range.counter};
-    return {range.lowest, range.highest};
-}
-std::string yxc_outside(std::string_view field, std::int32_t value, yxc_limits_t limits);
+std::string yxc_outside(std::string_view field, std::int32_t value, lay_limits limits);
 
 // The fields of one record against the ranges of its rows.
 template <typename Record>
-void yxc_check_record(const yxl_layout<Record>& layout, const Record& record, std::int32_t place,
+void yxc_check_record(const lay_layout<Record>& layout, const Record& record, std::int32_t place,
                       yxc_fault_t& fault) {
-    yxl_each_row(layout, record, [&](const yxl_row<Record>& row) {
-        if (row.range.bound == yxl_bound::none) return true;
+    lay_each_row(layout, record, [&](const lay_row<Record>& row) {
+        if (row.range.bound == lay_bound::none) return true;
         const std::int32_t value = row.value(record);
-        const yxc_limits_t limits = yxc_limits(row.range, place);
+        const lay_limits limits = lay_limits_of(row.range, place);
         if (value >= limits.lowest && value <= limits.highest) return true;
         yxc_set_fault(fault, layout.section, place, yxc_outside(row.name, value, limits));
         return false;

@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
-#include <vector>
 
 #include "foundation/platform.h"
 #include "netlist/design_check.h"
@@ -25,7 +24,7 @@ std::int32_t expander_errors = 0, expander_warnings = 0;  // as the header tells
 struct reader_t {
     int descriptor = -1;
     yxc_fault_t fault;
-    std::vector<std::uint8_t> buffer;  // of one block
+    std::string buffer;  // of one block
 };
 
 // ---- reading
@@ -48,11 +47,12 @@ void read_block(reader_t& reader, std::string_view section, std::size_t bytes, s
 
 // Reads records first..first+count-1 of a section and checks each by itself.
 template <typename Record>
-void read_records(reader_t& reader, const yxl_layout<Record>& layout, std::int32_t first, std::int32_t count,
+void read_records(reader_t& reader, const lay_layout<Record>& layout, std::int32_t first, std::int32_t count,
                   Record* records) {
     read_block(reader, layout.section, layout.bytes, first, count);
+    std::size_t at = 0;
     for (std::int32_t i = 0; i < count && yxc_is_sound(reader.fault); ++i) {
-        yxl_get(layout, &reader.buffer[static_cast<std::size_t>(i) * layout.bytes], records[i]);
+        lay_get(layout, reader.buffer, at, records[i]);
         yxc_check_record(layout, records[i], first + i, reader.fault);
     }
 }
@@ -68,7 +68,7 @@ void each_block(reader_t& reader, yx_block_table<Record>& blocks, std::int32_t t
 }
 
 template <typename Record>
-void read_kind(reader_t& reader, const yxl_layout<Record>& layout, yx_block_table<Record>& blocks,
+void read_kind(reader_t& reader, const lay_layout<Record>& layout, yx_block_table<Record>& blocks,
                std::int32_t total) {
     each_block(reader, blocks, total, [&](Record* records, std::int32_t first, std::int32_t count) {
         read_records(reader, layout, first, count, records);
@@ -84,7 +84,7 @@ void read_characters(reader_t& reader) {
                });
 }
 
-void read_names(reader_t& reader, const yxl_layout<yx_prop_type_record_t>& layout,
+void read_names(reader_t& reader, const lay_layout<yx_prop_type_record_t>& layout,
                 std::array<yx_prop_type_record_t, yx_max_names>& names, std::int32_t count) {
     if (count == 0 || !yxc_is_sound(reader.fault)) return;
     read_records(reader, layout, 1, count, names.data());

@@ -87,18 +87,18 @@ yx_general_info_record_t header_of(const yx_design_image_t& image) {
 }
 
 template <typename Record>
-void write_section(const yxl_layout<Record>& layout, std::span<const Record> records, std::FILE* file) {
-    std::vector<std::uint8_t> block;
+void write_section(const lay_layout<Record>& layout, std::span<const Record> records, std::FILE* file) {
+    std::string block;
     for (std::size_t at = 0; at < records.size(); at += yx_block_records) {
         const auto part = records.subspan(at, std::min<std::size_t>(yx_block_records, records.size() - at));
-        block.assign(part.size() * layout.bytes, 0);
-        for (std::size_t i = 0; i < part.size(); ++i) yxl_put(layout, part[i], &block[i * layout.bytes]);
+        block.clear();
+        for (const Record& record : part) lay_put(layout, record, block);
         std::fwrite(block.data(), 1, block.size(), file);
     }
 }
 
 template <typename Record>
-void write_section(const yxl_layout<Record>& layout, const std::vector<Record>& records, std::FILE* file) {
+void write_section(const lay_layout<Record>& layout, const std::vector<Record>& records, std::FILE* file) {
     write_section(layout, std::span<const Record>(records), file);
 }
 

@@ -1,3 +1,4 @@
+// The checks of a sheet that was read or is to be written.
 #include "schematic/sheet_check.h"
 
 #include "schematic/sheet_layout.h"
@@ -38,9 +39,8 @@ private:
     }
 
     static std::int16_t fin_of(const object& each) {
-        const tm_sheet_field& last = tm_layout_of(each.object_type).back();
-        if (last.name != "fin") return tm_fin_object;
-        return *static_cast<const std::int16_t*>(last.at(const_cast<object*>(&each)));
+        const lay_row<object>& last = tm_part_layout(each.object_type).forms.back().rows.back();
+        return last.name == "fin" ? static_cast<std::int16_t>(last.value(each)) : tm_fin_object;
     }
 
     const char* tree_fault(const object& each) const {

@@ -1,308 +1,229 @@
+// The rows of sheet files.
 #include "schematic/sheet_layout.h"
 
 #include <algorithm>
-#include <type_traits>
 
 namespace {
 
-template <typename Value>
-struct form_of {
-    static constexpr tm_field_form form = std::is_same_v<Value, bool> ? tm_field_form::boolean
-                                          : sizeof(Value) == 1        ? tm_field_form::stored
-                                                                      : tm_field_form::reversed;
-    static constexpr std::int16_t rectype = 0;
-    static constexpr std::size_t width = sizeof(Value);
-};
-
-template <std::int16_t Rectype, std::size_t Width>
-struct record_form {
-    static constexpr tm_field_form form = tm_field_form::record;
-    static constexpr std::int16_t rectype = Rectype;
-    static constexpr std::size_t width = Width;
-};
-// clang-format off
-template <> struct form_of<tm_point_t>                 : record_form<tm_rec_point, 8> {};
-template <> struct form_of<tm_bounds_t>                : record_form<tm_rec_bounds, 16> {};
-template <> struct form_of<tm_string_record_t>         : record_form<tm_rec_string, 4> {};
-template <> struct form_of<tm_name_record_t>           : record_form<tm_rec_name, 4> {};
-template <> struct form_of<tm_value_record_t>          : record_form<tm_rec_value, 4> {};
-template <> struct form_of<std::array<tm_point_t, 5>>  : record_form<tm_rec_points5, 40> {};
-template <> struct form_of<std::array<tm_point_t, 16>> : record_form<tm_rec_points16, 128> {};
-// clang-format on
-
-template <typename Record, typename Value, Value Record::*Member>
-void* member_at(void* record) {
-    if constexpr (std::is_base_of_v<tm_object_gene_rec_t, Record>)
-        return &(static_cast<Record*>(static_cast<tm_object_gene_rec_t*>(record))->*Member);
-    else
-        return &(static_cast<Record*>(record)->*Member);
-}
-
-// Member belongs to Holder or to what Holder is made from.
-template <typename Holder, auto Member>
-struct row;
-template <typename Holder, typename Base, typename Value, Value Base::*Member>
-struct row<Holder, Member> {
-    static constexpr tm_sheet_field make(std::string_view name, std::size_t offset) {
-        using form = form_of<Value>;
-        return {name,       offset,        form::width,
-                form::form, form::rectype, member_at<Holder, Value, static_cast<Value Holder::*>(Member)>};
-    }
-};
-
-template <typename Holder, auto Member>
-constexpr tm_sheet_field field(std::string_view name, std::size_t offset) {
-    return row<Holder, Member>::make(name, offset);
-}
-
-template <typename Holder, auto Member>
-constexpr tm_sheet_field low_first(std::string_view name, std::size_t offset) {
-    tm_sheet_field made = field<Holder, Member>(name, offset);
-    made.form = tm_field_form::stored;
-    return made;
-}
-
-// No gap, no overlap, the size that the file has.
-template <std::size_t Count>
-constexpr bool covers(const tm_sheet_field (&fields)[Count], std::size_t bytes) {
-    std::size_t at = 0;
-    for (const tm_sheet_field& each : fields) {
-        if (each.offset != at) return false;
-        at += each.width;
-    }
-    return at == bytes;
-}
-
 // clang-format off
 using header = tm_file_gene_recf_t;
-constexpr tm_sheet_field header_fields[] = {
-    field<header, &header::software_revision>("software_revision", 0),
-    field<header, &header::day>("day", 4),
-    field<header, &header::month>("month", 6),
-    field<header, &header::year>("year", 8),
-    field<header, &header::hour>("hour", 10),
-    field<header, &header::minute>("minute", 12),
-    field<header, &header::object_id_max>("object_id_max", 14),
-    field<header, &header::primary_object>("primary_object", 16),
-    field<header, &header::page_obj_id>("page_obj_id", 18),
-    field<header, &header::grid_obj_id>("grid_obj_id", 20),
-    field<header, &header::check_data_done>("check_data_done", 22),
-    field<header, &header::num_errors>("num_errors", 24),
-    field<header, &header::dot_width>("dot_width", 26),
-    field<header, &header::displayed>("displayed", 30),
-    field<header, &header::ptr_to_ar_objindex>("ptr_to_ar_objindex", 31),
-    field<header, &header::reserved>("reserved", 35),
-    field<header, &header::fin>("fin", 36),
+using header_row = lay_rows_of<header, lay_order::high_first>;
+constexpr std::array header_rows = {
+    header_row::field<&header::software_revision>(0, "software_revision"),
+    header_row::field<&header::day>(4, "day"),
+    header_row::field<&header::month>(6, "month"),
+    header_row::field<&header::year>(8, "year"),
+    header_row::field<&header::hour>(10, "hour"),
+    header_row::field<&header::minute>(12, "minute"),
+    header_row::field<&header::object_id_max>(14, "object_id_max"),
+    header_row::field<&header::primary_object>(16, "primary_object"),
+    header_row::field<&header::page_obj_id>(18, "page_obj_id"),
+    header_row::field<&header::grid_obj_id>(20, "grid_obj_id"),
+    header_row::field<&header::check_data_done>(22, "check_data_done"),
+    header_row::field<&header::num_errors>(24, "num_errors"),
+    header_row::field<&header::dot_width>(26, "dot_width"),
+    header_row::field<&header::displayed>(30, "displayed"),
+    header_row::field<&header::ptr_to_ar_objindex>(31, "ptr_to_ar_objindex"),
+    header_row::field<&header::reserved>(35, "reserved"),
+    header_row::field<&header::fin>(36, "fin"),
 };
-static_assert(covers(header_fields, tm_header_bytes));
+static_assert(lay_fills(header_rows, tm_header_bytes, 0));
 
 using generic = tm_object_gene_rec_t;
-constexpr tm_sheet_field generic_fields[] = {
-    field<generic, &generic::object_id>("object_id", 0),
-    field<generic, &generic::father>("father", 2),
-    field<generic, &generic::previous>("previous", 4),
-    field<generic, &generic::following>("following", 6),
-    field<generic, &generic::child1>("child1", 8),
-    field<generic, &generic::id_tmp>("id_tmp", 10),
-    field<generic, &generic::object_type>("object_type", 12),
-    field<generic, &generic::status>("status", 14),
-    field<generic, &generic::origin>("origin", 16),
-    field<generic, &generic::bounds>("bounds", 24),
+using row = lay_rows_of<generic, lay_order::high_first>;
+using low_first = lay_rows_of<generic, lay_order::low_first>;
+constexpr std::array generic_rows = {
+    row::field<&generic::object_id>(0, "object_id"),
+    row::field<&generic::father>(2, "father"),
+    row::field<&generic::previous>(4, "previous"),
+    row::field<&generic::following>(6, "following"),
+    row::field<&generic::child1>(8, "child1"),
+    row::field<&generic::id_tmp>(10, "id_tmp"),
+    row::field<&generic::object_type>(12, "object_type"),
+    row::field<&generic::status>(14, "status"),
+    row::field<&generic::origin>(16, "origin"),
+    row::field<&generic::bounds>(24, "bounds"),
 };
-static_assert(covers(generic_fields, tm_generic_bytes));
-
-constexpr tm_sheet_field point_fields[] = {
-    field<tm_point_t, &tm_point_t::x>("x", 0),
-    field<tm_point_t, &tm_point_t::y>("y", 4),
-};
-static_assert(covers(point_fields, 8));
-
-constexpr tm_sheet_field bounds_fields[] = {
-    field<tm_bounds_t, &tm_bounds_t::xmin>("xmin", 0),
-    field<tm_bounds_t, &tm_bounds_t::ymin>("ymin", 4),
-    field<tm_bounds_t, &tm_bounds_t::xmax>("xmax", 8),
-    field<tm_bounds_t, &tm_bounds_t::ymax>("ymax", 12),
-};
-static_assert(covers(bounds_fields, 16));
+static_assert(lay_fills(generic_rows, tm_generic_bytes, 0));
 
 using plain = tm_object_plain_rec_t;
-constexpr tm_sheet_field plain_fields[] = {
-    field<plain, &plain::fin>("fin", 0),
+constexpr std::array plain_rows = {
+    row::field<&plain::fin>(0, "fin"),
 };
-static_assert(covers(plain_fields, 2));
+static_assert(lay_fills(plain_rows, 2, 0));
 
 using instance = tm_object_instance_rec_t;
-constexpr tm_sheet_field instance_fields[] = {
-    field<instance, &instance::rotate>("rotate", 0),
-    field<instance, &instance::fliph>("fliph", 1),
-    field<instance, &instance::symbol>("symbol", 2),
-    field<instance, &instance::n0_version>("n0_version", 4),
-    field<instance, &instance::previous_inst>("previous_inst", 6),
-    field<instance, &instance::following_inst>("following_inst", 8),
-    field<instance, &instance::fin>("fin", 10),
+constexpr std::array instance_rows = {
+    row::field<&instance::rotate>(0, "rotate"),
+    row::field<&instance::fliph>(1, "fliph"),
+    row::field<&instance::symbol>(2, "symbol"),
+    row::field<&instance::n0_version>(4, "n0_version"),
+    row::field<&instance::previous_inst>(6, "previous_inst"),
+    row::field<&instance::following_inst>(8, "following_inst"),
+    row::field<&instance::fin>(10, "fin"),
 };
-static_assert(covers(instance_fields, 12));
+static_assert(lay_fills(instance_rows, 12, 0));
 
 using symbol = tm_object_symbol_rec_t;
-constexpr tm_sheet_field symbol_fields[] = {
-    field<symbol, &symbol::instance>("instance", 0),
-    field<symbol, &symbol::path>("path", 2),
-    field<symbol, &symbol::fin>("fin", 6),
+constexpr std::array symbol_rows = {
+    row::field<&symbol::instance>(0, "instance"),
+    row::field<&symbol::path>(2, "path"),
+    row::field<&symbol::fin>(6, "fin"),
 };
-static_assert(covers(symbol_fields, 8));
+static_assert(lay_fills(symbol_rows, 8, 0));
 
 using pinpropfam = tm_object_pinpropfam_rec_t;
-constexpr tm_sheet_field pinpropfam_fields[] = {
-    field<pinpropfam, &pinpropfam::dotted>("dotted", 0),
-    field<pinpropfam, &pinpropfam::reserved>("reserved", 1),
-    field<pinpropfam, &pinpropfam::net>("net", 2),
-    low_first<pinpropfam, &pinpropfam::pin_start>("pin_start", 4),
-    field<pinpropfam, &pinpropfam::pin_end>("pin_end", 6),
-    field<pinpropfam, &pinpropfam::pin_net_start>("pin_net_start", 8),
-    field<pinpropfam, &pinpropfam::fin>("fin", 10),
+constexpr std::array pinpropfam_rows = {
+    row::field<&pinpropfam::dotted>(0, "dotted"),
+    row::field<&pinpropfam::reserved>(1, "reserved"),
+    row::field<&pinpropfam::net>(2, "net"),
+    low_first::field<&pinpropfam::pin_start>(4, "pin_start"),
+    row::field<&pinpropfam::pin_end>(6, "pin_end"),
+    row::field<&pinpropfam::pin_net_start>(8, "pin_net_start"),
+    row::field<&pinpropfam::fin>(10, "fin"),
 };
-static_assert(covers(pinpropfam_fields, 12));
+static_assert(lay_fills(pinpropfam_rows, 12, 0));
 
 using net = tm_object_net_rec_t;
-constexpr tm_sheet_field net_fields[] = {
-    field<net, &net::net_index>("net_index", 0),
-    field<net, &net::is_bus>("is_bus", 4),
-    field<net, &net::reserved>("reserved", 5),
-    field<net, &net::bus_start>("bus_start", 6),
-    field<net, &net::bus_end>("bus_end", 8),
+constexpr std::array net_rows = {
+    row::field<&net::net_index>(0, "net_index"),
+    row::field<&net::is_bus>(4, "is_bus"),
+    row::field<&net::reserved>(5, "reserved"),
+    row::field<&net::bus_start>(6, "bus_start"),
+    row::field<&net::bus_end>(8, "bus_end"),
 };
-static_assert(covers(net_fields, 10));
+static_assert(lay_fills(net_rows, 10, 0));
 
 using segment = tm_object_segment_rec_t;
-constexpr tm_sheet_field segment_fields[] = {
-    field<segment, &segment::reserved>("reserved", 0),
-    field<segment, &segment::line_color>("line_color", 2),
-    field<segment, &segment::line_width>("line_width", 3),
-    field<segment, &segment::vertex1>("vertex1", 4),
-    field<segment, &segment::vertex2>("vertex2", 6),
-    field<segment, &segment::line_style>("line_style", 8),
-    field<segment, &segment::fin>("fin", 10),
+constexpr std::array segment_rows = {
+    row::field<&segment::reserved>(0, "reserved"),
+    row::field<&segment::line_color>(2, "line_color"),
+    row::field<&segment::line_width>(3, "line_width"),
+    row::field<&segment::vertex1>(4, "vertex1"),
+    row::field<&segment::vertex2>(6, "vertex2"),
+    row::field<&segment::line_style>(8, "line_style"),
+    row::field<&segment::fin>(10, "fin"),
 };
-static_assert(covers(segment_fields, 12));
+static_assert(lay_fills(segment_rows, 12, 0));
 
 using tag = tm_object_tag_rec_t;
-constexpr tm_sheet_field tag_fields[] = {
-    field<tag, &tag::name>("name", 0),
-    field<tag, &tag::nvalue>("nvalue", 4),
-    field<tag, &tag::reserved>("reserved", 8),
-    field<tag, &tag::fin>("fin", 10),
+constexpr std::array tag_rows = {
+    row::field<&tag::name>(0, "name"),
+    row::field<&tag::nvalue>(4, "nvalue"),
+    row::field<&tag::reserved>(8, "reserved"),
+    row::field<&tag::fin>(10, "fin"),
 };
-static_assert(covers(tag_fields, 12));
+static_assert(lay_fills(tag_rows, 12, 0));
 
 using vertex = tm_object_vertex_rec_t;
-constexpr tm_sheet_field vertex_fields[] = {
-    field<vertex, &vertex::dotted>("dotted", 0),
-    field<vertex, &vertex::reserved>("reserved", 1),
-    field<vertex, &vertex::net>("net", 2),
-    field<vertex, &vertex::fin>("fin", 4),
+constexpr std::array vertex_rows = {
+    row::field<&vertex::dotted>(0, "dotted"),
+    row::field<&vertex::reserved>(1, "reserved"),
+    row::field<&vertex::net>(2, "net"),
+    row::field<&vertex::fin>(4, "fin"),
 };
-static_assert(covers(vertex_fields, 6));
+static_assert(lay_fills(vertex_rows, 6, 0));
 
 using arc = tm_object_arc_rec_t;
-constexpr tm_sheet_field arc_fields[] = {  // the last fields stand in another order than in the record
-    field<arc, &arc::pt2>("pt2", 0),
-    field<arc, &arc::pt3>("pt3", 8),
-    field<arc, &arc::center>("center", 16),
-    field<arc, &arc::rad>("rad", 24),
-    field<arc, &arc::angle1>("angle1", 28),
-    field<arc, &arc::angle2>("angle2", 32),
-    field<arc, &arc::border_color>("border_color", 36),
-    low_first<arc, &arc::border_style>("border_style", 37),
-    field<arc, &arc::c_reserved>("c_reserved", 39),
-    field<arc, &arc::i_reserved>("i_reserved", 40),
-    field<arc, &arc::fin>("fin", 42),
+constexpr std::array arc_rows = {  // the last fields stand in another order than in the record
+    row::field<&arc::pt2>(0, "pt2"),
+    row::field<&arc::pt3>(8, "pt3"),
+    row::field<&arc::center>(16, "center"),
+    row::field<&arc::rad>(24, "rad"),
+    row::field<&arc::angle1>(28, "angle1"),
+    row::field<&arc::angle2>(32, "angle2"),
+    row::field<&arc::border_color>(36, "border_color"),
+    low_first::field<&arc::border_style>(37, "border_style"),
+    row::field<&arc::c_reserved>(39, "c_reserved"),
+    row::field<&arc::i_reserved>(40, "i_reserved"),
+    row::field<&arc::fin>(42, "fin"),
 };
-static_assert(covers(arc_fields, 44));
+static_assert(lay_fills(arc_rows, 44, 0));
 
 using circle = tm_object_circle_rec_t;
-constexpr tm_sheet_field circle_fields[] = {
-    field<circle, &circle::reserved>("reserved", 0),
-    field<circle, &circle::border_color>("border_color", 1),
-    field<circle, &circle::filled>("filled", 2),
-    field<circle, &circle::fill_color>("fill_color", 3),
-    field<circle, &circle::rad>("rad", 4),
-    field<circle, &circle::border_style>("border_style", 8),
-    field<circle, &circle::fin>("fin", 10),
+constexpr std::array circle_rows = {
+    row::field<&circle::reserved>(0, "reserved"),
+    row::field<&circle::border_color>(1, "border_color"),
+    row::field<&circle::filled>(2, "filled"),
+    row::field<&circle::fill_color>(3, "fill_color"),
+    row::field<&circle::rad>(4, "rad"),
+    row::field<&circle::border_style>(8, "border_style"),
+    row::field<&circle::fin>(10, "fin"),
 };
-static_assert(covers(circle_fields, 12));
+static_assert(lay_fills(circle_rows, 12, 0));
 
 using grid = tm_object_grid_rec_t;
-constexpr tm_sheet_field grid_fields[] = {
-    field<grid, &grid::opposite_pt>("opposite_pt", 0),
-    field<grid, &grid::step_point>("step_point", 8),
-    field<grid, &grid::step_pin>("step_pin", 12),
-    field<grid, &grid::grid_on>("grid_on", 16),
-    field<grid, &grid::snap_on>("snap_on", 17),
-    field<grid, &grid::fin>("fin", 18),
+constexpr std::array grid_rows = {
+    row::field<&grid::opposite_pt>(0, "opposite_pt"),
+    row::field<&grid::step_point>(8, "step_point"),
+    row::field<&grid::step_pin>(12, "step_pin"),
+    row::field<&grid::grid_on>(16, "grid_on"),
+    row::field<&grid::snap_on>(17, "snap_on"),
+    row::field<&grid::fin>(18, "fin"),
 };
-static_assert(covers(grid_fields, 20));
+static_assert(lay_fills(grid_rows, 20, 0));
 
 using line = tm_object_line_rec_t;
-constexpr tm_sheet_field line_fields[] = {
-    field<line, &line::reserved>("reserved", 0),
-    field<line, &line::line_color>("line_color", 2),
-    field<line, &line::line_width>("line_width", 3),
-    field<line, &line::pt2>("pt2", 4),
-    field<line, &line::line_style>("line_style", 12),
-    field<line, &line::fin>("fin", 14),
+constexpr std::array line_rows = {
+    row::field<&line::reserved>(0, "reserved"),
+    row::field<&line::line_color>(2, "line_color"),
+    row::field<&line::line_width>(3, "line_width"),
+    row::field<&line::pt2>(4, "pt2"),
+    row::field<&line::line_style>(12, "line_style"),
+    row::field<&line::fin>(14, "fin"),
 };
-static_assert(covers(line_fields, 16));
+static_assert(lay_fills(line_rows, 16, 0));
 
 using polyline5 = tm_object_polyline5_rec_t;
-constexpr tm_sheet_field polyline5_fields[] = {
-    field<polyline5, &polyline5::line_style>("line_style", 0),
-    field<polyline5, &polyline5::n_points>("n_points", 2),
-    field<polyline5, &polyline5::points>("points", 4),
-    field<polyline5, &polyline5::line_color>("line_color", 44),
-    field<polyline5, &polyline5::reserved>("reserved", 45),
-    field<polyline5, &polyline5::fin>("fin", 46),
+constexpr std::array polyline5_rows = {
+    row::field<&polyline5::line_style>(0, "line_style"),
+    row::field<&polyline5::n_points>(2, "n_points"),
+    row::field<&polyline5::points>(4, "points"),
+    row::field<&polyline5::line_color>(44, "line_color"),
+    row::field<&polyline5::reserved>(45, "reserved"),
+    row::field<&polyline5::fin>(46, "fin"),
 };
-static_assert(covers(polyline5_fields, 48));
+static_assert(lay_fills(polyline5_rows, 48, 0));
 
 using polyline = tm_object_polyline_rec_t;
-constexpr tm_sheet_field polyline_fields[] = {
-    field<polyline, &polyline::line_style>("line_style", 0),
-    field<polyline, &polyline::n_points>("n_points", 2),
-    field<polyline, &polyline::points>("points", 4),
-    field<polyline, &polyline::line_color>("line_color", 132),
-    field<polyline, &polyline::reserved>("reserved", 133),
-    field<polyline, &polyline::fin>("fin", 134),
+constexpr std::array polyline_rows = {
+    row::field<&polyline::line_style>(0, "line_style"),
+    row::field<&polyline::n_points>(2, "n_points"),
+    row::field<&polyline::points>(4, "points"),
+    row::field<&polyline::line_color>(132, "line_color"),
+    row::field<&polyline::reserved>(133, "reserved"),
+    row::field<&polyline::fin>(134, "fin"),
 };
-static_assert(covers(polyline_fields, 136));
+static_assert(lay_fills(polyline_rows, 136, 0));
 
 using rectangle = tm_object_rectangle_rec_t;
-constexpr tm_sheet_field rectangle_fields[] = {
-    field<rectangle, &rectangle::reserved>("reserved", 0),
-    field<rectangle, &rectangle::line_color>("line_color", 1),
-    field<rectangle, &rectangle::filled>("filled", 2),
-    field<rectangle, &rectangle::fill_color>("fill_color", 3),
-    field<rectangle, &rectangle::pt2>("pt2", 4),
-    field<rectangle, &rectangle::line_style>("line_style", 12),
-    field<rectangle, &rectangle::fin>("fin", 14),
+constexpr std::array rectangle_rows = {
+    row::field<&rectangle::reserved>(0, "reserved"),
+    row::field<&rectangle::line_color>(1, "line_color"),
+    row::field<&rectangle::filled>(2, "filled"),
+    row::field<&rectangle::fill_color>(3, "fill_color"),
+    row::field<&rectangle::pt2>(4, "pt2"),
+    row::field<&rectangle::line_style>(12, "line_style"),
+    row::field<&rectangle::fin>(14, "fin"),
 };
-static_assert(covers(rectangle_fields, 16));
+static_assert(lay_fills(rectangle_rows, 16, 0));
 
 using property = tm_object_property_rec_t;
-constexpr tm_sheet_field property_fields[] = {
-    field<property, &property::fixed>("fixed", 0),
-    field<property, &property::visible>("visible", 1),
-    field<property, &property::line_color>("line_color", 2),
-    field<property, &property::rotate>("rotate", 3),
-    field<property, &property::name>("name", 4),
-    field<property, &property::nvalue>("nvalue", 8),
-    field<property, &property::height>("height", 12),
-    field<property, &property::reserved>("reserved", 16),
-    field<property, &property::fin>("fin", 18),
+constexpr std::array property_rows = {
+    row::field<&property::fixed>(0, "fixed"),
+    row::field<&property::visible>(1, "visible"),
+    row::field<&property::line_color>(2, "line_color"),
+    row::field<&property::rotate>(3, "rotate"),
+    row::field<&property::name>(4, "name"),
+    row::field<&property::nvalue>(8, "nvalue"),
+    row::field<&property::height>(12, "height"),
+    row::field<&property::reserved>(16, "reserved"),
+    row::field<&property::fin>(18, "fin"),
 };
-static_assert(covers(property_fields, 20));
+static_assert(lay_fills(property_rows, 20, 0));
 
 template <std::int16_t Type, auto Member>
-std::int16_t& id_at(tm_object_gene_rec_t& object) {
+std::int16_t& id_at(generic& object) {
     return static_cast<tm_record_of<Type>&>(object).*Member;
 }
 
@@ -319,37 +240,42 @@ constexpr tm_sheet_reference references[] = {  // by object type
 };
 // clang-format on
 
+// The part of an object's type: what its rows cover.
+template <const auto& Rows>
+constexpr lay_layout<generic> part(std::string_view name) {
+    return {name, Rows.back().end(), lay_only<Rows>};
+}
+
+constexpr auto parts = [] {
+    std::array<lay_layout<generic>, tm_type_count> all{};
+    all.fill(part<plain_rows>("plain"));
+    all[tm_type_instance] = part<instance_rows>("instance");
+    all[tm_type_symbol] = part<symbol_rows>("symbol");
+    all[tm_type_pinpropfam] = part<pinpropfam_rows>("pinpropfam");
+    all[tm_type_net] = part<net_rows>("net");
+    all[tm_type_segment] = part<segment_rows>("segment");
+    all[tm_type_tag] = part<tag_rows>("tag");
+    all[tm_type_vertex_2d] = part<vertex_rows>("vertex");
+    all[tm_type_arc3p_2d] = part<arc_rows>("arc");
+    all[tm_type_circle_2d] = part<circle_rows>("circle");
+    all[tm_type_grid_2d] = part<grid_rows>("grid");
+    all[tm_type_line_2d] = part<line_rows>("line");
+    all[tm_type_polyline5_2d] = part<polyline5_rows>("polyline5");
+    all[tm_type_polyline_2d] = part<polyline_rows>("polyline");
+    all[tm_type_rectangle_2d] = part<rectangle_rows>("rectangle");
+    all[tm_type_property_2d] = part<property_rows>("property");
+    return all;
+}();
+
 constexpr auto reference_order = [](const tm_sheet_reference& each) { return each.object_type; };
 
 }  // namespace
 
-std::span<const tm_sheet_field> tm_layout_of(std::int16_t rectype) {
-    // clang-format off
-    switch (rectype) {
-        case tm_type_instance:     return instance_fields;
-        case tm_type_symbol:       return symbol_fields;
-        case tm_type_pinpropfam:   return pinpropfam_fields;
-        case tm_type_net:          return net_fields;
-        case tm_type_segment:      return segment_fields;
-        case tm_type_tag:          return tag_fields;
-        case tm_type_vertex_2d:    return vertex_fields;
-        case tm_type_arc3p_2d:     return arc_fields;
-        case tm_type_circle_2d:    return circle_fields;
-        case tm_type_grid_2d:      return grid_fields;
-        case tm_type_line_2d:      return line_fields;
-        case tm_type_polyline5_2d: return polyline5_fields;
-        case tm_type_polyline_2d:  return polyline_fields;
-        case tm_type_rectangle_2d: return rectangle_fields;
-        case tm_type_property_2d:  return property_fields;
-        case tm_rec_header:        return header_fields;
-        case tm_rec_generic:       return generic_fields;
-        case tm_rec_point:         return point_fields;
-        case tm_rec_bounds:        return bounds_fields;
-        default: break;
-    }
-    // clang-format on
-    if (rectype >= tm_type_main && rectype < tm_type_count) return plain_fields;
-    return {};
+constexpr lay_layout<header> tm_header_layout{"header", tm_header_bytes, lay_only<header_rows>};
+constexpr lay_layout<generic> tm_generic_layout{"generic", tm_generic_bytes, lay_only<generic_rows>};
+
+const lay_layout<generic>& tm_part_layout(std::int16_t object_type) {
+    return parts[static_cast<std::size_t>(object_type)];
 }
 
 std::span<const tm_sheet_reference> tm_references_of(std::int16_t object_type) {

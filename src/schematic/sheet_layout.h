@@ -1,13 +1,10 @@
-// tm: the layout of sheet files.  One table of fields per record type, which reader, writer and tests walk.
-// Integers stand most significant byte first but for two fields that stand the other way; texts are a 4-byte
-// length and their characters.  Record types are numbers: 1..32 the part of an object's type, 50 the header,
-// 51 the generic part every object begins with, 52..58 what fields are made of.
+// tm: the layout of sheet files, in the rows of foundation/layout.h.  Integers stand most significant byte
+// first but for two fields that stand the other way; nothing lies between fields.  Record types are numbers:
+// 1..32 the part of an object's type, 50 the header, 51 the generic part every object begins with, 52..58
+// what fields are made of.
 #pragma once
 
-#include <cstddef>
-#include <span>
-#include <string_view>
-
+#include "foundation/layout.h"
 #include "schematic/object_records.h"
 
 inline constexpr std::size_t tm_header_bytes = 38;
@@ -26,25 +23,16 @@ enum tm_rectype : std::int16_t {
     tm_rec_points16,
 };
 
-// How a field stands in the file.
-enum class tm_field_form : std::int16_t {
-    reversed = 1,  // most significant byte first
-    stored = 2,    // single bytes, and the fields with the least significant byte first
-    boolean = 3,   // a single byte, true when not 0
-    record = 4,    // a record of the field's rectype
-};
+// What fields are made of, besides numbers and texts.
+template <>
+struct lay_number<tm_point_t> : lay_number<std::int32_t> {};
+template <>
+struct lay_number<tm_bounds_t> : lay_number<std::int32_t> {};
 
-struct tm_sheet_field {
-    std::string_view name;
-    std::size_t offset;  // from the beginning of the part, texts before it being empty
-    std::size_t width;   // bytes; an empty text's of a text
-    tm_field_form form;
-    std::int16_t rectype;       // with form record
-    void* (*at)(void* record);  // the field in memory; object parts take a tm_object_gene_rec_t*
-};
-
-// The fields of a record type 1..32, 50..53; empty for any other number.
-std::span<const tm_sheet_field> tm_layout_of(std::int16_t rectype);
+extern const lay_layout<tm_file_gene_recf_t> tm_header_layout;
+extern const lay_layout<tm_object_gene_rec_t> tm_generic_layout;
+// The part of an object type, 1..32, behind the generic one.
+const lay_layout<tm_object_gene_rec_t>& tm_part_layout(std::int16_t object_type);
 
 // The other ids that objects hold: those of father, siblings and first child are in the generic part.
 struct tm_sheet_reference {

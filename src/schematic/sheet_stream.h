@@ -15,10 +15,6 @@ struct tm_sheet_input {
     std::int32_t fault = 0;  // file_open_invalid, object_type_invalid
 };
 
-// One field of n bytes: 1, 2 or 4.
-void readvar(tm_sheet_input& in, void* var, std::size_t n, tm_field_form form);
-void printvar(std::string& out, const void* var, std::size_t n, tm_field_form form);
-
 // One record by its type number; those of the objects' types are the part behind the generic one and take the
 // record as its tm_object_gene_rec_t.  A text is refused when its length is below 0 or above its record's
 // capacity or a character is not printable.

@@ -8,6 +8,7 @@
 #include "schematic/object_property.h"
 #include "schematic/object_walk.h"
 #include "schematic/sheet_draw.h"
+#include "schematic/sheet_fields.h"
 #include "schematic/wired_sheet.h"
 
 namespace {
@@ -27,18 +28,20 @@ protected:
         tm_file_close(copy, true, status);
         testing::internal::GetCapturedStdout();
         sound = content_of(folder + "/sheet.tm_1");
+        fields = tst_sheet_fields(sound);
     }
     ~sheet_files() override { std::filesystem::remove_all(folder); }
 
     std::size_t below(std::size_t bound) { return random() % bound; }
     std::string spoiled_sheet() {
         std::string bytes = sound;
+        // Ids and types are small numbers: most changes are to such ones.
+        for (std::size_t n = below(4); n > 0; --n)
+            tst_set(
+                bytes, fields[below(fields.size())],
+                below(8) == 0 ? static_cast<std::int64_t>(random()) : static_cast<std::int64_t>(below(40)));
+        if (below(4) == 0) bytes[below(bytes.size())] = static_cast<char>(below(256));
         if (below(8) == 0) bytes.resize(below(bytes.size()));
-        for (std::size_t n = below(4); n > 0 && !bytes.empty(); --n) {
-            const std::size_t at = below(bytes.size());
-            // Ids and types are small numbers: most changes are to such ones.
-            bytes[at] = static_cast<char>(below(3) == 0 ? below(256) : below(40));
-        }
         return bytes;
     }
     std::string spoiled_link() {
@@ -73,6 +76,7 @@ protected:
         (std::filesystem::is_directory("/dev/shm") ? "/dev/shm/" : testing::TempDir()) + "kolv_sheet_fuzz_" +
         std::to_string(getpid());
     std::string sound;
+    std::vector<tst_field> fields;
     std::mt19937 random{20261123};
     int met = 0;
 };

@@ -55,8 +55,8 @@ TEST(layout, fields_lie_where_the_file_format_has_them) {
 void expect_store_is(const yx_design_image_t& design, const std::string& bytes) {
     tst_each_section(design, [&](const auto& layout, std::size_t at, std::size_t count, auto record_of) {
         for (std::size_t k = 1; k <= count; ++k, at += layout.bytes) {
-            std::string image(layout.bytes, '\0');
-            yxl_put(layout, *record_of(k), reinterpret_cast<std::uint8_t*>(image.data()));
+            std::string image;
+            lay_put(layout, *record_of(k), image);
             ASSERT_EQ(image, bytes.substr(at, layout.bytes)) << layout.section << " record " << k;
         }
     });
@@ -78,14 +78,15 @@ TEST(layout, a_written_design_is_loaded_field_by_field) {
 
 TEST(layout, any_image_keeps_its_fields_and_loses_its_reference_slots) {
     std::mt19937 random(1);
-    const auto survive = [&]<typename T>(const yxl_layout<T>& layout) {
-        std::vector<std::uint8_t> image(layout.bytes), again(layout.bytes), kept(layout.bytes);
-        for (std::uint8_t& byte : image) byte = static_cast<std::uint8_t>(random());
+    const auto survive = [&]<typename T>(const lay_layout<T>& layout) {
+        std::string image(layout.bytes, '\0'), again, kept(layout.bytes, '\0');
+        for (char& byte : image) byte = static_cast<char>(random());
         T record;
-        yxl_get(layout, image.data(), record);
-        yxl_put(layout, record, again.data());
-        yxl_each_row(layout, record, [&](const yxl_row<T>& row) {
-            for (auto i = row.offset; row.value != nullptr && i < row.offset + row.width * row.count; ++i)
+        std::size_t at = 0;
+        EXPECT_TRUE(lay_get(layout, image, at, record));
+        lay_put(layout, record, again);
+        lay_each_row(layout, record, [&](const lay_row<T>& row) {
+            for (auto i = row.offset; row.value != nullptr && i < row.end(); ++i)
                 kept[i] = row.name.ends_with("fixed") ? image[i] != 0 : image[i];
             return true;
         });

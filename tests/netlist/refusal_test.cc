@@ -36,11 +36,11 @@ protected:
 TEST_F(refusal, holds_every_bounded_field_to_its_bounds) {
     int refused = 0;
     for (const tst_field& f : fields) {
-        if (f.range.bound == yxl_bound::none) continue;
+        if (f.range.bound == lay_bound::none) continue;
         ASSERT_EQ(tst_load(bytes, said), 0);  // the bounds of a counter are those of the sound design
         std::int64_t lowest = f.range.lowest, highest = f.range.highest;
-        if (f.range.bound == yxl_bound::place) lowest = highest = f.record;
-        if (f.range.bound == yxl_bound::counter) highest = yx_sext.*f.range.counter;
+        if (f.range.bound == lay_bound::place) lowest = highest = f.record;
+        if (f.range.bound == lay_bound::counter) highest = *f.range.counter;
         const std::int64_t largest = (std::int64_t{1} << (8 * f.width - 1)) - 1;
         for (const std::int64_t value : {lowest - 1, highest + 1, largest, -largest - 1}) {
             if (value > largest || (value >= lowest && value <= highest)) continue;

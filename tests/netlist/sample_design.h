@@ -10,6 +10,7 @@
 #include <iterator>
 #include <string>
 
+#include "foundation/layout_fields.h"
 #include "netlist/design_file.h"
 #include "netlist/design_image.h"
 #include "netlist/layout.h"
@@ -201,36 +202,15 @@ void tst_each_section(const yx_design_image_t& d, Visit visit) {
     kind(yxl_pinms, d.pinms.size(), yx_ptrto_pinm_rec);
 }
 
-// Where a field of a record lies in the file.
-struct tst_field {
-    std::string_view section;
-    std::int32_t record = 0;
-    std::string_view name;
-    std::size_t offset = 0, width = 0;
-    yxl_range range;
-};
-
-// The fields (no reference slots) of every record of the file, each with the form its record has.
+// The fields of every record of the file.
 inline std::vector<tst_field> tst_fields(const yx_design_image_t& d, const std::string& bytes) {
     std::vector<tst_field> fields;
     tst_each_section(d,
-                     [&]<typename T>(const yxl_layout<T>& layout, std::size_t at, std::size_t count, auto) {
-                         for (std::size_t k = 1; k <= count; ++k, at += layout.bytes) {
+                     [&]<typename T>(const lay_layout<T>& layout, std::size_t at, std::size_t count, auto) {
+                         for (std::size_t k = 1; k <= count; ++k) {
                              T record;
-                             const auto* image = reinterpret_cast<const std::uint8_t*>(bytes.data()) + at;
-                             yxl_get(layout, image, record);
-                             yxl_each_row(layout, record, [&](const yxl_row<T>& row) {
-                                 if (row.value != nullptr)
-                                     fields.push_back({layout.section, static_cast<std::int32_t>(k), row.name,
-                                                       at + row.offset, row.width, row.range});
-                                 return true;
-                             });
+                             tst_add_fields(layout, static_cast<std::int32_t>(k), bytes, at, record, fields);
                          }
                      });
     return fields;
-}
-
-inline void tst_set(std::string& bytes, const tst_field& field, std::int64_t value) {
-    for (std::size_t i = 0; i < field.width; ++i)
-        bytes[field.offset + i] = static_cast<char>(static_cast<std::uint64_t>(value) >> (8 * i));
 }

@@ -1,3 +1,4 @@
+// The bytes of each record of a sheet file.
 #include <functional>
 
 #include "foundation/records.h"
@@ -48,8 +49,8 @@ void number(Points& points) {
 std::string numbered_points(int count) {
     std::string hex;
     for (int n = 1; n <= count; ++n) {
-        const std::int32_t pair[] = {n, -n};
-        for (const std::int32_t value : pair) printvar(hex, &value, 4, tm_field_form::reversed);
+        const tm_point_t point{n, -n};
+        writerectype(hex, &point, tm_rec_point);
     }
     return hex_of(hex);
 }
@@ -173,8 +174,8 @@ TEST(SheetBytes, the_header_has_38_bytes) {
 
 TEST(SheetBytes, texts_too_long_negative_or_unprintable_are_refused) {
     const auto fault_of = [](std::int16_t rectype, std::int32_t len, const std::string& chars) {
-        std::string bytes;
-        printvar(bytes, &len, 4, tm_field_form::reversed);
+        std::string bytes(sizeof len, '\0');
+        lay_put_number<lay_order::high_first>(len, bytes.data());
         bytes += chars;
         tm_sheet_input in{bytes};
         tm_string_record_t room;

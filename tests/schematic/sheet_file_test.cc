@@ -1,9 +1,13 @@
+// Sheet files: what is saved is read again, what is damaged is refused.
 #include <sys/stat.h>
 
 #include "schematic/link_file.h"
 #include "schematic/object_property.h"
 #include "schematic/object_walk.h"
 #include "schematic/saved_sheet.h"
+#include "schematic/sheet_check.h"
+#include "schematic/sheet_fields.h"
+#include "schematic/sheet_stream.h"
 
 namespace {
 
@@ -145,79 +149,111 @@ TEST_F(saved, a_save_that_fails_leaves_the_old_version) {
     EXPECT_FATAL(tm_file_close(file, true, status), "code : 12\n");
 }
 
-struct damage {
-    const char* what;
-    std::size_t at;
-    std::string bytes;
-    std::int32_t status;
+class damaged : public saved {
+protected:
+    damaged() {
+        save_and_open();
+        sound = content_of(path("sheet.tm_1"));
+        fields = tst_sheet_fields(sound);
+    }
+    const tst_field& field(std::int32_t id, std::string_view name) const {
+        return *std::ranges::find_if(fields,
+                                     [&](const tst_field& f) { return f.record == id && f.name == name; });
+    }
+    std::string edited(std::int32_t id, std::string_view name, std::int64_t value) const {
+        std::string bytes = sound;
+        tst_set(bytes, field(id, name), value);
+        return bytes;
+    }
+    // The status of the file with these bytes; what was there is still there.
+    std::int32_t status_of(const std::string& bytes) {
+        write("sheet.tm_1", bytes);
+        const std::int32_t status = reopen();
+        EXPECT_EQ(tm_file_inq_primary_object(file), 1);
+        return status;
+    }
+    std::int16_t last() const { return tm_file_header(file).object_id_max; }
+
+    std::string sound;
+    std::vector<tst_field> fields;
 };
 
-TEST_F(saved, damaged_files_are_refused) {
-    save_and_open();
-    const std::string sound = content_of(path("sheet.tm_1"));
-    std::vector<std::size_t> start = {0};  // of the objects in the file, by id
-    std::size_t at = 38;
-    for (std::int16_t id = 1; id <= tm_file_header(file).object_id_max; ++id) {
-        start.push_back(at);
-        const std::int16_t type = tm_object(file, id).object_type;
-        std::string part;
-        at += 40;
-        if (type == tm_type_property_2d) {
-            const auto& property = tm_object_as<tm_type_property_2d>(file, id);
-            at += static_cast<std::size_t>(20 + property.name.len + property.nvalue.len);
-        } else {
-            at += type == tm_type_symbol      ? 8 + std::size_t{16}
-                  : type == tm_type_net       ? 10
-                  : type == tm_type_vertex_2d ? 6
-                  : type == tm_type_instance || type == tm_type_pinpropfam || type == tm_type_segment ? 12
-                                                                                                      : 2;
-        }
-    }
-    ASSERT_EQ(at + 2, sound.size());
-    using namespace std::string_literals;
-    const auto of = [&](std::int16_t id) { return start[static_cast<std::size_t>(id)]; };
-    const char net_id = static_cast<char>(net), own_id = static_cast<char>(own);
-    const damage rows[] = {
-        {"revision 1.0", 0, "\x3f\x80"s, bad_file},
-        {"object_id_max negative", 14, "\xff\xff"s, bad_file},
-        {"object_id_max above 30000", 14, "\x75\x31"s, bad_file},
-        {"more objects than there are", 14, "\x01\x00"s, bad_file},
-        {"primary_object no main", 16, "\0\2"s, bad_object},
-        {"grid out of range", 20, "\x70\0"s, bad_object},
-        {"header fin", 36, "\xff\xf6"s, bad_file},
-        {"object_id", of(2), "\0\3"s, bad_object},
-        {"father out of range", of(2) + 2, "\x70\0"s, bad_object},
-        {"father of another", of(2) + 2, "\0\3"s, bad_object},
-        {"father itself", of(1) + 2, "\0\1"s, bad_object},
-        {"previous", of(2) + 4, "\0\3"s, bad_object},
-        {"following negative", of(2) + 6, "\xff\xff"s, bad_object},
-        {"following itself", of(2) + 4, "\0\2\0\2"s, bad_object},
-        {"child1 of another", of(2) + 8, "\0\3"s, bad_object},
-        {"object type 0", of(2) + 12, "\0\0"s, bad_type},
-        {"object type 33", of(2) + 12, "\0\41"s, bad_type},
-        {"deleted", of(2) + 14, "\0\40"s, bad_object},
-        {"object fin", of(2) + 40, "\0\0"s, bad_object},
-        {"symbol 0", of(instance) + 42, "\0\0"s, bad_object},
-        {"symbol no symbol", of(instance) + 42, "\0"s + net_id, bad_object},
-        {"net no net", of(pin_b) + 42, "\0"s + own_id, bad_object},
-        {"vertex no vertex", of(segment) + 44, "\0"s + net_id, bad_object},
-        {"wires among properties", of(tm_object(file, segment).father) + 12, "\0\26"s, bad_object},
-        {"path too long", of(symbol) + 42, "\0\0\0\xc8"s, bad_file},
-        {"name negative", of(own) + 44, "\xff"s, bad_file},
-        {"value too long", of(own) + 53, "\0\0\0\x61"s, bad_file},
-        {"value unprintable", of(own) + 57, "\n"s, bad_file},
+TEST_F(damaged, fields_that_cannot_be_are_refused) {
+    const std::int16_t wires = tm_object(file, segment).father;
+    const std::tuple<std::int32_t, const char*, std::int64_t, std::int32_t> rows[] = {
+        {0, "software_revision", 0x3f800000, bad_file},
+        {0, "object_id_max", -1, bad_file},
+        {0, "object_id_max", tm_max_objects + 1, bad_file},
+        {0, "object_id_max", last() + 1, bad_file},
+        {0, "primary_object", 2, bad_object},
+        {0, "grid_obj_id", last() + 1, bad_object},
+        {0, "fin", tm_fin_object, bad_file},
+        {2, "object_id", 3, bad_object},
+        {2, "object_type", 0, bad_type},
+        {2, "object_type", tm_type_count, bad_type},
+        {2, "status", tm_object_is_deleted, bad_object},
+        {2, "fin", 0, bad_object},
+        {instance, "symbol", 0, bad_object},
+        {instance, "symbol", net, bad_object},
+        {pin_b, "net", own, bad_object},
+        {segment, "vertex1", net, bad_object},
+        {segment, "vertex2", last() + 1, bad_object},
+        {wires, "object_type", tm_type_graphics, 0},
+        {wires, "object_type", tm_type_property_family, bad_object},
+        {wires, "object_type", tm_type_pin, bad_object},
+        {symbol, "path", tm_string_max + 1, bad_file},
+        {own, "name", -1, bad_file},
+        {own, "nvalue", tm_value_max + 1, bad_file},
     };
-    for (const auto& [what, place, bytes, status] : rows) {
-        write("sheet.tm_1", std::string(sound).replace(place, bytes.size(), bytes));
-        EXPECT_EQ(reopen(), status) << what;
-        EXPECT_EQ(tm_file_inq_primary_object(file), 1) << what;  // what was there is still there
+    for (const auto& [id, name, value, status] : rows)
+        EXPECT_EQ(status_of(edited(id, name, value)), status) << id << ' ' << name << ' ' << value;
+    std::string unprintable = sound;
+    unprintable[field(own, "nvalue").offset + 4] = '\n';
+    EXPECT_EQ(status_of(unprintable), bad_file);
+}
+
+// A first child that its father does not name is out of reach, but leads nobody astray.
+TEST_F(damaged, links_that_disagree_are_refused) {
+    using object = tm_object_gene_rec_t;
+    tm_file_gene_recf_t& sheet = tm_file_header(file);
+    std::string why;
+    for (std::int16_t id = 1; id <= last(); ++id)
+        for (auto link : {&object::father, &object::previous, &object::following, &object::child1})
+            for (std::int16_t other = -1; other <= last() + 1; ++other) {
+                std::int16_t& place = tm_object(file, id).*link;
+                const std::int16_t right = std::exchange(place, other);
+                const bool is_sound = other == right || (other == 0 && link == &object::child1);
+                EXPECT_EQ(tm_sheet_check(sheet, why), is_sound) << id << ' ' << other << why;
+                place = right;
+            }
+}
+
+TEST_F(damaged, files_that_are_cut_are_refused) {
+    for (std::size_t cut = 0; cut < sound.size() - 2; cut += 7)
+        EXPECT_EQ(status_of(sound.substr(0, cut)), bad_file) << cut;
+    EXPECT_EQ(status_of(sound.substr(0, sound.size() - 2)), 0);
+}
+
+// A file of objects each of which is the only child of the one before.
+std::string nested(std::int16_t levels) {
+    tm_file_gene_recf_t header;
+    header.software_revision = tm_software_revision, header.fin = tm_fin_header;
+    header.object_id_max = levels, header.primary_object = 1;
+    std::string bytes;
+    writerectype(bytes, &header, tm_rec_header);
+    for (std::int16_t id = 1; id <= levels; ++id) {
+        tm_object_plain_rec_t object;
+        object.object_id = id, object.object_type = tm_type_main, object.fin = tm_fin_object;
+        object.father = static_cast<std::int16_t>(id - 1);
+        object.child1 = static_cast<std::int16_t>(id == levels ? 0 : id + 1);
+        writeOneObject(bytes, object);
     }
-    for (std::size_t cut = 0; cut < sound.size() - 2; cut += 7) {
-        write("sheet.tm_1", sound.substr(0, cut));
-        EXPECT_EQ(reopen(), bad_file) << cut;
-    }
-    write("sheet.tm_1", sound.substr(0, sound.size() - 2));
-    EXPECT_EQ(reopen(), 0);
+    return bytes;
+}
+
+TEST_F(damaged, objects_are_nested_64_levels_deep_at_most) {
+    EXPECT_EQ(status_of(nested(64)), 0);
+    EXPECT_EQ(status_of(nested(65)), bad_object);
 }
 
 TEST_F(saved, files_take_the_lowest_free_index_and_the_last_opened_is_current) {
