@@ -11,7 +11,7 @@
 #include "foundation/platform.h"
 #include "foundation/shell.h"
 #include "kernel/context.h"
-#include "results/list_view.h"
+#include "results/page.h"
 #include "schematic/object.h"
 #include "schematic/sheet_draw.h"
 
@@ -26,11 +26,10 @@ constexpr std::array<page_row, tm_pages> pages = {{
     {"     CONTEXT         ", " ((((( CONTEXT ))))) "},
 }};
 
-constexpr std::size_t context_page = 1;
-
 bool redraw_waits = false;
 
-std::size_t current_page() { return static_cast<std::size_t>(tm_vext.numpage); }
+std::size_t index_of(tm_page page) { return static_cast<std::size_t>(page); }
+std::size_t current_page() { return index_of(tm_vext.numpage); }
 
 bool on_a_page(Widget area) { return area != nullptr && area == tm_window.curdrawarea && XtIsRealized(area); }
 
@@ -45,7 +44,7 @@ tm_file_index_t sheet_shown() {
 // obj_pos from pixel_pos; a position that the pixel already shows is kept, for it may be finer than a pixel.
 // Without a sheet a pixel is a unit.
 void set_object_position() {
-    const tm_file_index_t file = tm_vext.numpage == 1 ? sheet_shown() : tm_file_index_t{0};
+    const tm_file_index_t file = tm_vext.numpage == tm_page::context ? sheet_shown() : tm_file_index_t{0};
     const tm_pixel pixel = {tm_vext.pixel_pos.x, tm_vext.pixel_pos.y};
     if (file == 0) {
         tm_vext.obj_pos = tm_vext.pixel_pos;
@@ -75,7 +74,7 @@ Pixmap black_pixmap(const tm_bounds_t& size) {
 void redraw_current_page() {
     redraw_waits = false;
     tm_window.picture_changed = true;
-    if (tm_vext.numpage == 0)
+    if (tm_vext.numpage == tm_page::results)
         pages_redraw_results();
     else
         pages_redraw_context();
@@ -95,7 +94,7 @@ void redraw_soon() {
 }
 
 void draw_context() {
-    x_canvas canvas(context_page);
+    x_canvas canvas(tm_page::context);
     canvas.clear();
     if (const tm_file_index_t file = sheet_shown(); file != 0) tm_draw_sheet(file, tm_viewport(file), canvas);
 }
@@ -108,7 +107,7 @@ void discard_exposures(Widget area) {
 
 // The directory of the sheet that is shown, or else the schematic directory.
 std::string_view directory_shown() {
-    const tm_file_index_t file = current_page() == context_page ? sheet_shown() : tm_file_index_t{0};
+    const tm_file_index_t file = tm_vext.numpage == tm_page::context ? sheet_shown() : tm_file_index_t{0};
     return tm_view(file == 0 ? kol_ext.dir_path : tm_vext.filear[static_cast<std::size_t>(file - 1)].dirname);
 }
 
@@ -121,7 +120,7 @@ void set_title() {
 }
 
 void select_page(std::size_t page) {
-    tm_vext.numpage = static_cast<std::int16_t>(page);
+    tm_vext.numpage = static_cast<tm_page>(page);
     tm_window.curdrawarea = tm_window.drawarea[page];
     tm_window.curdrareapixmap = tm_window.drareapixmap[page];
     pages_set_labels();
@@ -149,13 +148,14 @@ void pages_create_pixmaps() {
 }
 
 void pages_redraw_results() {
-    kol_update_darea_edit();
-    if (tm_vext.numpage == 0) pages_copy_to_window();
+    x_canvas canvas(tm_page::results);
+    kol_update_darea_edit(canvas);
+    if (tm_vext.numpage == tm_page::results) pages_copy_to_window();
 }
 
 // The page is drawn when it is to be seen; an expose event draws it when it comes to the front.
 void pages_redraw_context() {
-    if (tm_vext.numpage != 1 || tm_window.curdrareapixmap == 0) return;
+    if (tm_vext.numpage != tm_page::context || tm_window.curdrareapixmap == 0) return;
     if (tm_vext.display_on) draw_context();
     set_title();
     pages_copy_to_window();

@@ -20,7 +20,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* sheet_pattern = "*/sheet.tm";
 constexpr const char* sheet_name = "sheet.tm";
-constexpr std::int16_t context_page = 1;
 constexpr std::size_t schematic_directory = 1;  // index of the stored argument
 
 std::string text_of(XmString string) {
@@ -136,7 +135,7 @@ Widget create_box() {
 }  // namespace
 
 void dialog_open_sheet() {
-    if (tm_vext.numpage != context_page)
+    if (tm_vext.numpage != tm_page::context)
         return kol_set_quick_message(
             " !! Error : You may vie a new schemativ ONLY in Context Window  ...\n"
             " --> Please Switch to Page 2 = Context Window\n \n");

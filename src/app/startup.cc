@@ -24,7 +24,7 @@
 #include "kernel/setup.h"
 #include "models/model_table.h"
 #include "netlist/design_file.h"
-#include "results/list_view.h"
+#include "results/page.h"
 
 namespace {
 

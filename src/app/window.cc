@@ -34,7 +34,6 @@
 #include "foundation/files.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"
-#include "results/results_canvas.h"
 
 tm_window_t tm_window;
 
@@ -241,8 +240,6 @@ void show_window() {
     settle();
     XtVaSetValues(XtParent(tm_window.textsession), XmNpaneMinimum, least_pane, nullptr);
     entry_focus();
-    static x_canvas results(0);
-    rs_results_canvas = &results;
 }
 
 }  // namespace
@@ -255,7 +252,6 @@ void tm_init(const tm_string_record_t& window_name, tm_bounds_t& bitmap_size, st
     create_widgets(window_name.char_);
     show_window();
     tm_use_window();
-    tm_vext.dpy = tm_window.dpy;
     tm_vext.init_done = true;
     bitmap_size = tm_vext.bitmap_size;
     planes = static_cast<std::int16_t>(DefaultDepth(tm_window.dpy, DefaultScreen(tm_window.dpy)));

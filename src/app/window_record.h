@@ -8,8 +8,6 @@
 
 #include "foundation/context.h"
 
-inline constexpr std::size_t tm_pages = 2;    // 0 Results, 1 Context
-inline constexpr std::size_t tm_pixmaps = 4;  // off-screen pictures: Results, Context, and two more sheets
 inline constexpr std::size_t tm_colours = 8;
 
 struct tm_window_t {
@@ -23,7 +21,7 @@ struct tm_window_t {
     std::array<Widget, tm_pages> page_form{};
     std::array<Widget, tm_pages> drawarea{};
     Widget curdrawarea = nullptr;
-    std::array<Pixmap, tm_pixmaps> drareapixmap{};
+    std::array<Pixmap, tm_pages> drareapixmap{};  // the off-screen picture of each page
     Pixmap curdrareapixmap = 0;
     bool exposed = false;          // a drawing area has been on the screen
     bool picture_changed = false;  // drawn on since it was last copied to the window

@@ -10,7 +10,7 @@
 
 class x_canvas final : public tm_canvas {
 public:
-    explicit x_canvas(std::size_t pixmap) : pixmap_(pixmap) {}
+    explicit x_canvas(tm_page page) : page_(static_cast<std::size_t>(page)) {}
     std::int32_t width() const override;
     std::int32_t height() const override;
     void clear() override;
@@ -21,10 +21,10 @@ public:
     void points(std::span<const tm_pixel> places, tm_colour colour) override;
 
 private:
-    Pixmap target() const { return tm_window.drareapixmap[pixmap_]; }
+    Pixmap target() const { return tm_window.drareapixmap[page_]; }
     void set_colour(tm_colour colour) const;
     void gather(tm_colour colour) const;
-    std::size_t pixmap_;
+    std::size_t page_;
 };
 
 // Allocates the eight palette colours and the drawing context, once the display is open.

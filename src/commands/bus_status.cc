@@ -6,7 +6,7 @@
 #include "commands/report.h"
 #include "foundation/shell.h"
 #include "kernel/lookup.h"
-#include "results/list_layout.h"
+#include "results/list/layout.h"
 
 namespace {
 

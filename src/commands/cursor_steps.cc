@@ -5,8 +5,7 @@
 #include "commands/sheet.h"
 #include "foundation/context.h"
 #include "foundation/shell.h"
-#include "results/list_view.h"
-#include "results/trace_view.h"
+#include "results/scroll.h"
 #include "schematic/viewport.h"
 
 namespace {
@@ -26,7 +25,7 @@ void scroll_results(char direction, int steps) {
             for (int i = 0; i < steps; ++i) row.scroll();
 }
 
-bool is_on_sheet() { return tm_vext.numpage == kol_context_page && kol_context_file() != 0; }
+bool is_on_sheet() { return tm_vext.numpage == tm_page::context && kol_context_file() != 0; }
 
 }  // namespace
 

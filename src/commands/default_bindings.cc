@@ -6,7 +6,7 @@
 #include "commands/interpreter.h"
 #include "foundation/context.h"
 #include "foundation/files.h"
-#include "results/list_view.h"
+#include "results/page.h"
 
 namespace {
 

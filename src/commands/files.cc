@@ -6,7 +6,8 @@
 #include "foundation/context.h"
 #include "foundation/files.h"
 #include "foundation/shell.h"
-#include "results/list_view.h"
+#include "results/files/list_file.h"
+#include "results/list/layout.h"
 
 namespace {
 

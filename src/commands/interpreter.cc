@@ -10,7 +10,6 @@
 namespace {
 
 constexpr std::int16_t max_commands = 30;  // of one line
-constexpr std::int16_t last_page = 1;
 
 void clean(kol_array_param_t& set) {
     for (tm_string_record_t& text : set) tm_rest_string(text);
@@ -29,7 +28,7 @@ void end_line() {
 
 void end_command() {
     end_line();
-    if (tm_vext.numpage <= last_page) tm_shell.copy_to_window();
+    tm_shell.copy_to_window();
 }
 
 bool keeps_variables(const tm_string_record_t& command) {

@@ -13,11 +13,10 @@ constexpr std::string_view rectangle_words = " MARK RECTangle ";
 constexpr kol_rejection_t count_invalid{nb_par_invalid};
 constexpr kol_rejection_t corner_invalid{"# !! Error : Invalid corner of rectangle ? "};
 
-constexpr std::int16_t results_page = 0;
 constexpr std::int16_t first_coordinate = 3, with_coordinates = 6;
 
 struct mark_state {
-    std::int16_t page = 0;
+    tm_page page = tm_page::results;
     int corners = 0;  // set
     tm_point_t corner[2];
     tm_point_t pixel;  // of the first corner, where the pointer set it
@@ -32,7 +31,7 @@ void begin_at_pointer() {
 // Pixels are whole numbers, model units decimal ones.
 bool read_coordinate(const tm_string_record_t& keyword, std::int32_t& coordinate) {
     bool error_found = false;
-    if (tm_vext.numpage == results_page)
+    if (tm_vext.numpage == tm_page::results)
         tm_string_to_int32(keyword, coordinate, error_found);
     else
         tm_string_to_real(keyword, coordinate, error_found);
@@ -64,7 +63,7 @@ void kol_forget_marks() {
     tm_vext.mark_rectangle_on = false;
 }
 
-tm_point_t kol_pointer() { return tm_vext.numpage == results_page ? tm_vext.pixel_pos : tm_vext.obj_pos; }
+tm_point_t kol_pointer() { return tm_vext.numpage == tm_page::results ? tm_vext.pixel_pos : tm_vext.obj_pos; }
 
 void kol_mark_corner(tm_point_t corner) {
     if (marks.corners == 1 && marks.page == tm_vext.numpage) return kol_mark_area(marks.corner[0], corner);
@@ -88,7 +87,7 @@ kol_rejection_t kol_marked_area(tm_bounds_t& area) {
     return {};
 }
 
-bool kol_mark_band(std::int16_t page, tm_point_t& corner) {
+bool kol_mark_band(tm_page page, tm_point_t& corner) {
     corner = marks.pixel;
     return tm_vext.mark_rectangle_on && marks.page == page;
 }

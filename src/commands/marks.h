@@ -24,4 +24,4 @@ kol_rejection_t kol_marked_area(tm_bounds_t& area);
 void kol_forget_marks();
 // While the pointer draws a corner along (tm_vext.mark_rectangle_on): the page, and the fixed corner in
 // pixels of its drawing area.
-bool kol_mark_band(std::int16_t page, tm_point_t& corner);
+bool kol_mark_band(tm_page page, tm_point_t& corner);

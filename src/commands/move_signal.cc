@@ -10,7 +10,8 @@
 #include "foundation/context.h"
 #include "foundation/numbers.h"
 #include "foundation/shell.h"
-#include "results/list_view.h"
+#include "results/entries/geometry.h"
+#include "results/list/layout.h"
 
 namespace {
 
@@ -21,10 +22,6 @@ constexpr kol_rejection_t from_no_integer{"# !! Error : Invalid 4th parameter (s
 constexpr kol_rejection_t to_no_integer{"# !! Error : Invalid 5th parameter (should be integer) ? "};
 constexpr kol_rejection_t from_invalid{"# !! Error : Invalid   from_position  ? "};
 constexpr kol_rejection_t to_invalid{"# !! Error : Invalid   to_position  ? "};
-
-// Rows of the trace, pixels.
-constexpr std::int32_t trace_row_step = 40;
-constexpr std::int32_t trace_first_row_y = 50;
 
 struct move_t {
     bool in_list = true;
@@ -45,13 +42,14 @@ std::int32_t held(std::int32_t value, std::int32_t lowest, std::int32_t highest)
 std::int32_t column_under_pointer() {
     const tm_bounds_t& area = tm_vext.bitmap_size;
     const std::int32_t x = tm_vext.pixel_pos.x - area.xmin - kol_ext.list_sig1n_x0;
-    return held(x / kol_ext.list_steph - 14, 1, (area.xmax - area.xmin) / 14) + kol_ext.list_cur_column - 1;
+    return held(x / kol_ext.list_steph - 14, 1, (area.xmax - area.xmin) / rs_list_geometry.column_pitch) +
+           kol_ext.list_cur_column - 1;
 }
 
 std::int32_t row_under_pointer() {
     const tm_bounds_t& area = tm_vext.bitmap_size;
-    const std::int32_t y = trace_row_step / 2 + tm_vext.pixel_pos.y - area.ymin - trace_first_row_y;
-    return held(y / trace_row_step, 0, (area.ymax - area.ymin) / 42 - 5) + kol_ext.trace_cur_row;
+    const std::int32_t y = kol_ext.trace_stepv / 2 + tm_vext.pixel_pos.y - area.ymin - kol_ext.trace_sig1r_y0;
+    return held(y / kol_ext.trace_stepv, 0, (area.ymax - area.ymin) / 42 - 5) + kol_ext.trace_cur_row;
 }
 
 yx_signal_rec_t* entry_at(yx_signal_rec_t* newest, std::int32_t position) {

@@ -5,7 +5,7 @@
 #include "commands/picking.h"
 #include "commands/view_rules.h"
 #include "foundation/shell.h"
-#include "results/list_view.h"
+#include "results/list/layout.h"
 
 namespace {
 

@@ -3,11 +3,11 @@
 #include "commands/keyword.h"
 #include "kernel/history.h"
 #include "kernel/lookup.h"
+#include "results/trace/layout.h"
 
 namespace {
 
 constexpr std::string_view first_member_suffix = "_0";
-constexpr std::int32_t max_trace_row = 1023;
 
 bool find_signal_net(const tm_string_record_t& name, yx_net_record_t*& net) {
     kol_probe_signal_rec_t* probe = nullptr;
@@ -89,5 +89,5 @@ bool kol_trace_fits() {
     std::int32_t rows = 0;
     for (const yx_signal_rec_t* entry = kol_ext.trace_signal; entry != nullptr; entry = entry->previous)
         rows += rows_of(*entry);
-    return rows <= max_trace_row;
+    return rows <= kol_trace_max_row;
 }

@@ -6,14 +6,13 @@
 #include "commands/handlers.h"
 #include "commands/sheet.h"
 #include "foundation/context.h"
-#include "results/list_view.h"
+#include "results/page.h"
 
 namespace {
 
 constexpr std::string_view trace_words = " PLOt TRAce ";
 constexpr std::string_view hardcopy_words = " HARdcopy ";
 
-constexpr std::int16_t results_page = 0;
 constexpr std::int32_t schematic_directory = 2;                 // position of the stored argument
 constexpr std::int32_t usual_width = 1000, usual_height = 560;  // where there is no window
 
@@ -52,7 +51,7 @@ void kol_plot_trace_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
 }
 
 void kol_hardcopy_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (tm_vext.numpage == results_page)
+    if (tm_vext.numpage == tm_page::results)
         return kol_plot(hardcopy_words, 2, nkeyword, keyword, kol_results_plot(kol_ext.list_or_trace));
     const tm_file_index_t file = kol_sheet_or_reject(hardcopy_words, 2, nkeyword, keyword);
     if (file != 0) kol_plot(hardcopy_words, 2, nkeyword, keyword, kol_sheet_plot(file));

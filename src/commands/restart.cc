@@ -7,6 +7,7 @@
 #include "kernel/run.h"
 #include "kernel/say.h"
 #include "kernel/setup.h"
+#include "results/entries/geometry.h"
 
 namespace {
 
@@ -23,8 +24,6 @@ constexpr kol_rejection_t update_view_invalid{
     "# !! Error :  2nd parameter incorrect : should be : List or Trace? "};
 constexpr kol_rejection_t window_invalid{"# !! Error : invalid Start_time  and End_time ? "};
 constexpr kol_rejection_t nothing_forced{"# !! Warning : No FORCE stimuli have been applied to circuit ? "};
-
-constexpr std::int32_t trace_divisions = 20;
 
 void show_window(std::string_view words, std::int32_t start_time) {
     kol_show({"# ", words, "-> time_start: ", kol_time_text(start_time),
@@ -90,7 +89,7 @@ void kol_regenerate_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
     show_window(regenerate_words, start_time);
     if (!simulate_again()) return kol_reject(regenerate_words, 2, nkeyword, keyword, nothing_forced);
     kol_ext.trace_cur_time = start_time;
-    kol_ext.trace_scale = (kol_ext.end_time - start_time) / trace_divisions;
+    kol_ext.trace_scale = (kol_ext.end_time - start_time) / kol_trace_divisions;
     kol_redraw_states();
     tm_display(regenerate_words);
 }

@@ -133,7 +133,7 @@ void kol_show_sheet(tm_file_index_t file) {
 }
 
 kol_rejection_t kol_check_context_sheet() {
-    if (tm_vext.numpage != kol_context_page) return window_invalid;
+    if (tm_vext.numpage != tm_page::context) return window_invalid;
     return kol_context_file() == 0 ? kol_no_sheet : kol_rejection_t{};
 }
 
@@ -141,7 +141,7 @@ kol_rejection_t kol_read_point(std::int16_t k, std::int16_t nkeyword, kol_array_
                                tm_point_t& point) {
     const bool is_typed = nkeyword >= k;
     if (is_typed && nkeyword != k + 1) return kol_count_invalid;
-    if (!is_typed && tm_vext.numpage != kol_context_page) return window_invalid;
+    if (!is_typed && tm_vext.numpage != tm_page::context) return window_invalid;
     if (kol_context_file() == 0) return kol_no_sheet;
     point = tm_vext.obj_pos;
     if (!is_typed) return {};

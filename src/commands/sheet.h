@@ -8,8 +8,6 @@
 #include "commands/keyword.h"
 #include "schematic/object.h"
 
-inline constexpr std::int16_t kol_context_page = 1;
-
 inline constexpr kol_rejection_t kol_no_sheet{"# !! Error :  No sheet in Context window ? "};
 inline constexpr kol_rejection_t kol_outside_page{"# !! Error : Invalid point (outside of page ...)  ? "};
 inline constexpr kol_rejection_t kol_count_invalid{nb_par_invalid};

@@ -58,13 +58,13 @@ std::int32_t way(std::int32_t from, std::int32_t to) {
 // Shows where the point lies and how far from the base point; two marks make an area.  On the Results page a
 // mark picks a signal.
 void kol_mark_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (nkeyword == 1 && tm_vext.numpage != kol_context_page) {
+    if (nkeyword == 1 && tm_vext.numpage != tm_page::context) {
         kol_mark_signal();
         return tm_display(mark_words);
     }
     tm_point_t point;
     kol_rejection_t wrong = read_snapped(2, nkeyword, keyword, point);
-    if (!wrong && tm_vext.numpage != kol_context_page) wrong = wrong_page;
+    if (!wrong && tm_vext.numpage != tm_page::context) wrong = wrong_page;
     if (wrong) return kol_reject(mark_words, 2, nkeyword, keyword, wrong);
     kol_mark_corner(point);
     kol_show({mark_words, kol_point_text(point)});

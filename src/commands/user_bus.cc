@@ -6,7 +6,7 @@
 #include "commands/observed_signal.h"
 #include "foundation/shell.h"
 #include "kernel/lookup.h"
-#include "results/list_view.h"
+#include "results/list/layout.h"
 
 namespace {
 
@@ -27,7 +27,7 @@ constexpr std::int16_t first_member_keyword = 5;
 
 // A bus with the buses inside it has at most as many members as the list has columns.  Nested buses count
 // too, so buses never nest deeper than this.
-constexpr std::int32_t max_members = 1024;
+constexpr std::int32_t max_members = kol_list_max_column;
 
 using found_members = std::vector<kol_found_signal_t>;
 

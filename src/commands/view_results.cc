@@ -7,8 +7,9 @@
 #include "commands/view_rules.h"
 #include "foundation/context.h"
 #include "foundation/shell.h"
-#include "results/list_view.h"
-#include "results/trace_view.h"
+#include "results/entries/geometry.h"
+#include "results/list/view.h"
+#include "results/trace/view.h"
 
 namespace {
 
@@ -23,9 +24,6 @@ constexpr kol_rejection_t area_too_narrow{"# !! Error : Marked area too narrow (
 
 constexpr std::int32_t least_area_width = 3;  // a click on the page is none
 
-constexpr std::int16_t results_page = 0;
-constexpr std::int32_t trace_divisions = 20;
-
 // The marked times fill the window of the trace.
 kol_rejection_t zoom_trace(const tm_bounds_t& area) {
     const std::int32_t width = tm_vext.bitmap_size.xmax;
@@ -34,7 +32,7 @@ kol_rejection_t zoom_trace(const tm_bounds_t& area) {
     if (right - left < least_area_width) return area_too_narrow;
     const std::int32_t begin = kol_trace_time_at(left, width), end = kol_trace_time_at(right, width);
     kol_ext.trace_cur_time = begin;
-    kol_ext.trace_scale = std::max((end - begin) / trace_divisions, 1);
+    kol_ext.trace_scale = std::max((end - begin) / kol_trace_divisions, 1);
     return {};
 }
 
@@ -57,19 +55,19 @@ void kol_pop_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& /*keyword*/) {
 
 // Fits the simulated time into the trace; the list begins at its first row.
 void kol_view_all_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (tm_vext.numpage != results_page) return kol_view_all_context(nkeyword, keyword);
+    if (tm_vext.numpage != tm_page::results) return kol_view_all_context(nkeyword, keyword);
     if (kol_ext.list_or_trace) {
         kol_ext.list_cur_time = 0;
     } else {
         kol_ext.trace_cur_time = 0;
-        kol_ext.trace_scale = std::max(kol_ext.end_time / trace_divisions, 1);
+        kol_ext.trace_scale = std::max(kol_ext.end_time / kol_trace_divisions, 1);
     }
     tm_shell.redraw_results();
     tm_display(all_words);
 }
 
 void kol_view_area_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (tm_vext.numpage != results_page) return kol_view_area_context(nkeyword, keyword);
+    if (tm_vext.numpage != tm_page::results) return kol_view_area_context(nkeyword, keyword);
     if (const kol_rejection_t wrong = view_area()) return kol_reject(area_words, 3, nkeyword, keyword, wrong);
     tm_shell.redraw_results();
     tm_display(area_words);

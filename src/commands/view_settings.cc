@@ -5,7 +5,7 @@
 #include "foundation/numbers.h"
 #include "foundation/shell.h"
 #include "kernel/say.h"
-#include "results/list_view.h"
+#include "results/list/layout.h"
 
 namespace {
 

@@ -53,7 +53,7 @@ void show_aside(tm_file_index_t file) {
 }
 
 void bring_page_forward() {
-    if (tm_vext.numpage != kol_context_page) tm_shell.show_other_page();
+    if (tm_vext.numpage != tm_page::context) tm_shell.show_other_page();
 }
 
 void view_directory(const tm_string_record_t& directory, std::int16_t nkeyword,

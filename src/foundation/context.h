@@ -38,6 +38,10 @@ struct tm_file_io_rec_t {          // a sheet file that is or can be opened
     std::shared_ptr<tm_file_gene_recf_t> start_buf_ptr;  // set exactly when already_open_ok
 };
 
+// The pages of the window, in the order of their tabs.
+enum class tm_page : std::uint8_t { results, context };
+inline constexpr std::size_t tm_pages = 2;
+
 using tm_actions_12 = std::array<tm_string_record_t, 12>;
 using tm_actions_4 = std::array<tm_string_record_t, 4>;
 
@@ -74,8 +78,7 @@ struct tm_defref_var_rec_t {
     bool cmd_executing = false;
 
     // Window.
-    void* dpy = nullptr;
-    std::int16_t numpage = 0;  // 0 Results, 1 Context
+    tm_page numpage = tm_page::results;
     std::uint32_t keysym = 0, state = 0;
     tm_bounds_t bitmap_size;  // of the current drawing area, pixels
     tm_point_t pick_aperture;

@@ -1,7 +1,7 @@
 // FORGET: what goes, and what a view keeps.
 #include "commands/keyword.h"
 #include "design_session.h"
-#include "results/list_view.h"
+#include "results/list/layout.h"
 
 namespace {
 

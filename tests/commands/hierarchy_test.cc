@@ -125,10 +125,11 @@ TEST_F(hierarchy, view_sheet_shows_the_top_sheet_or_one_beside_it) {
                                fs::exists(folder / directory) ? path(directory) : directory));
     expect_refused("view sheet spoiled",
                    refusal("spoiled ", "# !! Error : Sheet not found or Invalid ? : ", path("spoiled")));
-    tm_vext.numpage = 0;
-    tm_shell.show_other_page = [] { tm_vext.numpage = 1; };
+    tm_vext.numpage = tm_page::results;
+    tm_shell.show_other_page = [] { tm_vext.numpage = tm_page::context; };
     EXPECT_EQ(type("view sheet 'carry'"), lines{" VIEw SHEet 'carry' "});
-    EXPECT_EQ(place() + " " + std::to_string(tm_vext.numpage), "2 of 2 : 1 2 0 0 : 3 : /U1/ 1");
+    EXPECT_EQ(place(), "2 of 2 : 1 2 0 0 : 3 : /U1/");
+    EXPECT_EQ(tm_vext.numpage, tm_page::context);
     EXPECT_TRUE(kol_ext.view_sheetaux_done && tm_vext.file_id_views == 3);
     type("view sheet adder");
     EXPECT_EQ(place(), "2 of 2 : 1 2 0 0 : 3 : /U1/");

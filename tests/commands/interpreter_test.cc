@@ -125,7 +125,7 @@ TEST_F(interpreter, scrolls_the_list_by_cursor_steps) {
     EXPECT_EQ(time_after("$CD1"), 50);
     EXPECT_EQ(time_after("$cd4"), 250);
     EXPECT_EQ(time_after("$CU1;$CL1;$VPTD5"), 200);
-    tm_vext.numpage = 1;
+    tm_vext.numpage = tm_page::context;
     EXPECT_EQ(time_after("$CD1"), 200);
 }
 

@@ -43,7 +43,7 @@ TEST_F(observation, views_take_names_one_by_one_until_one_is_wrong) {
     EXPECT_EQ(entries(kol_ext.trace_signal), "b=/b w=BUS w y=/y");
     EXPECT_EQ((numbers{kol_ext.list_signal->base_number, kol_ext.list_signal->previous->base_number}),
               (numbers{1, 2}));
-    tm_vext.numpage = 1;
+    tm_vext.numpage = tm_page::context;
     const std::string no_sheet = "# !! Error :  No sheet in Context window ? ";
     EXPECT_EQ(type("list h;TRACE;prob p"),
               (lines{"# LIST h ", no_sheet, "# TRACe ", no_sheet, "# PROBe p ", no_sheet}));

@@ -31,9 +31,9 @@ TEST_F(picking, checks_come_in_order) {
                       no_vertex = "# !! Error :  No Vertex Found at point ? ";
     expect_each({{"probe p", refused("PROBe p ", no_sheet)}, {"trace", refused("TRACe ", no_sheet)}});
     type("view sheet");
-    tm_vext.numpage = 0;
+    tm_vext.numpage = tm_page::results;
     expect_each({{"probe p 1 x", refused("PROBe p 1 x ", window)}, {"list h", refused("LIST h ", window)}});
-    tm_vext.numpage = 1;
+    tm_vext.numpage = tm_page::context;
     kol_ext.file_level_cur = 0;
     point_at(-8000, 0);
     expect_each({{"probe p 1 x", refused("PROBe p 1 x ", "# !! Error : Invalid coordinate ? ")},

@@ -22,7 +22,7 @@ protected:
         tst_set_up();
         kol_ext.dir_path = tm_string(folder.string());
         tm_vext.init_done = tm_vext.display_on = true;
-        tm_vext.numpage = 1;
+        tm_vext.numpage = tm_page::context;
         tm_vext.bitmap_size = {0, 0, 800, 600};
         tm_vext.pick_aperture = {10, 10};
         tm_shell.redraw_context = [] { ++seen.redraws; };

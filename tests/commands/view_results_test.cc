@@ -40,7 +40,8 @@ TEST_F(view_results, fits_the_window_to_the_marked_area) {
     tm_vext.pixel_pos = {324, 10};
     EXPECT_EQ(type("MARK RECT "), lines{" MARK RECTangle "});
     tm_point_t corner;
-    EXPECT_TRUE(kol_mark_band(0, corner) && corner.x == 324 && !kol_mark_band(1, corner));
+    EXPECT_TRUE(kol_mark_band(tm_page::results, corner) && corner.x == 324 &&
+                !kol_mark_band(tm_page::context, corner));
     tm_vext.pixel_pos = {340, 90};
     EXPECT_EQ(type("view area;view area"), (lines{" VIEw ARea ", "# VIEw ARea ", none}));
     EXPECT_EQ(from_and_scale(), std::pair(1500, 4));

@@ -151,7 +151,9 @@ protected:
         yx_store_clear();
     }
     void begin(const std::filesystem::path& directory) const {
-        tm_shell.show_other_page = [] { tm_vext.numpage = static_cast<std::int16_t>(1 - tm_vext.numpage); };
+        tm_shell.show_other_page = [] {
+            tm_vext.numpage = tm_vext.numpage == tm_page::results ? tm_page::context : tm_page::results;
+        };
         tm_shell.end_process = [] {
             ++seen.ends;
             tm_vext.init_done = true;  // and it goes on

@@ -12,9 +12,12 @@
 
 #include "foundation/context.h"
 #include "kernel/state.h"
-#include "results/list_layout.h"
-#include "results/list_view.h"
-#include "results/results_canvas.h"
+#include "results/entries/cursors.h"
+#include "results/files/list_file.h"
+#include "results/list/layout.h"
+#include "results/list/view.h"
+#include "results/page.h"
+#include "results/scroll.h"
 
 struct recorder_canvas final : tm_canvas {
     std::int32_t w = 0, h = 0;
@@ -53,7 +56,6 @@ protected:
     ~list_table() override {
         kol_ext = kol_defref_var_rec_t{};
         tm_vext.display_on = false;
-        rs_results_canvas = nullptr;
     }
 
     void list(std::string_view text) {

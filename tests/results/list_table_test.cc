@@ -42,9 +42,8 @@ TEST_F(list_table, a_list_fits_as_long_as_its_last_value_begins_within_1024_colu
     list(entries + "s t");
     EXPECT_FALSE(kol_list_fits());
     recorder_canvas canvas;
-    rs_results_canvas = &canvas;
     kol_ext.list_cur_column = 0;
-    EXPECT_DEATH(kol_list_write_signame(), "");
+    EXPECT_DEATH(kol_list_write_signame(canvas), "");
 }
 
 TEST_F(list_table, the_cursor_rests_on_the_last_change_not_later_than_the_time) {

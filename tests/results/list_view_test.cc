@@ -1,6 +1,5 @@
 #include "foundation/shell.h"
 #include "list_table.h"
-#include "results/trace_view.h"
 
 namespace {
 
@@ -11,18 +10,17 @@ protected:
     drawn_list() {
         canvas.w = 14 * 49;  // 20 columns with drives, 24 without
         canvas.h = 22 * 15;  // 3 value rows
-        rs_results_canvas = &canvas;
         tm_vext.display_on = true;
         kol_set_list_geometry(canvas.h);
     }
     const texts& draw() {
-        kol_update_darea_edit();
+        kol_update_darea_edit(canvas);
         return canvas.texts;
     }
     texts header() {
-        kol_update_column_list(nullptr);
+        kol_update_column_list(nullptr, canvas.w);
         canvas.texts.clear();
-        kol_list_write_signame();
+        kol_list_write_signame(canvas);
         return canvas.texts;
     }
     recorder_canvas canvas;
@@ -79,7 +77,7 @@ TEST_F(list_table, scrolls_the_view_that_is_shown_by_a_step_that_follows_the_end
         {2147483647, 2147000000, 2147000000, 2146000000}};
     // clang-format on
     tm_shell.redraw_results = [] { ++redraws; };
-    tm_vext.numpage = 0;
+    tm_vext.numpage = tm_page::results;
     for (const auto& [end_time, from, down, up] : rows) {
         kol_ext.end_time = end_time;
         kol_ext.list_cur_time = from;
@@ -97,7 +95,7 @@ TEST_F(list_table, scrolls_the_view_that_is_shown_by_a_step_that_follows_the_end
     EXPECT_EQ(std::pair(kol_ext.trace_cur_time, kol_ext.list_cur_time), std::pair(3000000, 2000000));
     kol_cursor_left_1st();
     kol_cursor_left_1st();
-    tm_vext.numpage = 1;
+    tm_vext.numpage = tm_page::context;
     kol_cursor_left_1st();
     EXPECT_EQ(std::pair(kol_ext.trace_cur_time, redraws), std::pair(1000000, 13));
     tm_shell = tm_default_shell;

@@ -1,6 +1,4 @@
 // The trace view on a recording canvas: a plot 600 wide with 4 rows.
-#include "results/trace_view.h"
-
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -15,13 +13,12 @@ class drawn_trace : public list_table {
 protected:
     drawn_trace() {
         canvas.w = 900, canvas.h = 42 * 9;
-        rs_results_canvas = &canvas;
         tm_vext.display_on = true;
         kol_set_list_geometry(canvas.h);
         kol_ext.trace_scale = 100, kol_ext.cur_time = 5000;
     }
     texts draw() {
-        kol_update_darea_edit();
+        kol_update_darea_edit(canvas);
         return canvas.segments;
     }
     recorder_canvas canvas;

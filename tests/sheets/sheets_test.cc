@@ -38,7 +38,7 @@ protected:
         tst_set_up();
         kol_ext.dir_path = tm_string(folder.string());
         tm_vext.init_done = true;
-        tm_vext.numpage = 1;
+        tm_vext.numpage = tm_page::context;
         tm_vext.bitmap_size = {0, 0, 1000, 600};
     }
     static tm_file_index_t sheet() { return static_cast<tm_file_index_t>(tm_vext.file_id_context); }

@@ -9,9 +9,6 @@
 
 inline constexpr std::size_t kol_list_time_width = 12;
 
-// From the time of a row to that of the next: the next change of a listed signal, bounded by cur_time, or one
-// list period on.  False when no row follows.
-bool kol_list_next_row_time(std::int32_t& time);
 // The time in user units, at most its last 12 characters.
 std::string kol_list_time_text(std::int32_t time);
 // The characters shown of the state under the signal's cursor: value and drive, or the value alone; empty

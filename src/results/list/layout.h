@@ -5,13 +5,18 @@
 
 #include <cstddef>
 
-#include "kernel/context.h"
+#include "results/entries/entry.h"
 
 inline constexpr std::int16_t kol_list_max_column = 1024;
 inline constexpr std::int16_t kol_list_header_lines = 4;
 
-// The first entry of the table; none when nothing is listed.
-yx_signal_rec_t* kol_list_first_entry();
+// Column and row of every entry; with a bus, stops after that bus.  The page's width says how many columns
+// are shown, 0 none.
+void kol_update_column_list(yx_bus_rec_t* bus, std::int32_t page_width = 0);
+void kol_update_col_list_bus(yx_bus_rec_t* bus);
+// Assigns the columns; false when they do not end within kol_list_max_column, which drawing and writing
+// require.
+bool kol_list_fits();
 // Gives the members of a bus entry, or of a bus inside a bus, the places that belong to this entry.
 void kol_list_place_members(const yx_signal_rec_t& entry);
 // Fatal (file_data_invalid) when the entry's column or list_cur_column lies outside 1..1024.

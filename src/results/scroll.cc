@@ -1,12 +1,11 @@
 // Scrolling of the list and the trace by one time step of about a hundredth of the simulated time.
+#include "results/scroll.h"
+
 #include "foundation/context.h"
 #include "foundation/shell.h"
-#include "results/list_view.h"
-#include "results/trace_view.h"
+#include "kernel/context.h"
 
 namespace {
-
-constexpr std::int16_t results_page = 0;
 
 std::int32_t scroll_step() {
     const std::int32_t step = kol_ext.end_time / 100;
@@ -17,14 +16,15 @@ std::int32_t scroll_step() {
 
 void scroll_forward(bool is_shown, std::int32_t& time) {
     const std::int32_t step = scroll_step();
-    if (!is_shown || tm_vext.numpage != results_page || std::int64_t{time} + step >= kol_ext.end_time) return;
+    if (!is_shown || tm_vext.numpage != tm_page::results || std::int64_t{time} + step >= kol_ext.end_time)
+        return;
     time += step;
     tm_shell.redraw_results();
 }
 
 void scroll_back(bool is_shown, std::int32_t& time) {
     const std::int32_t step = scroll_step();
-    if (!is_shown || tm_vext.numpage != results_page || time - step < 0) return;
+    if (!is_shown || tm_vext.numpage != tm_page::results || time - step < 0) return;
     time -= step;
     tm_shell.redraw_results();
 }

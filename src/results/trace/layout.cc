@@ -1,14 +1,10 @@
-#include "results/trace_layout.h"
-
-#include <algorithm>
+// Row assignment of the trace.
+#include "results/trace/layout.h"
 
 #include "foundation/status.h"
-#include "results/results_canvas.h"
-#include "results/trace_view.h"
+#include "results/entries/geometry.h"
 
 namespace {
-
-constexpr std::int32_t least_height = 294, largest_height = 2309;
 
 void check_row(const yx_signal_rec_t& entry) {
     if (entry.row >= 1 && entry.row <= kol_trace_max_row) return;
@@ -31,12 +27,6 @@ void place_bus(yx_signal_rec_t& entry) {
 }
 
 }  // namespace
-
-yx_signal_rec_t* kol_trace_first_entry() {
-    yx_signal_rec_t* entry = kol_ext.trace_signal;
-    while (entry != nullptr && entry->previous != nullptr) entry = entry->previous;
-    return entry;
-}
 
 void kol_update_row_trace_bus(yx_bus_rec_t* bus) {
     if (bus == nullptr) return;
@@ -72,13 +62,10 @@ void kol_trace_place_members(const yx_signal_rec_t& entry) {
     kol_update_row_trace_bus(entry.bus);
 }
 
-std::int32_t kol_trace_rows_shown() {
-    return std::clamp(rs_results_canvas->height(), least_height, largest_height) / 42 - 5;
-}
-
-bool kol_trace_row_shown(const yx_signal_rec_t& entry) {
+bool kol_trace_row_shown(const yx_signal_rec_t& entry, std::int32_t page_height) {
     check_row(entry);
-    return entry.row >= kol_ext.trace_cur_row && entry.row < kol_ext.trace_cur_row + kol_trace_rows_shown();
+    return entry.row >= kol_ext.trace_cur_row &&
+           entry.row < kol_ext.trace_cur_row + rs_trace_rows(page_height);
 }
 
 std::int32_t kol_trace_row_y(std::int16_t row) {

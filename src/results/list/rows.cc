@@ -1,8 +1,9 @@
-#include "results/list_rows.h"
+// The texts of the list rows.
+#include "results/list/rows.h"
 
 #include "kernel/say.h"
 #include "kernel/state.h"
-#include "results/list_layout.h"
+#include "results/list/layout.h"
 
 std::string kol_list_time_text(std::int32_t time) {
     std::string text = kol_time_text(time);

@@ -1,27 +1,26 @@
-#include "results/trace_view.h"
+// Drawing of the trace.
+#include "results/trace/view.h"
 
 #include <algorithm>
 #include <limits>
 #include <string>
 #include <vector>
 
-#include "foundation/status.h"
 #include "kernel/say.h"
 #include "kernel/state.h"
-#include "results/list_view.h"
-#include "results/results_canvas.h"
-#include "results/trace_layout.h"
+#include "results/entries/cursors.h"
+#include "results/entries/geometry.h"
+#include "results/trace/layout.h"
 
 namespace {
 
-constexpr std::int32_t divisions = 20, divisions_per_label = 5;
+constexpr std::int32_t divisions = kol_trace_divisions, divisions_per_label = 5;
 constexpr std::size_t label_width = 14;
 constexpr std::int64_t large_span = 1'000'000, coarse_step = 1'000;
 
-std::int32_t plot_width_on(std::int32_t page_width) {
+std::int32_t plot_width_of(std::int32_t page_width) {
     return page_width - kol_ext.trace_right_x - kol_ext.trace_left_x;
 }
-std::int32_t plot_width() { return plot_width_on(rs_results_canvas->width()); }
 
 std::int64_t window_span() { return std::int64_t{divisions} * kol_ext.trace_scale; }
 
@@ -32,10 +31,10 @@ std::int32_t plot_end() {
 }
 
 // A large window counts in thousands of time steps.
-std::int32_t x_of(std::int32_t time) {
+std::int32_t x_of(std::int32_t time, std::int32_t plot_width) {
     const std::int64_t unit = window_span() > large_span ? coarse_step : 1;
     const std::int64_t offset = (std::int64_t{time} - kol_ext.trace_cur_time) / unit;
-    return static_cast<std::int32_t>(offset * plot_width() / (window_span() / unit)) + kol_ext.trace_left_x;
+    return static_cast<std::int32_t>(offset * plot_width / (window_span() / unit)) + kol_ext.trace_left_x;
 }
 
 struct value_row {
@@ -67,7 +66,7 @@ struct wave_end {
 // drawn once, so within a column only the last of equal segments is kept.
 class waveform {
 public:
-    explicit waveform(const wave_end& first) : end_(first) {}
+    waveform(tm_canvas& canvas, const wave_end& first) : canvas_(canvas), end_(first) {}
     ~waveform() { draw_column(); }
     waveform(const waveform&) = delete;
     waveform& operator=(const waveform&) = delete;
@@ -98,10 +97,11 @@ private:
     };
     void draw_column() {
         for (const segment& kept : column_)
-            rs_results_canvas->segment(kept.from.at, kept.to, {kept.from.colour, kept.from.dash});
+            canvas_.segment(kept.from.at, kept.to, {kept.from.colour, kept.from.dash});
         column_.clear();
     }
 
+    tm_canvas& canvas_;
     wave_end end_;
     std::vector<segment> column_;  // that ends in column_x_, in the order of drawing
     std::int32_t column_x_ = -1;
@@ -117,44 +117,43 @@ wave_end wave_at(std::int8_t state, std::int32_t x, std::int32_t middle) {
             drives[drive]};
 }
 
-void draw_waveform(yx_signal_rec_t& signal) {
+void draw_waveform(tm_canvas& canvas, yx_signal_rec_t& signal) {
     kol_trace_get_sigresult(&signal, kol_ext.trace_cur_time);
-    if (signal.list_state_cur == nullptr || !kol_trace_row_shown(signal)) return;
+    if (signal.list_state_cur == nullptr || !kol_trace_row_shown(signal, canvas.height())) return;
     const std::int32_t end = plot_end(), middle = kol_trace_row_y(signal.row);
+    const std::int32_t width = plot_width_of(canvas.width());
     if (end <= kol_ext.trace_cur_time) return;
     yx_list_state_rec_t*& record = signal.list_state_cur;
-    waveform drawn(wave_at(record->state, kol_ext.trace_left_x, middle));
+    waveform drawn(canvas, wave_at(record->state, kol_ext.trace_left_x, middle));
     while (record->next != nullptr && record->next->time <= end) {
         record = record->next;
-        drawn.step_to(wave_at(record->state, x_of(record->time), middle));
+        drawn.step_to(wave_at(record->state, x_of(record->time, width), middle));
     }
-    drawn.end_at(x_of(end));
+    drawn.end_at(x_of(end, width));
 }
 
-void draw_labels() {
+void draw_labels(tm_canvas& canvas) {
     constexpr std::int64_t latest = std::numeric_limits<std::int32_t>::max();
+    const std::int32_t step = plot_width_of(canvas.width()) / divisions;
     for (std::int32_t division = 0; division < divisions; division += divisions_per_label) {
         const std::int64_t time = kol_ext.trace_cur_time + std::int64_t{division} * kol_ext.trace_scale;
         const std::string text = kol_time_text(static_cast<std::int32_t>(std::min(time, latest)));
-        const tm_pixel at{division * (plot_width() / divisions) + kol_ext.trace_sig1t_x0,
-                          kol_ext.trace_sig1t_y0};
-        rs_results_canvas->text(at, text.substr(0, label_width),
-                                {tm_colour::white, kol_ext.trace_steph / 2, kol_ext.trace_height});
+        const tm_pixel at{division * step + kol_ext.trace_sig1t_x0, kol_ext.trace_sig1t_y0};
+        canvas.text(at, text.substr(0, label_width),
+                    {tm_colour::white, kol_ext.trace_steph / 2, kol_ext.trace_height});
     }
 }
 
-bool step_count_is_valid(std::int32_t count) { return count >= 2 && count <= 50; }
-
-// Dots at across times down places spread evenly between the two points; every fifth column is of 2 x 2 dots.
-void draw_grid(tm_pixel from, tm_pixel to, std::int32_t across, std::int32_t down, tm_colour colour) {
-    if (!step_count_is_valid(across) || !step_count_is_valid(down)) tm_fatal(viewport_id_invalid);
+// Dots at across times down places, at least two each, spread evenly between the two points; every fifth
+// column is of 2 x 2 dots.
+void draw_grid(tm_canvas& canvas, tm_pixel from, tm_pixel to, std::int32_t across, std::int32_t down,
+               tm_colour colour) {
     for (std::int32_t column = 0; column < across; ++column) {
         const bool bold = column % divisions_per_label == 0;
         const std::int32_t x = from.x + (to.x - from.x) * column / (across - 1);
         for (std::int32_t row = 0; row < down; ++row) {
             const std::int32_t y = from.y + (to.y - from.y) * row / (down - 1);
-            rs_results_canvas->dots({bold ? x - 1 : x, y}, {1, 1}, bold ? tm_pixel{2, 2} : tm_pixel{1, 1},
-                                    colour);
+            canvas.dots({bold ? x - 1 : x, y}, {1, 1}, bold ? tm_pixel{2, 2} : tm_pixel{1, 1}, colour);
         }
     }
 }
@@ -180,56 +179,54 @@ void kol_trace_get_busresult(yx_bus_rec_t* bus, std::int32_t cur_time) {
 }
 
 // A bus may hold another one twice, so each waveform moves its own cursor back.
-void kol_trace_plotbusresult(yx_bus_rec_t* bus) {
+void kol_trace_plotbusresult(tm_canvas& canvas, yx_bus_rec_t* bus) {
     for (yx_signal_rec_t* member = bus->signal; member != nullptr; member = member->next) {
         if (!member->sig_bus) {
-            draw_waveform(*member);
+            draw_waveform(canvas, *member);
         } else if (member->bus != nullptr) {
             kol_trace_place_members(*member);
-            kol_trace_plotbusresult(member->bus);
+            kol_trace_plotbusresult(canvas, member->bus);
         }
     }
 }
 
-void kol_trace_plot_sigresult() {
+void kol_trace_plot_sigresult(tm_canvas& canvas) {
     yx_signal_rec_t* entry = kol_trace_first_entry();
-    if (rs_results_canvas == nullptr || !is_drawable(entry)) return;
-    draw_labels();
+    if (!is_drawable(entry)) return;
+    draw_labels(canvas);
     for (; entry != nullptr; entry = entry->next) {
         if (!entry->sig_bus) {
-            draw_waveform(*entry);
+            draw_waveform(canvas, *entry);
         } else if (entry->bus != nullptr) {
             kol_trace_place_members(*entry);
-            kol_trace_plotbusresult(entry->bus);
+            kol_trace_plotbusresult(canvas, entry->bus);
         }
     }
-    draw_grid({kol_ext.trace_sig1g_x1, kol_ext.trace_sig1g_y1},
-              {plot_width() + kol_ext.trace_left_x, kol_ext.trace_sig1g_y2}, divisions + 1,
-              kol_trace_rows_shown(), tm_colour::white);
+    draw_grid(canvas, {kol_ext.trace_sig1g_x1, kol_ext.trace_sig1g_y1},
+              {plot_width_of(canvas.width()) + kol_ext.trace_left_x, kol_ext.trace_sig1g_y2}, divisions + 1,
+              rs_trace_rows(canvas.height()), tm_colour::white);
 }
 
 std::int32_t kol_trace_time_at(std::int32_t x, std::int32_t page_width) {
-    const std::int64_t width = std::max(plot_width_on(page_width), 1);
+    const std::int64_t width = std::max(plot_width_of(page_width), 1);
     const std::int64_t along = std::clamp<std::int64_t>(std::int64_t{x} - kol_ext.trace_left_x, 0, width);
     const std::int64_t time = kol_ext.trace_cur_time + along * window_span() / width;
     return static_cast<std::int32_t>(std::min<std::int64_t>(time, std::numeric_limits<std::int32_t>::max()));
 }
 
 void kol_set_trace_geometry(std::int32_t bitmap_height) {
-    kol_ext.trace_height = 20;
-    kol_ext.trace_stepv = 2 * kol_ext.trace_height;
-    kol_ext.trace_steph = 24;
-    kol_ext.trace_left_x = 24;
-    kol_ext.trace_left_y = kol_ext.trace_stepv + 10;
-    kol_ext.trace_right_x = kol_ext.trace_left_x + 252;
-    kol_ext.trace_right_y = kol_ext.trace_left_y;
-    kol_ext.trace_sig1t_x0 = kol_ext.trace_left_x;
-    kol_ext.trace_sig1t_y0 = kol_ext.trace_stepv * (bitmap_height / 42 - 5) + kol_ext.trace_left_y + 12;
-    kol_ext.trace_sig1n_x0 = kol_ext.trace_right_x - kol_ext.trace_steph;
-    kol_ext.trace_sig1n_y0 = kol_ext.trace_left_y;
-    kol_ext.trace_sig1r_x0 = kol_ext.trace_left_x;
-    kol_ext.trace_sig1r_y0 = kol_ext.trace_left_y;
-    kol_ext.trace_sig1g_x1 = kol_ext.trace_left_x;
-    kol_ext.trace_sig1g_y1 = kol_ext.trace_stepv * (bitmap_height / 42 - 6) + kol_ext.trace_left_y;
-    kol_ext.trace_sig1g_y2 = kol_ext.trace_left_y;
+    constexpr const rs_trace_geometry_t& page = rs_trace_geometry;
+    const std::int32_t rows = bitmap_height / page.row_pitch - page.rows_below;
+    kol_ext.trace_height = page.text_height;
+    kol_ext.trace_stepv = page.row_step;
+    kol_ext.trace_steph = page.left;
+    kol_ext.trace_left_x = kol_ext.trace_sig1t_x0 = kol_ext.trace_sig1r_x0 = page.left;
+    kol_ext.trace_left_y = kol_ext.trace_right_y = page.top;
+    kol_ext.trace_right_x = page.left + page.names_width;
+    kol_ext.trace_sig1n_x0 = page.names_width;
+    kol_ext.trace_sig1n_y0 = kol_ext.trace_sig1r_y0 = page.top;
+    kol_ext.trace_sig1t_y0 = page.row_step * rows + page.top + page.label_drop;
+    kol_ext.trace_sig1g_x1 = page.left;
+    kol_ext.trace_sig1g_y1 = page.row_step * (rows - 1) + page.top;
+    kol_ext.trace_sig1g_y2 = page.top;
 }

@@ -1,9 +1,9 @@
-// The cursors of the list entries, which follow the state histories of the nets.
+// The cursors of the entries, which follow the state histories of the nets.
+#include "results/entries/cursors.h"
+
 #include <limits>
 
-#include "results/list_layout.h"
-#include "results/list_rows.h"
-#include "results/list_view.h"
+#include "results/entries/entry.h"
 
 namespace {
 
@@ -21,18 +21,8 @@ yx_list_state_rec_t* record_at(const yx_signal_rec_t& signal, std::int32_t time)
     return record;
 }
 
-template <typename OnSignal, typename OnBus>
-void for_each_entry(yx_signal_rec_t* entry, OnSignal on_signal, OnBus on_bus) {
-    for (; entry != nullptr; entry = entry->next) {
-        if (!entry->sig_bus)
-            on_signal(entry);
-        else if (entry->bus != nullptr)
-            on_bus(entry->bus);
-    }
-}
-
 void find_next_change(yx_signal_rec_t* entries, std::int32_t time, std::int32_t& next) {
-    for_each_entry(
+    kol_for_each_entry(
         entries, [&](yx_signal_rec_t* signal) { kol_list_get_signextime(signal, time, next); },
         [&](yx_bus_rec_t* bus) { kol_list_get_busnextime(bus, time, next); });
 }
@@ -44,7 +34,7 @@ void kol_list_get_sigresult(yx_signal_rec_t* signal, std::int32_t cur_time) {
 }
 
 void kol_list_get_busresult(yx_bus_rec_t* bus, std::int32_t cur_time) {
-    for_each_entry(
+    kol_for_each_entry(
         bus->signal, [&](yx_signal_rec_t* signal) { kol_list_get_sigresult(signal, cur_time); },
         [&](yx_bus_rec_t* nested) { kol_list_get_busresult(nested, cur_time); });
 }

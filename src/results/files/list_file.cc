@@ -1,9 +1,11 @@
 // The list file: the table of the list view as text.
+#include "results/files/list_file.h"
+
 #include <string>
 
-#include "results/list_layout.h"
-#include "results/list_rows.h"
-#include "results/list_view.h"
+#include "results/entries/cursors.h"
+#include "results/list/layout.h"
+#include "results/list/rows.h"
 
 std::FILE* kol_wli = nullptr;
 

@@ -1,8 +1,8 @@
-#include "results/list_layout.h"
+// Column assignment of the list.
+#include "results/list/layout.h"
 
 #include "foundation/status.h"
-#include "results/list_view.h"
-#include "results/results_canvas.h"
+#include "results/entries/geometry.h"
 
 namespace {
 
@@ -37,9 +37,8 @@ void close_packed_value(const yx_signal_rec_t& entry) {
     if (is_combined_bus(entry) && entry.next != nullptr && !is_combined_bus(*entry.next)) advance_column(1);
 }
 
-void set_last_column() {
-    const std::int32_t width = rs_results_canvas == nullptr ? 0 : rs_results_canvas->width();
-    kol_ext.list_last_column = static_cast<std::int16_t>(width / 14 - (kol_ext.list_state_on ? 29 : 25));
+void set_last_column(std::int32_t page_width) {
+    kol_ext.list_last_column = static_cast<std::int16_t>(rs_list_columns(page_width, kol_ext.list_state_on));
 }
 
 bool column_is_valid(std::int16_t column) { return column >= 1 && column <= kol_list_max_column; }
@@ -54,12 +53,6 @@ const yx_signal_rec_t* last_leaf(const yx_signal_rec_t* entry) {
 
 }  // namespace
 
-yx_signal_rec_t* kol_list_first_entry() {
-    yx_signal_rec_t* entry = kol_ext.list_signal;
-    while (entry != nullptr && entry->previous != nullptr) entry = entry->previous;
-    return entry;
-}
-
 void kol_update_col_list_bus(yx_bus_rec_t* bus) {
     if (bus == nullptr) return;
     for (yx_signal_rec_t* member = bus->signal; member != nullptr; member = member->next) {
@@ -73,12 +66,12 @@ void kol_update_col_list_bus(yx_bus_rec_t* bus) {
     }
 }
 
-void kol_update_column_list(yx_bus_rec_t* bus) {
+void kol_update_column_list(yx_bus_rec_t* bus, std::int32_t page_width) {
     yx_signal_rec_t* entry = kol_list_first_entry();
     if (entry == nullptr) return;
     kol_ext.list_work_row = 0;
     kol_ext.list_work_column = 1;
-    set_last_column();
+    set_last_column(page_width);
     for (; entry != nullptr; entry = entry->next) {
         if (!entry->sig_bus) {
             place_signal(*entry, true);

@@ -1,0 +1,42 @@
+// rs: the geometry of the Results page.  What the page has room for follows its present size; the places of
+// header, labels and grid are set once (kol_set_list_geometry, kol_set_trace_geometry) and stand in kol_ext.
+// Lengths are pixels.  Rows and columns are counted with pitches that leave some room to what they take.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+struct rs_list_geometry_t {
+    std::int32_t row_step = 20, column_step = 12;    // what a row and a character take
+    std::int32_t row_pitch = 22, column_pitch = 14;  // what they are counted with
+    std::int32_t rows_below = 12;                    // rows of the page that hold no values
+    std::int32_t rows_below_header = 10;  // rows of the page below the place of the first header line
+    std::int32_t columns_beside_states = 29, columns_beside_values = 25;  // with two characters, with one
+    std::int32_t first_value_column = 16, first_name_column = 17, time_column = 1;
+};
+
+struct rs_trace_geometry_t {
+    std::int32_t row_step = 40, row_pitch = 42;
+    std::int32_t rows_below = 5;  // rows of the page that hold no waveforms
+    std::int32_t least_rows = 2;  // a lower page is drawn as if it held these
+    std::int32_t text_height = 20, left = 24, top = 50, names_width = 252, label_drop = 12;
+};
+
+inline constexpr rs_list_geometry_t rs_list_geometry;
+inline constexpr rs_trace_geometry_t rs_trace_geometry;
+
+// The window of the trace.
+inline constexpr std::int32_t kol_trace_divisions = 20;
+
+inline std::int32_t rs_list_rows(std::int32_t page_height) {
+    return page_height / rs_list_geometry.row_pitch - rs_list_geometry.rows_below;
+}
+inline std::int32_t rs_list_columns(std::int32_t page_width, bool states_shown) {
+    return page_width / rs_list_geometry.column_pitch -
+           (states_shown ? rs_list_geometry.columns_beside_states : rs_list_geometry.columns_beside_values);
+}
+// Rows of waveforms, and dots of the grid below each other.
+inline std::int32_t rs_trace_rows(std::int32_t page_height) {
+    return std::max(page_height / rs_trace_geometry.row_pitch - rs_trace_geometry.rows_below,
+                    rs_trace_geometry.least_rows);
+}

@@ -1,0 +1,31 @@
+// The Results page: one of the two views on a canvas.
+#include "results/page.h"
+
+#include "foundation/context.h"
+#include "kernel/context.h"
+#include "results/list/layout.h"
+#include "results/list/view.h"
+#include "results/trace/layout.h"
+#include "results/trace/view.h"
+
+void kol_set_list_geometry(std::int32_t bitmap_height) {
+    kol_set_list_places(bitmap_height);
+    kol_set_trace_geometry(bitmap_height);
+}
+
+void kol_update_darea_edit(tm_canvas& canvas) {
+    if (tm_vext.display_on) kol_draw_results(canvas, kol_ext.list_or_trace);
+}
+
+void kol_draw_results(tm_canvas& canvas, bool list) {
+    canvas.clear();
+    if (list) {
+        kol_update_column_list(nullptr, canvas.width());
+        kol_list_write_signame(canvas);
+        kol_list_write_sigresult(canvas);
+    } else {
+        kol_update_row_trace(nullptr);
+        kol_trace_write_signame(canvas);
+        kol_trace_plot_sigresult(canvas);
+    }
+}
