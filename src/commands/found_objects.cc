@@ -4,7 +4,9 @@
 #include <limits>
 
 #include "commands/picking.h"
+#include "foundation/numbers.h"
 #include "kernel/lookup.h"
+#include "schematic/net_number.h"
 #include "schematic/object_reader.h"
 #include "schematic/object_walk.h"
 #include "schematic/placement.h"
@@ -40,12 +42,12 @@ kol_found_objects_t find_by(tm_file_index_t file, const tm_walk& objects, std::s
 
 // "N_17": net 17 when the sheet has wires of it, as not every page has.
 std::int16_t net_of_number(tm_file_index_t file, const tm_string_record_t& name) {
-    std::int16_t id = 0;
+    std::int32_t number = 0;
+    bool error_found = false;
     if (!tm_const_equal_string("N_", name)) return 0;
-    if (!kol_read_number(tm_string(tm_view(name).substr(2)), tm_file_header(file).object_id_max, id))
-        return 0;
-    const bool is_net = tm_object(file, id).object_type == tm_type_net;
-    return is_net && !tm_segments(file, id).empty() ? id : std::int16_t{0};
+    tm_string_to_int32(tm_string(tm_view(name).substr(2)), number, error_found);
+    const std::int16_t id = error_found ? std::int16_t{0} : tm_numbered_net(file, number);
+    return id != 0 && !tm_segments(file, id).empty() ? id : std::int16_t{0};
 }
 
 // The drawn nets that are the design's net of this name, as the level's sheet names them.

@@ -2,6 +2,7 @@
 
 #include "foundation/context.h"
 #include "kernel/lookup.h"
+#include "schematic/net_number.h"
 #include "schematic/pick.h"
 
 namespace {
@@ -19,7 +20,7 @@ kol_rejection_t kol_check_level_sheet(const kol_pick_words_t& words) {
 void kol_find_sheet_net(std::int16_t object_id, tm_string_record_t& name, yx_net_record_t*& net) {
     name = kol_ext.cur_sim_path;
     tm_append("N_", name);
-    tm_append(std::to_string(object_id), name);
+    tm_append(std::to_string(tm_net_number(kol_level_file(), object_id)), name);
     kol_find_net(name, net);
 }
 

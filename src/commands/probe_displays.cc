@@ -4,6 +4,7 @@
 #include <deque>
 #include <string>
 
+#include "commands/picking.h"
 #include "commands/sheet.h"
 #include "foundation/shell.h"
 #include "kernel/state.h"
@@ -31,11 +32,15 @@ void take_down() {
     hung.clear();
 }
 
-// A probe of another page of the sheet stands at a vertex that this page does not have.
+// A probe of another page of the sheet stands at a vertex that this page does not have, or on another net.
 bool is_on_sheet(tm_file_index_t file, const kol_probe_signal_rec_t& probe) {
-    return is_net(file, probe.object_id) && probe.vertex >= 1 &&
-           probe.vertex <= tm_file_header(file).object_id_max &&
-           tm_net_of(file, probe.vertex) == probe.object_id;
+    if (!is_net(file, probe.object_id) || probe.vertex < 1 ||
+        probe.vertex > tm_file_header(file).object_id_max || tm_net_of(file, probe.vertex) != probe.object_id)
+        return false;
+    tm_string_record_t name;
+    yx_net_record_t* net = nullptr;
+    kol_find_sheet_net(probe.object_id, name, net);
+    return net == probe.net;
 }
 
 void hang_up(tm_file_index_t file, kol_probe_signal_rec_t& probe) {

@@ -8,6 +8,7 @@
 #include "foundation/numbers.h"
 #include "foundation/shell.h"
 #include "kernel/lookup.h"
+#include "schematic/net_number.h"
 #include "schematic/object_reader.h"
 #include "schematic/object_walk.h"
 #include "schematic/pick.h"
@@ -82,7 +83,7 @@ void hide_properties(tm_file_index_t file) {
 
 std::int32_t level_max_object() {
     const tm_file_index_t file = kol_level_file();
-    return file != 0 ? tm_file_header(file).object_id_max : 0;
+    return file != 0 ? tm_highest_net_number(file) : 0;
 }
 
 }  // namespace

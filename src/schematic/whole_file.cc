@@ -14,7 +14,8 @@ bool write_stream(const std::string& path, const std::string& bytes) {
     tm_stream file(std::fopen(path.c_str(), "w"));
     if (file == nullptr) return false;
     const bool is_written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
-                            std::fflush(file.get()) == 0 && fsync(fileno(file.get())) == 0;
+                            std::fflush(file.get()) == 0 &&
+                            (!tm_flushes_files || fsync(fileno(file.get())) == 0);
     return std::fclose(file.release()) == 0 && is_written;
 }
 

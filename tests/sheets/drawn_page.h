@@ -3,6 +3,7 @@
 #pragma once
 
 #include "commands/found_objects.h"
+#include "schematic/net_number.h"
 #include "schematic/object_walk.h"
 #include "schematic/placement.h"
 #include "wire_rules.h"
@@ -17,6 +18,7 @@ struct drawn_net {
     std::string name, port;  // port: a further name
     bool is_bus = false;
     std::int32_t start = 0, end = 0;
+    std::int32_t number = 0;
 };
 
 struct drawn_page {
@@ -74,7 +76,9 @@ inline drawn_page read_page(tm_file_index_t file) {
         const auto& net = tm_object_as<tm_type_net>(file, id);
         const std::string name = kol_name_of(file, id);
         if (!name.empty())
-            page.nets[id] = {name, kol_property_of(file, id, "PORT"), net.is_bus, net.bus_start, net.bus_end};
+            page.nets[id] = {name,        kol_property_of(file, id, "PORT"),
+                             net.is_bus,  net.bus_start,
+                             net.bus_end, tm_net_number(file, id)};
         for (const std::int16_t segment : tm_segments(file, id)) {
             const auto& s = tm_object_as<tm_type_segment>(file, segment);
             page.wires.push_back({{place_of(file, s.vertex1), place_of(file, s.vertex2)}, id});

@@ -1,6 +1,8 @@
 // The layout by itself, over random circuits: whatever it is given, it draws what is asked for.
 #include <random>
 
+#include "sheets/label.h"
+#include "sheets/layout.h"
 #include "wire_rules.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "sheets/layout.h"
+#include "sheets/graph.h"
 
 struct net_wire {
     sg_wire wire;  // from the lower or left end

@@ -48,12 +48,12 @@ struct xp_bus {
     std::uint32_t scope = 0, name = 0;
 };
 
-// A net of a sheet: the scope in which it is drawn and its object id there.
+// A net of a sheet: the scope in which it is drawn and its number there.
 struct xp_object_id {
     std::uint32_t scope = 0;
     std::int32_t net = 0;   // of a bus its first member
     std::int32_t bus = -1;  // of xp_flat::buses
-    std::int16_t id = 0;
+    std::int32_t id = 0;
     std::string_view name;  // one that is no alias yet, empty for none
 };
 

@@ -1,7 +1,13 @@
+// The drawing of a page: its nets as wires or tags, boxes for the layout, and what the layout says.
 #include "expand/sheet_page.h"
 
 #include <algorithm>
 #include <map>
+
+#include "schematic/object_records.h"
+#include "sheets/label.h"
+#include "sheets/layout.h"
+#include "sheets/write.h"
 
 namespace {
 
@@ -37,12 +43,21 @@ struct pager {
     const xp_sheet_plan& plan;
     std::int32_t page;
     sg_drawing& drawing;
-    std::vector<std::int32_t> cells;  // of the plan
-    std::vector<page_net> nets;       // by net of the plan
+    std::vector<page_net> nets;  // as in the plan's list of them, like the graph's and the drawing's
     std::vector<box_tag> tags;
     sg_graph graph;  // cells, then tags
     sg_layout layout;
+    const std::vector<std::int32_t>& cells() const { return plan.page_cells[at(page)]; }
+    const xp_sheet_net& planned(std::int32_t net) const {
+        return plan.nets[at(plan.page_nets[at(page)][at(net)])];
+    }
 };
+
+// The page's number of a net of the plan.
+std::int32_t local(const pager& p, std::int32_t net) {
+    const std::vector<std::int32_t>& nets = p.plan.page_nets[at(p.page)];
+    return static_cast<std::int32_t>(std::lower_bound(nets.begin(), nets.end(), net) - nets.begin());
+}
 
 // ---- nets
 
@@ -58,15 +73,13 @@ bool is_at_port(const pager& p, const page_net& net, bool as_driver) {
 }
 
 void gather_nets(pager& p) {
-    p.nets.resize(p.plan.nets.size());
-    for (std::size_t i = 0; i < p.plan.cells.size(); ++i) {
-        const xp_sheet_cell& cell = p.plan.cells[i];
-        if (cell.page != p.page) continue;
-        p.cells.push_back(static_cast<std::int32_t>(i));
+    p.nets.resize(p.plan.page_nets[at(p.page)].size());
+    for (std::size_t i = 0; i < p.cells().size(); ++i) {
+        const xp_sheet_cell& cell = p.plan.cells[at(p.cells()[i])];
         for (std::size_t pin = 0; pin < cell.nets.size(); ++pin) {
             if (cell.nets[pin] < 0) continue;
-            page_net& net = p.nets[at(cell.nets[pin])];
-            const pin_ref ref{static_cast<std::int32_t>(p.cells.size() - 1), static_cast<std::int32_t>(pin)};
+            page_net& net = p.nets[at(local(p, cell.nets[pin]))];
+            const pin_ref ref{static_cast<std::int32_t>(i), static_cast<std::int32_t>(pin)};
             (cell.kind.pins[pin].is_right ? net.drivers : net.readers).push_back(ref);
             net.is_control |= is_control_pin(cell, cell.kind.pins[pin]);
         }
@@ -75,15 +88,15 @@ void gather_nets(pager& p) {
 
 // A port stands on every page that its net is on; one that drives nothing there only if a cell drives it.
 void gather_ports(pager& p) {
-    for (std::size_t i = 0; i < p.plan.ports.size(); ++i) {
-        const xp_sheet_port& port = p.plan.ports[i];
-        page_net& net = p.nets[at(port.net)];
+    for (std::size_t i = 0; i < p.nets.size(); ++i) {
+        page_net& net = p.nets[i];
+        const xp_sheet_net& planned = p.planned(static_cast<std::int32_t>(i));
         const bool is_used = !net.drivers.empty() || !net.readers.empty();
-        const bool is_output = port.direction == xp_direction::output;
-        const bool is_only_here =
-            p.plan.nets[at(port.net)].first_page == p.page && p.plan.nets[at(port.net)].last_page == p.page;
-        if (is_only_here || (is_output ? !net.drivers.empty() : is_used))
-            net.ports.push_back(static_cast<std::int32_t>(i));
+        const bool is_only_here = planned.first_page == planned.last_page;
+        for (const std::int32_t port : p.plan.ports_at[at(p.plan.page_nets[at(p.page)][i])]) {
+            const bool is_output = p.plan.ports[at(port)].direction == xp_direction::output;
+            if (is_only_here || (is_output ? !net.drivers.empty() : is_used)) net.ports.push_back(port);
+        }
     }
 }
 
@@ -103,7 +116,7 @@ style style_of(const pager& p, const page_net& net, const xp_sheet_net& planned)
 void style_nets(pager& p) {
     for (std::size_t i = 0; i < p.nets.size(); ++i) {
         page_net& net = p.nets[i];
-        const xp_sheet_net& planned = p.plan.nets[i];
+        const xp_sheet_net& planned = p.planned(static_cast<std::int32_t>(i));
         const bool is_elsewhere = planned.first_page != planned.last_page;
         const bool is_driven = !net.drivers.empty() || is_at_port(p, net, true);
         net.wants_from = !is_driven && (is_elsewhere || planned.is_driven_elsewhere);
@@ -128,12 +141,12 @@ sg_box box_of_cell(pager& p, const xp_sheet_cell& cell, const sg_symbol& shape) 
             std::max(0, shape.inst.at.x + sg_text_width(cell.name.size(), sg_text) - shape.width);
     for (std::size_t pin = 0; pin < cell.nets.size(); ++pin) {
         const bool is_right = cell.kind.pins[pin].is_right;
-        const std::int32_t net = cell.nets[pin];
+        const std::int32_t net = cell.nets[pin] < 0 ? -1 : local(p, cell.nets[pin]);
         const style look = net < 0 ? style::none : p.nets[at(net)].look;
         box.pins.push_back({look == style::wires ? net : -1, shape.pin_at[pin].y, is_right});
         if (look != style::tags) continue;
         std::int32_t& margin = is_right ? box.margin_right : box.margin_left;
-        margin = std::max(margin, tag_lead + sg_tag_room(p.plan.nets[at(net)].name.size()));
+        margin = std::max(margin, tag_lead + sg_tag_room(p.planned(net).name.size()));
         box.above = std::max(box.above, shape.pin_at[pin].y + tag_half);
         box.below = std::max(box.below, tag_half - shape.pin_at[pin].y);
     }
@@ -152,16 +165,18 @@ std::int32_t symbol_of(pager& p, const xp_sheet_cell& cell, const std::string& p
     return found->second;
 }
 
+std::int16_t id_of(std::int32_t net) { return static_cast<std::int16_t>(sg_first_net_id + net); }
+
 void add_cells(pager& p, const std::vector<std::string>& paths) {
     std::map<std::string, std::int32_t> known;
-    for (const std::int32_t index : p.cells) {
+    for (const std::int32_t index : p.cells()) {
         const xp_sheet_cell& cell = p.plan.cells[at(index)];
         sg_drawn_instance instance;
         instance.symbol = symbol_of(p, cell, paths[at(index)], known);
         instance.name = cell.name;
         instance.shows_name = shows_name(cell);
         for (const std::int32_t net : cell.nets)
-            instance.pin_net.push_back(net < 0 ? std::int16_t{0} : p.plan.nets[at(net)].id);
+            instance.pin_net.push_back(net < 0 ? std::int16_t{0} : id_of(local(p, net)));
         p.graph.boxes.push_back(box_of_cell(p, cell, p.drawing.symbols[at(instance.symbol)].shape));
         p.drawing.instances.push_back(std::move(instance));
     }
@@ -177,7 +192,7 @@ std::int32_t port_room(const std::string& port) {
 }
 
 void add_tag_box(pager& p, sg_tag_kind kind, std::int32_t net, const std::string& port = {}) {
-    const std::string& name = p.plan.nets[at(net)].name;
+    const std::string& name = p.planned(net).name;
     const std::string other = port == name ? "" : port;
     sg_box box;
     const bool is_source = points_right(kind);
@@ -196,11 +211,13 @@ sg_tag_kind kind_of(xp_direction direction) {
 }
 
 void add_tags(pager& p) {
-    for (std::size_t port = 0; port < p.plan.ports.size(); ++port) {
-        const xp_sheet_port& planned = p.plan.ports[port];
-        const std::vector<std::int32_t>& here = p.nets[at(planned.net)].ports;
-        if (std::find(here.begin(), here.end(), static_cast<std::int32_t>(port)) != here.end())
-            add_tag_box(p, kind_of(planned.direction), planned.net, planned.name);
+    std::vector<std::pair<std::int32_t, std::int32_t>> ports;  // with their nets, in the order of the ports
+    for (std::size_t net = 0; net < p.nets.size(); ++net)
+        for (const std::int32_t port : p.nets[net].ports) ports.emplace_back(port, net);
+    std::sort(ports.begin(), ports.end());
+    for (const auto& [port, net] : ports) {
+        const xp_sheet_port& planned = p.plan.ports[at(port)];
+        add_tag_box(p, kind_of(planned.direction), net, planned.name);
     }
     for (std::size_t net = 0; net < p.nets.size(); ++net) {
         if (p.nets[net].look != style::wires) continue;
@@ -215,10 +232,6 @@ void add_tags(pager& p) {
 sg_point pin_place(const pager& p, const pin_ref& ref) {
     const sg_drawn_instance& instance = p.drawing.instances[at(ref.cell)];
     return sg_pin_place(instance, p.drawing.symbols[at(instance.symbol)], at(ref.pin));
-}
-
-sg_drawn_net& drawn_net(pager& p, std::size_t net) {
-    return p.drawing.nets[at(p.plan.nets[net].id - p.drawing.nets.front().id)];
 }
 
 void draw_tags(pager& p, std::size_t index, sg_drawn_net& drawn) {
@@ -242,8 +255,8 @@ void add_port_name(sg_drawn_net& net, const sg_drawn_tag& tag, const std::string
 
 void draw_box_tags(pager& p) {
     for (std::size_t i = 0; i < p.tags.size(); ++i) {
-        const sg_point origin = p.layout.origins[p.cells.size() + i];
-        sg_drawn_net& net = drawn_net(p, at(p.tags[i].net));
+        const sg_point origin = p.layout.origins[p.cells().size() + i];
+        sg_drawn_net& net = p.drawing.nets[at(p.tags[i].net)];
         p.drawing.tags.push_back({p.tags[i].kind, origin, net.name});
         add_port_name(net, p.drawing.tags.back(), p.tags[i].port);
         if (p.nets[at(p.tags[i].net)].look != style::wires) net.points.push_back(origin);
@@ -251,20 +264,12 @@ void draw_box_tags(pager& p) {
 }
 
 void draw_nets(pager& p) {
-    std::int16_t first = INT16_MAX, last = 0;
+    p.drawing.nets.resize(p.nets.size());
     for (std::size_t i = 0; i < p.nets.size(); ++i) {
-        first = std::min(first, p.plan.nets[i].id);
-        if (p.nets[i].look != style::none) last = std::max(last, p.plan.nets[i].id);
-    }
-    if (last == 0) return;
-    p.drawing.nets.resize(at(last - first + 1));
-    for (std::size_t i = 0; i < p.nets.size(); ++i) {
-        const xp_sheet_net& planned = p.plan.nets[i];
-        if (planned.id > last) continue;
-        sg_drawn_net& drawn = p.drawing.nets[at(planned.id - first)];
-        drawn.id = planned.id;
-        if (p.nets[i].look == style::none) continue;
-        drawn.is_here = true;
+        const xp_sheet_net& planned = p.planned(static_cast<std::int32_t>(i));
+        sg_drawn_net& drawn = p.drawing.nets[i];
+        drawn.id = id_of(static_cast<std::int32_t>(i));
+        drawn.number = planned.number;
         drawn.name = planned.name;
         drawn.is_bus = planned.is_bus;
         drawn.start = planned.start;
@@ -286,7 +291,7 @@ sg_rectangle tag_rectangle(const sg_drawn_tag& tag) {
 
 sg_obstacles obstacles_of(const pager& p) {
     sg_obstacles obstacles;
-    for (std::size_t i = 0; i < p.cells.size(); ++i) {
+    for (std::size_t i = 0; i < p.cells().size(); ++i) {
         const sg_box& box = p.graph.boxes[i];
         const sg_point& origin = p.layout.origins[i];
         const sg_symbol& shape = p.drawing.symbols[at(p.drawing.instances[i].symbol)].shape;
@@ -308,7 +313,7 @@ void label_nets(pager& p) {
     sg_obstacles obstacles = obstacles_of(p);
     for (std::size_t i = 0; i < p.nets.size(); ++i) {
         if (p.nets[i].look != style::wires) continue;
-        sg_drawn_net& net = drawn_net(p, i);
+        sg_drawn_net& net = p.drawing.nets[i];
         net.label.height = sg_pin_text;
         const std::int32_t width = sg_text_width(net.name.size(), sg_pin_text);
         const bool is_named_by_tag = !p.nets[i].ports.empty() || p.nets[i].wants_from || p.nets[i].wants_to;
@@ -324,7 +329,7 @@ void label_nets(pager& p) {
 
 void hide_other_labels(pager& p) {
     for (sg_drawn_net& net : p.drawing.nets) {
-        if (!net.is_here || net.label.height != 0) continue;
+        if (net.label.height != 0) continue;
         net.label.height = sg_pin_text;
         net.label.is_visible = false;
         if (!net.wires.empty())
@@ -338,16 +343,17 @@ void hide_other_labels(pager& p) {
 
 void xp_draw_page(const xp_sheet_plan& plan, std::int32_t page, const std::vector<std::string>& symbol_paths,
                   sg_drawing& drawing) {
-    pager p{plan, page, drawing, {}, {}, {}, {}, {}};
+    pager p{plan, page, drawing, {}, {}, {}, {}};
     drawing.title = plan.title;
     drawing.page = page + 1;
-    drawing.page_count = plan.page_count;
+    drawing.page_count = plan.page_count();
     gather_nets(p);
     gather_ports(p);
     style_nets(p);
     add_cells(p, symbol_paths);
+    if (sg_count_objects(drawing) > static_cast<std::size_t>(tm_max_objects)) return;
     add_tags(p);
-    p.graph.net_count = static_cast<std::int32_t>(plan.nets.size());
+    p.graph.net_count = static_cast<std::int32_t>(p.nets.size());
     sg_lay_out(p.graph, p.layout);
     for (std::size_t i = 0; i < drawing.instances.size(); ++i) {
         drawing.instances[i].at = p.layout.origins[i];

@@ -12,6 +12,6 @@
 
 inline constexpr std::size_t xp_wired_most = 9, xp_tagged_most = 2;
 
-// symbol_paths: by cell of the plan.
+// symbol_paths: by cell of the plan.  What a file has no room for is not drawn to its end.
 void xp_draw_page(const xp_sheet_plan& plan, std::int32_t page, const std::vector<std::string>& symbol_paths,
                   sg_drawing& drawing);

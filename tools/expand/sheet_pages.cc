@@ -1,3 +1,4 @@
+// The pages of a module: cones of logic, gathered by the nets that they share.
 #include <algorithm>
 #include <numeric>
 
@@ -128,35 +129,48 @@ struct page {
     std::int32_t number = -1;
     std::int32_t lowest = 0;
     std::size_t cells = 0;
-    std::vector<bool> has_net;
-    std::vector<std::int32_t> shared;      // by cone: nets with the page
     std::vector<std::int32_t> neighbours;  // cones that share nets
 };
 
-void take_cone(sharing& s, page& p, std::int32_t index) {
+// What a page has in common with nets and cones; an entry counts for the page that it names.
+struct mark {
+    std::int32_t page = -1, count = 0;
+};
+struct marks {
+    std::vector<mark> nets, cones;
+};
+
+// The number of marks before this one.
+std::int32_t put_mark(mark& m, std::int32_t page) {
+    if (m.page != page) m = {page, 0};
+    return m.count++;
+}
+
+void take_cone(sharing& s, page& p, marks& m, std::int32_t index) {
     cone& taken = s.cones[at(index)];
     taken.page = p.number;
     p.cells += taken.cells.size();
     for (const std::int32_t cell : taken.cells) {
         s.plan.cells[at(cell)].page = p.number;
         for (const std::int32_t net : s.plan.cells[at(cell)].nets) {
-            if (net < 0 || p.has_net[at(net)]) continue;
-            p.has_net[at(net)] = true;
+            if (net < 0 || put_mark(m.nets[at(net)], p.number) > 0) continue;
             for (const std::int32_t other : s.cones_at[at(net)])
-                if (s.cones[at(other)].page < 0 && p.shared[at(other)]++ == 0) p.neighbours.push_back(other);
+                if (s.cones[at(other)].page < 0 && put_mark(m.cones[at(other)], p.number) == 0)
+                    p.neighbours.push_back(other);
         }
     }
 }
 
 // The cone that shares most with the page for its size and does not lie too deep; -1 for none.
-std::int32_t best_neighbour(const sharing& s, const page& p, std::size_t most) {
+std::int32_t best_neighbour(const sharing& s, page& p, const marks& m, std::size_t most) {
+    std::erase_if(p.neighbours, [&](std::int32_t index) { return s.cones[at(index)].page >= 0; });
     std::int32_t best = -1;
     double best_score = 0;
     for (const std::int32_t index : p.neighbours) {
         const cone& c = s.cones[at(index)];
-        if (c.page >= 0 || p.cells + c.cells.size() > most || c.level > p.lowest + levels_of_page) continue;
+        if (p.cells + c.cells.size() > most || c.level > p.lowest + levels_of_page) continue;
         const double score =
-            p.shared[at(index)] / (1.0 + static_cast<double>(c.cells.size())) - 0.01 * c.level;
+            m.cones[at(index)].count / (1.0 + static_cast<double>(c.cells.size())) - 0.01 * c.level;
         if (best >= 0 && score <= best_score) continue;
         best = index;
         best_score = score;
@@ -164,55 +178,62 @@ std::int32_t best_neighbour(const sharing& s, const page& p, std::size_t most) {
     return best;
 }
 
-void fill_pages(sharing& s, std::size_t aim) {
+// The number of pages.
+std::int32_t fill_pages(sharing& s, std::size_t aim) {
     std::vector<std::int32_t> seeds(s.cones.size());
     std::iota(seeds.begin(), seeds.end(), 0);
     std::stable_sort(seeds.begin(), seeds.end(), [&](std::int32_t a, std::int32_t b) {
         return s.cones[at(a)].level < s.cones[at(b)].level;
     });
-    page p{-1, 0, aim, {}, {}, {}};
-    std::size_t next = 0;
-    for (;;) {
-        while (next < seeds.size() && s.cones[at(seeds[next])].page >= 0) ++next;
-        if (next == seeds.size()) break;
-        const std::int32_t near = p.number < 0 ? -1 : best_neighbour(s, p, xp_page_most);
-        if (p.cells < aim && near >= 0) {
-            take_cone(s, p, near);
-        } else if (const cone& seed = s.cones[at(seeds[next])];
-                   p.cells < aim && p.cells + seed.cells.size() <= xp_page_most && p.cells < aim - aim / 4) {
-            take_cone(s, p, seeds[next]);
-        } else {
-            p = {p.number + 1,
-                 seed.level,
-                 0,
-                 std::vector<bool>(s.plan.nets.size()),
-                 std::vector<std::int32_t>(s.cones.size()),
-                 {}};
-            take_cone(s, p, seeds[next]);
+    page p{-1, 0, aim, {}};
+    marks m{std::vector<mark>(s.plan.nets.size()), std::vector<mark>(s.cones.size())};
+    for (const std::int32_t next : seeds) {
+        const cone& seed = s.cones[at(next)];
+        while (p.number >= 0 && p.cells < aim && seed.page < 0) {
+            const std::int32_t near = best_neighbour(s, p, m, xp_page_most);
+            if (near < 0) break;
+            take_cone(s, p, m, near);
         }
+        if (seed.page >= 0) continue;
+        const bool has_room = p.cells < aim - aim / 4 && p.cells + seed.cells.size() <= xp_page_most;
+        if (!has_room) p = {p.number + 1, seed.level, 0, {}};
+        take_cone(s, p, m, next);
     }
-    s.plan.page_count = p.number + 1;
+    return p.number + 1;
 }
 
-// ---- the pages of nets
+// ---- what stands on the pages
 
-void reach(xp_sheet_net& net, std::int32_t page) {
-    if (net.first_page < 0 || page < net.first_page) net.first_page = page;
-    net.last_page = std::max(net.last_page, page);
+void reach(xp_sheet_plan& plan, std::int32_t index, std::int32_t page) {
+    xp_sheet_net& net = plan.nets[at(index)];
+    if (net.last_page == page) return;
+    if (net.first_page < 0) net.first_page = page;
+    net.last_page = page;
+    plan.page_nets[at(page)].push_back(index);
 }
 
-void find_pages_of_nets(xp_sheet_plan& plan) {
-    for (const xp_sheet_cell& cell : plan.cells)
-        for (const std::int32_t net : cell.nets)
-            if (net >= 0) reach(plan.nets[at(net)], cell.page);
-    for (const xp_sheet_port& port : plan.ports)
-        if (plan.nets[at(port.net)].first_page < 0) reach(plan.nets[at(port.net)], 0);
+void list_pages(xp_sheet_plan& plan, std::int32_t count) {
+    plan.page_cells.resize(at(count));
+    plan.page_nets.resize(at(count));
+    for (std::size_t cell = 0; cell < plan.cells.size(); ++cell)
+        plan.page_cells[at(plan.cells[cell].page)].push_back(static_cast<std::int32_t>(cell));
+    for (std::int32_t page = 0; page < count; ++page)
+        for (const std::int32_t cell : plan.page_cells[at(page)])
+            for (const std::int32_t net : plan.cells[at(cell)].nets)
+                if (net >= 0) reach(plan, net, page);
+    plan.ports_at.resize(plan.nets.size());
+    for (std::size_t port = 0; port < plan.ports.size(); ++port) {
+        const std::int32_t net = plan.ports[port].net;
+        plan.ports_at[at(net)].push_back(static_cast<std::int32_t>(port));
+        if (plan.nets[at(net)].first_page < 0) reach(plan, net, 0);
+    }
+    for (std::vector<std::int32_t>& nets : plan.page_nets) std::sort(nets.begin(), nets.end());
 }
 
 }  // namespace
 
 void xp_share_pages(xp_sheet_plan& plan) {
-    plan.page_count = 1;
+    std::int32_t count = 1;
     if (plan.cells.size() > xp_page_most) {
         const std::size_t pages = (plan.cells.size() + xp_page_cells - 1) / xp_page_cells;
         const std::size_t aim = (plan.cells.size() + pages - 1) / pages;
@@ -220,21 +241,13 @@ void xp_share_pages(xp_sheet_plan& plan) {
         find_ends(s);
         make_cones(s, aim);
         find_cones_at_nets(s);
-        fill_pages(s, aim);
+        count = fill_pages(s, aim);
     }
-    find_pages_of_nets(plan);
+    list_pages(plan, count);
 }
 
-bool xp_number_nets(xp_sheet_plan& plan, std::int32_t first_id, std::int32_t last_id) {
-    if (plan.nets.size() > at(last_id - first_id + 1)) return false;
-    std::vector<std::int32_t> order(plan.nets.size());
-    std::iota(order.begin(), order.end(), 0);
-    const auto key = [&](std::int32_t net) {
-        const xp_sheet_net& n = plan.nets[at(net)];
-        return n.first_page == n.last_page ? n.first_page : -1;
-    };
-    std::stable_sort(order.begin(), order.end(),
-                     [&](std::int32_t a, std::int32_t b) { return key(a) < key(b); });
-    for (const std::int32_t net : order) plan.nets[at(net)].id = static_cast<std::int16_t>(first_id++);
-    return true;
+void xp_number_nets(xp_sheet_plan& plan, std::int32_t first_number) {
+    for (const std::vector<std::int32_t>& nets : plan.page_nets)
+        for (const std::int32_t net : nets)
+            if (plan.nets[at(net)].number == 0) plan.nets[at(net)].number = first_number++;
 }

@@ -1,3 +1,4 @@
+// What stands on the sheets of a module.
 #include "expand/sheet_plan.h"
 
 #include <algorithm>

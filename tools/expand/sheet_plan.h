@@ -24,7 +24,7 @@ struct xp_sheet_net {
     bool is_read_elsewhere = false;          // by name: as bit of a bus, or as bus by its bits
     bool is_driven_elsewhere = false;
     std::int32_t first_page = -1, last_page = -1;
-    std::int16_t id = 0;  // object id on the module's sheets
+    std::int32_t number = 0;  // on every page of the module
 };
 
 struct xp_sheet_cell {
@@ -49,7 +49,9 @@ struct xp_sheet_plan {
     std::vector<xp_sheet_net> nets;
     std::vector<xp_sheet_cell> cells;
     std::vector<xp_sheet_port> ports;
-    std::int32_t page_count = 0;
+    std::vector<std::vector<std::int32_t>> ports_at;               // by net
+    std::vector<std::vector<std::int32_t>> page_cells, page_nets;  // by page, in ascending order
+    std::int32_t page_count() const { return static_cast<std::int32_t>(page_cells.size()); }
 };
 
 // By module and name: whether the vector is a whole bus of the design wherever the module stands.
@@ -59,10 +61,9 @@ xp_bus_table xp_find_buses(const xp_flat& flat);
 // constant_names: of 0, 1, x and z in this module.
 void xp_plan_sheet(const xp_flat& flat, const xp_bus_table& buses, std::uint32_t module,
                    const std::string constant_names[xp_constants], xp_sheet_plan& plan);
-// Shares the cells out to pages by their fan-in cones, and numbers the nets: first those of several pages,
-// then page by page.  False: more nets than a sheet holds.
+// Shares the cells out to pages by their fan-in cones, and numbers the nets page by page.
 void xp_share_pages(xp_sheet_plan& plan);
-bool xp_number_nets(xp_sheet_plan& plan, std::int32_t first_id, std::int32_t last_id);
+void xp_number_nets(xp_sheet_plan& plan, std::int32_t first_number);
 
 // The symbol of a primitive cell type; pins in the order of the symbol, without their connections.
 struct xp_cell_look {

@@ -1,3 +1,4 @@
+// Draws the sheets of a design into a folder aside, and puts them into their place.
 #include "expand/sheets.h"
 
 #include <fcntl.h>
@@ -11,6 +12,7 @@
 
 #include "expand/sheet_page.h"
 #include "schematic/object_records.h"
+#include "schematic/whole_file.h"
 #include "sheets/write.h"
 
 namespace {
@@ -21,10 +23,12 @@ constexpr std::uint32_t levels_most = 28;  // of sheets that can be entered
 constexpr std::string_view constant_texts[xp_constants] = {"logic0", "logic1", "logicx", "logicz"};
 constexpr std::string_view symbol_folder = "symbols", page_folder = "page_";
 
-// Saving a sheet announces it on standard output, which is the expander's.
+// Saving a sheet announces it on standard output, which is the expander's; and sheets go to the disk
+// together.
 class quiet_output {
 public:
     quiet_output() : kept_((std::fflush(stdout), dup(STDOUT_FILENO))) {
+        tm_flushes_files = false;
         const int nowhere = open("/dev/null", O_WRONLY);
         if (nowhere < 0) return;
         dup2(nowhere, STDOUT_FILENO);
@@ -33,6 +37,7 @@ public:
     quiet_output(const quiet_output&) = delete;
     quiet_output& operator=(const quiet_output&) = delete;
     ~quiet_output() {
+        tm_flushes_files = true;
         std::fflush(stdout);
         if (kept_ >= 0) dup2(kept_, STDOUT_FILENO);
         if (kept_ >= 0) close(kept_);
@@ -129,10 +134,8 @@ void plan_modules(draughtsman& d) {
         xp_plan_sheet(d.flat, buses, module, names, m.plan);
         xp_share_pages(m.plan);
         m.is_drawn = true;
-        if (m.depth >= levels_most)
-            refuse(d, m, "more than " + std::to_string(levels_most) + " levels");
-        else if (!xp_number_nets(m.plan, sg_first_net_id, tm_max_objects))
-            refuse(d, m, "more than " + std::to_string(tm_max_objects) + " objects in a file");
+        if (m.depth >= levels_most) refuse(d, m, "more than " + std::to_string(levels_most) + " levels");
+        xp_number_nets(m.plan, sg_first_net_id);
     }
 }
 
@@ -141,6 +144,7 @@ void plan_modules(draughtsman& d) {
 bool write_symbol(draughtsman& d, const sg_symbol_kind& kind, const std::string& folder) {
     sg_drawn_symbol symbol{kind, {}, folder + "/symbol.tm_1"};
     sg_draw_symbol(kind, symbol.shape);
+    if (sg_count_objects(symbol) > static_cast<std::size_t>(tm_max_objects)) return false;  // as its page
     const std::string path = d.aside + "/" + folder;
     std::string why;
     if (!make_folder(d, path)) return false;
@@ -175,8 +179,9 @@ std::string page_path(const draughtsman& d, const module_sheets& m, std::int32_t
 void keep_ids(draughtsman& d, std::uint32_t module, std::int32_t page, const std::vector<std::int16_t>& ids) {
     std::vector<std::int16_t>& of_cells = d.flat.cell_ids[module];
     std::size_t next = 0;
-    for (const xp_sheet_cell& cell : d.modules[module].plan.cells)
-        if (cell.page == page) of_cells[cell.cell] = ids[next++];
+    const xp_sheet_plan& plan = d.modules[module].plan;
+    for (const std::int32_t cell : plan.page_cells[at(page)])
+        of_cells[plan.cells[at(cell)].cell] = ids[next++];
 }
 
 // False: the page does not fit into a file.
@@ -201,7 +206,7 @@ void remove_sheets(draughtsman& d, const module_sheets& m) {
     std::error_code error;
     const fs::path folder = page_path(d, m, 0);
     for (const char* file : {"sheet.tm", "sheet.tm_1"}) fs::remove(folder / file, error);
-    for (std::int32_t page = 1; page < m.plan.page_count; ++page)
+    for (std::int32_t page = 1; page < m.plan.page_count(); ++page)
         fs::remove_all(page_path(d, m, page), error);
 }
 
@@ -209,12 +214,12 @@ void draw_module(draughtsman& d, std::uint32_t module) {
     module_sheets& m = d.modules[module];
     std::vector<std::string> paths;
     for (const xp_sheet_cell& cell : m.plan.cells) paths.push_back(symbol_path(d, cell));
-    for (std::int32_t page = 0; page < m.plan.page_count && xp_ok(d.status); ++page)
+    for (std::int32_t page = 0; page < m.plan.page_count() && xp_ok(d.status); ++page)
         if (!draw_page(d, module, page, paths)) {
             refuse(d, m, "more than " + std::to_string(tm_max_objects) + " objects in a file");
             return remove_sheets(d, m);
         }
-    d.pages += at(m.plan.page_count);
+    d.pages += at(m.plan.page_count());
 }
 
 // ---- object ids
@@ -233,7 +238,7 @@ void add_object_ids(draughtsman& d) {
             const std::int32_t bit =
                 net.is_bus ? xp_module_of(d.flat, s).bits[xp_body_of(d.flat, s).names[net.vector].bits.first]
                            : net.bit;
-            xp_object_id id{scope, xp_net_at(d.flat, s, bit), -1, net.id, {}};
+            xp_object_id id{scope, xp_net_at(d.flat, s, bit), -1, net.number, {}};
             if (id.net < 0) continue;
             if (net.is_bus) id.bus = d.flat.nets[at(id.net)].bus;
             if (!is_own_name(d.flat, net, id)) id.name = xp_keep_once(d.netlist.texts, net.name);
@@ -284,6 +289,13 @@ void remove_older(const fs::path& folder) {
     for (const fs::path& path : older) fs::remove_all(path, error);
 }
 
+bool flush_disk(const std::string& folder) {
+    const int file = open(folder.c_str(), O_RDONLY | O_DIRECTORY);
+    const bool ok = file >= 0 && syncfs(file) == 0;
+    if (file >= 0) close(file);
+    return ok;
+}
+
 void move_folder(const fs::path& from, const fs::path& to, std::error_code& error) {
     fs::create_directories(to, error);
     remove_older(to);
@@ -303,6 +315,7 @@ void move_folder(const fs::path& from, const fs::path& to, std::error_code& erro
 void xp_sheets::install(xp_status& status) {
     if (!xp_ok(status) || !fs::exists(aside_)) return;
     std::error_code error;
-    move_folder(aside_, folder_, error);
+    if (!flush_disk(aside_)) error.assign(errno, std::generic_category());
+    if (!error) move_folder(aside_, folder_, error);
     if (error) xp_fail(status, xp_fault::cannot_write, folder_, error.message());
 }

@@ -1,3 +1,4 @@
+// The channels between ranks: one column for every net, in an order with few crossings.
 #include <algorithm>
 #include <map>
 #include <set>

@@ -27,10 +27,12 @@ struct sg_drawn_name {
     sg_words words;
 };
 
+inline constexpr std::int16_t sg_first_net_id = 3;  // behind the main object and the net family
+
 struct sg_drawn_net {
     std::int16_t id = 0;
-    bool is_here = false;  // else its place is kept for another page
-    std::string name;      // NET
+    std::int32_t number = 0;  // on all pages
+    std::string name;         // NET
     bool is_bus = false;
     std::int16_t start = 0, end = 0;
     std::vector<sg_wire> wires;

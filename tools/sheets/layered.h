@@ -3,7 +3,7 @@
 // downward here.
 #pragma once
 
-#include "sheets/layout.h"
+#include "sheets/graph.h"
 
 struct sg_node {
     std::int32_t box = -1;  // -1: a row of the net
@@ -21,6 +21,15 @@ struct sg_terminal {  // an end of a net at a side of a channel
 
 struct sg_channel {  // between a rank and the next
     std::vector<sg_terminal> left, right;
+};
+
+// A wire across a channel as seen from a node: the offsets of its rows there and at the other side.
+struct sg_reach {
+    std::int32_t net = 0, own = 0, far_node = 0, far_offset = 0;
+    std::int32_t ends = 0;  // of the net at the other side
+};
+struct sg_reaches {
+    std::vector<std::vector<sg_reach>> to_left, to_right;  // by node
 };
 
 struct sg_track {  // the vertical wire of a net in a channel
@@ -46,6 +55,12 @@ inline std::int32_t sg_offset(const sg_layered& l, std::int32_t node, std::int32
 inline std::int32_t sg_row(const sg_layered& l, const sg_terminal& terminal) {
     return l.nodes[static_cast<std::size_t>(terminal.node)].y + sg_offset(l, terminal.node, terminal.offset);
 }
+
+inline std::int32_t sg_far_row(const sg_layered& l, const sg_reach& reach) {
+    return l.nodes[static_cast<std::size_t>(reach.far_node)].y +
+           sg_offset(l, reach.far_node, reach.far_offset);
+}
+sg_reaches sg_find_reaches(const sg_layered& l);
 
 // Places the nodes of a rank in their order as near to where each wants to be as their extents allow.
 void sg_spread_rank(sg_layered& l, const std::vector<std::int32_t>& rank, const std::vector<double>& wanted,

@@ -1,3 +1,6 @@
+// The layout from boxes to wires: columns, origins, the shape of the page.
+#include "sheets/layout.h"
+
 #include <algorithm>
 #include <map>
 

@@ -1,4 +1,6 @@
+// The nodes of a layout, the ends of nets beside its channels, and which of them a wire joins.
 #include <algorithm>
+#include <span>
 
 #include "sheets/layered.h"
 
@@ -67,7 +69,46 @@ void add_rows(sg_layered& l) {  // none for a net without pins
         }
 }
 
+// The terminals of a side, those of a net together.
+std::vector<sg_terminal> by_net(std::vector<sg_terminal> side) {
+    std::stable_sort(side.begin(), side.end(),
+                     [](const sg_terminal& a, const sg_terminal& b) { return a.net < b.net; });
+    return side;
+}
+
+void add_reaches(std::span<const sg_terminal> own, std::span<const sg_terminal> far,
+                 std::vector<std::vector<sg_reach>>& reaches) {
+    for (const sg_terminal& a : own)
+        for (const sg_terminal& b : far)
+            reaches[at(a.node)].push_back(
+                {a.net, a.offset, b.node, b.offset, static_cast<std::int32_t>(far.size())});
+}
+
+std::span<const sg_terminal> take_net(std::span<const sg_terminal>& side, std::int32_t net) {
+    std::size_t count = 0;
+    while (count < side.size() && side[count].net == net) ++count;
+    const std::span<const sg_terminal> taken = side.first(count);
+    side = side.subspan(count);
+    return taken;
+}
+
 }  // namespace
+
+sg_reaches sg_find_reaches(const sg_layered& l) {
+    sg_reaches reaches{std::vector<std::vector<sg_reach>>(l.nodes.size()),
+                       std::vector<std::vector<sg_reach>>(l.nodes.size())};
+    for (const sg_channel& channel : l.channels) {
+        const std::vector<sg_terminal> left_side = by_net(channel.left), right_side = by_net(channel.right);
+        std::span<const sg_terminal> left(left_side), right(right_side);
+        while (!left.empty() && !right.empty()) {
+            const std::int32_t net = std::min(left.front().net, right.front().net);
+            const auto from = take_net(left, net), to = take_net(right, net);
+            add_reaches(from, to, reaches.to_right);
+            add_reaches(to, from, reaches.to_left);
+        }
+    }
+    return reaches;
+}
 
 void sg_make_nodes(sg_layered& l) {
     l.ranks.resize(at(l.rank_count));

@@ -1,3 +1,4 @@
+// The order of the nodes within their ranks, in which few wires cross.
 #include <algorithm>
 #include <cmath>
 
@@ -9,36 +10,17 @@ constexpr int sweeps = 16;
 
 std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 
-// A wire across a channel as seen from a node: the offsets of its rows there and at the other side.
-struct reach {
-    std::int32_t net = 0, own = 0, far_node = 0, far_offset = 0;
-};
-
 struct ordering {
     sg_layered& l;
-    std::vector<std::vector<reach>> to_left, to_right;  // by node
+    sg_reaches reaches;
 };
 
-void join_sides(const sg_channel& channel, std::vector<std::vector<reach>>& of_left,
-                std::vector<std::vector<reach>>& of_right) {
-    for (const sg_terminal& a : channel.left)
-        for (const sg_terminal& b : channel.right) {
-            if (a.net != b.net) continue;
-            of_left[at(a.node)].push_back({a.net, a.offset, b.node, b.offset});
-            of_right[at(b.node)].push_back({a.net, b.offset, a.node, a.offset});
-        }
-}
-
-std::int32_t far_row(const ordering& o, const reach& r) {
-    return o.l.nodes[at(r.far_node)].y + sg_offset(o.l, r.far_node, r.far_offset);
-}
-
-void sort_rank(ordering& o, std::int32_t rank, const std::vector<std::vector<reach>>& reaches) {
+void sort_rank(ordering& o, std::int32_t rank, const std::vector<std::vector<sg_reach>>& reaches) {
     std::vector<std::int32_t>& nodes = o.l.ranks[at(rank)];
     std::vector<double> key(o.l.nodes.size());
     for (const std::int32_t node : nodes) {
         double sum = 0;
-        for (const reach& r : reaches[at(node)]) sum += far_row(o, r) - sg_offset(o.l, node, r.own);
+        for (const sg_reach& r : reaches[at(node)]) sum += sg_far_row(o.l, r) - sg_offset(o.l, node, r.own);
         key[at(node)] = reaches[at(node)].empty() ? o.l.nodes[at(node)].y
                                                   : sum / static_cast<double>(reaches[at(node)].size());
     }
@@ -49,12 +31,12 @@ void sort_rank(ordering& o, std::int32_t rank, const std::vector<std::vector<rea
     sg_spread_rank(o.l, nodes, wanted, std::vector<double>(nodes.size(), 1));
 }
 
-std::int64_t crossings_of_pair(const ordering& o, const std::vector<reach>& upper,
-                               const std::vector<reach>& lower) {
+std::int64_t crossings_of_pair(const ordering& o, const std::vector<sg_reach>& upper,
+                               const std::vector<sg_reach>& lower) {
     std::int64_t count = 0;
-    for (const reach& a : upper)
-        for (const reach& b : lower)
-            if (a.net != b.net && far_row(o, a) > far_row(o, b)) ++count;
+    for (const sg_reach& a : upper)
+        for (const sg_reach& b : lower)
+            if (a.net != b.net && sg_far_row(o.l, a) > sg_far_row(o.l, b)) ++count;
     return count;
 }
 
@@ -64,8 +46,8 @@ std::int64_t crossings(const ordering& o) {
     for (std::size_t rank = 0; rank + 1 < o.l.ranks.size(); ++rank) {
         wires.clear();
         for (const std::int32_t node : o.l.ranks[rank])
-            for (const reach& r : o.to_right[at(node)])
-                wires.emplace_back(o.l.nodes[at(node)].y + sg_offset(o.l, node, r.own), far_row(o, r));
+            for (const sg_reach& r : o.reaches.to_right[at(node)])
+                wires.emplace_back(o.l.nodes[at(node)].y + sg_offset(o.l, node, r.own), sg_far_row(o.l, r));
         std::sort(wires.begin(), wires.end());
         for (std::size_t a = 0; a < wires.size(); ++a)
             for (std::size_t b = a + 1; b < wires.size(); ++b)
@@ -78,10 +60,11 @@ std::int64_t crossings(const ordering& o) {
 // not.
 std::int32_t twists(const ordering& o, std::int32_t node) {
     std::int32_t count = 0;
-    for (const reach& a : o.to_left[at(node)])
-        for (const reach& b : o.to_left[at(node)])
-            if (sg_offset(o.l, node, a.own) < sg_offset(o.l, node, b.own) && far_row(o, a) != far_row(o, b))
-                count += far_row(o, a) > far_row(o, b) ? 1 : -1;
+    for (const sg_reach& a : o.reaches.to_left[at(node)])
+        for (const sg_reach& b : o.reaches.to_left[at(node)])
+            if (sg_offset(o.l, node, a.own) < sg_offset(o.l, node, b.own) &&
+                sg_far_row(o.l, a) != sg_far_row(o.l, b))
+                count += sg_far_row(o.l, a) > sg_far_row(o.l, b) ? 1 : -1;
     return count;
 }
 
@@ -101,8 +84,8 @@ void exchange_neighbours(ordering& o) {
         for (std::vector<std::int32_t>& nodes : o.l.ranks) {
             for (std::size_t i = 0; i + 1 < nodes.size(); ++i) {
                 const auto cost = [&](std::int32_t upper, std::int32_t lower) {
-                    return crossings_of_pair(o, o.to_left[at(upper)], o.to_left[at(lower)]) +
-                           crossings_of_pair(o, o.to_right[at(upper)], o.to_right[at(lower)]);
+                    return crossings_of_pair(o, o.reaches.to_left[at(upper)], o.reaches.to_left[at(lower)]) +
+                           crossings_of_pair(o, o.reaches.to_right[at(upper)], o.reaches.to_right[at(lower)]);
                 };
                 if (cost(nodes[i + 1], nodes[i]) >= cost(nodes[i], nodes[i + 1])) continue;
                 std::swap(nodes[i], nodes[i + 1]);
@@ -120,9 +103,7 @@ void exchange_neighbours(ordering& o) {
 }  // namespace
 
 void sg_order_ranks(sg_layered& l) {
-    ordering o{l, std::vector<std::vector<reach>>(l.nodes.size()),
-               std::vector<std::vector<reach>>(l.nodes.size())};
-    for (const sg_channel& channel : l.channels) join_sides(channel, o.to_right, o.to_left);
+    ordering o{l, sg_find_reaches(l)};
     for (const std::vector<std::int32_t>& nodes : l.ranks)
         sg_spread_rank(l, nodes, std::vector<double>(nodes.size()), std::vector<double>(nodes.size(), 1));
     std::vector<std::vector<std::int32_t>> best = l.ranks;
@@ -131,9 +112,9 @@ void sg_order_ranks(sg_layered& l) {
     for (int sweep = 0; sweep < sweeps; ++sweep) {
         for (std::int32_t k = 1; k < l.rank_count; ++k)
             if (sweep % 2 == 0)
-                sort_rank(o, k, o.to_left);
+                sort_rank(o, k, o.reaches.to_left);
             else
-                sort_rank(o, l.rank_count - 1 - k, o.to_right);
+                sort_rank(o, l.rank_count - 1 - k, o.reaches.to_right);
         if (sweep >= sweeps / 2) exchange_neighbours(o);
         for (const std::vector<std::int32_t>& nodes : l.ranks) flip_boxes(o, nodes);
         if (const std::int64_t count = crossings(o); count < fewest) {

@@ -1,3 +1,4 @@
+// The rows on which the nodes stand: wires as straight as the order allows.
 #include <algorithm>
 #include <cmath>
 
@@ -29,18 +30,18 @@ struct pull {
     double row = 0, weight = 0;
 };
 
-void add_pulls(const sg_layered& l, const std::vector<sg_terminal>& own,
-               const std::vector<sg_terminal>& other, std::vector<std::vector<pull>>& pulls) {
-    std::vector<std::vector<const sg_terminal*>> others(at(l.graph.net_count));
-    for (const sg_terminal& terminal : other) others[at(terminal.net)].push_back(&terminal);
-    for (const sg_terminal& terminal : own) {
-        const double count = static_cast<double>(others[at(terminal.net)].size());
-        for (const sg_terminal* far : others[at(terminal.net)]) {
-            const bool both_rows = l.nodes[at(terminal.node)].box < 0 && l.nodes[at(far->node)].box < 0;
-            pulls[at(terminal.node)].push_back(
-                {static_cast<double>(sg_row(l, *far) - sg_offset(l, terminal.node, terminal.offset)),
-                 (both_rows ? row_weight : box_weight) / count});
-        }
+struct placing {
+    sg_layered& l;
+    sg_reaches reaches;
+    std::vector<std::vector<pull>> pulls;  // by node
+};
+
+void add_pulls(const sg_layered& l, std::int32_t node, const std::vector<sg_reach>& reaches,
+               std::vector<pull>& pulls) {
+    for (const sg_reach& reach : reaches) {
+        const bool both_rows = l.nodes[at(node)].box < 0 && l.nodes[at(reach.far_node)].box < 0;
+        pulls.push_back({static_cast<double>(sg_far_row(l, reach) - sg_offset(l, node, reach.own)),
+                         (both_rows ? row_weight : box_weight) / reach.ends});
     }
 }
 
@@ -71,13 +72,13 @@ double median(std::vector<pull>& pulls, double now) {
 
 enum sides { from_left = 1, from_right = 2 };
 
-std::vector<std::vector<pull>> pulls_on(const sg_layered& l, std::int32_t rank, int which) {
-    std::vector<std::vector<pull>> pulls(l.nodes.size());
-    if ((which & from_left) != 0 && rank > 0)
-        add_pulls(l, l.channels[at(rank - 1)].right, l.channels[at(rank - 1)].left, pulls);
-    if ((which & from_right) != 0 && rank + 1 < l.rank_count)
-        add_pulls(l, l.channels[at(rank)].left, l.channels[at(rank)].right, pulls);
-    return pulls;
+void find_pulls(placing& p, std::int32_t rank, int which) {
+    for (const std::int32_t node : p.l.ranks[at(rank)]) {
+        std::vector<pull>& pulls = p.pulls[at(node)];
+        pulls.clear();
+        if ((which & from_left) != 0) add_pulls(p.l, node, p.reaches.to_left[at(node)], pulls);
+        if ((which & from_right) != 0) add_pulls(p.l, node, p.reaches.to_right[at(node)], pulls);
+    }
 }
 
 double middle(const sg_layered& l) {
@@ -89,26 +90,26 @@ double middle(const sg_layered& l) {
 // Where a node that nothing pulls goes: beside the one above it, else the first below it that is pulled, else
 // to the middle of the page.
 double beside_others(const sg_layered& l, const std::vector<std::int32_t>& nodes,
-                     const std::vector<double>& wanted, std::vector<std::vector<pull>>& pulls) {
+                     const std::vector<double>& wanted, const std::vector<std::vector<pull>>& pulls) {
     if (!wanted.empty()) return wanted.back();
     for (const std::int32_t node : nodes)
         if (!pulls[at(node)].empty()) return mean(pulls[at(node)]);
     return middle(l);
 }
 
-void place_rank(sg_layered& l, std::int32_t rank, int which) {
-    const std::vector<std::int32_t>& nodes = l.ranks[at(rank)];
-    std::vector<std::vector<pull>> pulls = pulls_on(l, rank, which);
+void place_rank(placing& p, std::int32_t rank, int which) {
+    const std::vector<std::int32_t>& nodes = p.l.ranks[at(rank)];
     std::vector<double> wanted, weight;
+    find_pulls(p, rank, which);
     for (const std::int32_t node : nodes) {
-        const double now = l.nodes[at(node)].y;
-        std::vector<pull>& own = pulls[at(node)];
-        wanted.push_back(own.empty()                         ? beside_others(l, nodes, wanted, pulls)
+        const double now = p.l.nodes[at(node)].y;
+        std::vector<pull>& own = p.pulls[at(node)];
+        wanted.push_back(own.empty()                         ? beside_others(p.l, nodes, wanted, p.pulls)
                          : which == (from_left | from_right) ? median(own, now)
                                                              : mean(own));
-        weight.push_back(own.empty() ? 0.01 : l.nodes[at(node)].box < 0 ? row_weight : box_weight);
+        weight.push_back(own.empty() ? 0.01 : p.l.nodes[at(node)].box < 0 ? row_weight : box_weight);
     }
-    sg_spread_rank(l, nodes, wanted, weight);
+    sg_spread_rank(p.l, nodes, wanted, weight);
 }
 
 // ---- straight wires
@@ -135,18 +136,19 @@ double bends(const std::vector<pull>& pulls, double y) {
 }
 
 // Moves each node to where fewest of its wires bend.
-void straighten_rank(sg_layered& l, std::int32_t rank) {
+void straighten_rank(placing& p, std::int32_t rank) {
+    sg_layered& l = p.l;
     const std::vector<std::int32_t>& nodes = l.ranks[at(rank)];
-    const std::vector<std::vector<pull>> pulls = pulls_on(l, rank, from_left | from_right);
+    find_pulls(p, rank, from_left | from_right);
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         sg_node& node = l.nodes[at(nodes[i])];
-        const std::vector<pull>& own = pulls[at(nodes[i])];
+        const std::vector<pull>& own = p.pulls[at(nodes[i])];
         const room free = room_of(l, nodes, i);
         double best = bends(own, node.y);
-        for (const pull& p : own)
-            if (p.row >= free.low && p.row <= free.high && bends(own, p.row) < best) {
-                best = bends(own, p.row);
-                node.y = static_cast<std::int32_t>(p.row);
+        for (const pull& wire : own)
+            if (wire.row >= free.low && wire.row <= free.high && bends(own, wire.row) < best) {
+                best = bends(own, wire.row);
+                node.y = static_cast<std::int32_t>(wire.row);
             }
     }
 }
@@ -237,16 +239,17 @@ void sg_spread_rank(sg_layered& l, const std::vector<std::int32_t>& rank, const 
 }
 
 void sg_place_nodes(sg_layered& l) {
+    placing p{l, sg_find_reaches(l), std::vector<std::vector<pull>>(l.nodes.size())};
     for (int pass = 0; pass < passes; ++pass) {
         const int which = pass >= passes - 8 ? from_left | from_right
                           : pass % 2 == 0    ? from_left
                                              : from_right;
         for (std::int32_t k = 0; k < l.rank_count; ++k)
-            place_rank(l, pass % 2 == 0 ? k : l.rank_count - 1 - k, which);
+            place_rank(p, pass % 2 == 0 ? k : l.rank_count - 1 - k, which);
     }
     for (int pass = 0; pass < straightening_passes; ++pass) {
         for (std::int32_t k = 0; k < l.rank_count; ++k)
-            straighten_rank(l, pass % 2 == 0 ? k : l.rank_count - 1 - k);
+            straighten_rank(p, pass % 2 == 0 ? k : l.rank_count - 1 - k);
         straighten_runs(l);
     }
 }

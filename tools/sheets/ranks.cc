@@ -1,3 +1,4 @@
+// The ranks of boxes: loops cut, pages shaped, wires shortened.
 #include <algorithm>
 #include <numeric>
 

@@ -1,3 +1,4 @@
+// The shapes of gates, multiplexers, switches and boxes.
 #include "sheets/symbol.h"
 
 #include <algorithm>

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "sheets/layout.h"
+#include "sheets/graph.h"
 
 inline constexpr std::int32_t sg_text = 10000, sg_pin_text = 9000;  // heights of INST; of MODEL, PIN, NET
 inline constexpr std::int32_t sg_tag_text = 8500;                   // of tags, as they are drawn

@@ -1,3 +1,4 @@
+// Wires split where others meet them.
 #include <algorithm>
 #include <map>
 #include <set>

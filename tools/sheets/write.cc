@@ -1,3 +1,4 @@
+// Drawings written by way of the schematic database.
 #include "sheets/write.h"
 
 #include <algorithm>
@@ -119,10 +120,18 @@ struct scribe : author {
     std::map<std::pair<std::int16_t, sg_point>, std::int16_t> pin_at;  // pin property family by net and place
 };
 
+// On several pages a net's number is not that of the object.
+void number_net(scribe& s, const sg_drawn_net& net, std::int16_t id) {
+    if (s.drawing.page_count == 1) return;
+    auto& record = tm_object_as<tm_type_net>(s.file, id);
+    record.reserved = true;
+    record.net_index = net.number;
+}
+
 void add_nets(scribe& s) {
     add_plain(s, tm_type_net_family, {}, [&] {
         for (const sg_drawn_net& net : s.drawing.nets)
-            add_leaf(s, tm_type_net, {}, [&] { tm_net(net.is_bus, net.start, net.end); });
+            add_leaf(s, tm_type_net, {}, [&] { number_net(s, net, tm_net(net.is_bus, net.start, net.end)); });
     });
 }
 
@@ -277,8 +286,7 @@ std::size_t objects_of(const sg_drawn_symbol& symbol) {
 }
 
 std::size_t objects_of(const sg_drawn_net& net) {
-    return net.is_here ? 5 + 3 * net.wires.size() + net.points.size() + net.ports.size()
-                       : 1;  // at most two vertices a wire
+    return 5 + 3 * net.wires.size() + net.points.size() + net.ports.size();  // at most two vertices a wire
 }
 
 }  // namespace
@@ -290,6 +298,8 @@ std::size_t sg_count_objects(const sg_drawing& drawing) {
     for (const sg_drawn_net& net : drawing.nets) count += objects_of(net);
     return count;
 }
+
+std::size_t sg_count_objects(const sg_drawn_symbol& symbol) { return 2 + objects_of(symbol); }
 
 bool sg_write_sheet(const sg_drawing& drawing, const std::string& directory,
                     std::vector<std::int16_t>& instance_ids, std::string& why) {
@@ -309,8 +319,7 @@ bool sg_write_sheet(const sg_drawing& drawing, const std::string& directory,
         add_tags(s);
         add_frame(s);
     });
-    for (const sg_drawn_net& net : drawing.nets)
-        if (net.is_here) fill_net(s, net);
+    for (const sg_drawn_net& net : drawing.nets) fill_net(s, net);
     return save_file(s, why);
 }
 

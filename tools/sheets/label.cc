@@ -1,6 +1,7 @@
+// Room for the names of nets.
 #include <algorithm>
 
-#include "sheets/layout.h"
+#include "sheets/label.h"
 
 namespace {
 
