@@ -7,6 +7,7 @@
 
 #include "foundation/context.h"
 #include "kernel/history.h"
+#include "kernel/setup.h"
 #include "support/design_build.h"
 #include "support/rows.h"
 #include "support/session.h"
@@ -74,6 +75,21 @@ TEST(gates, delay_by_output_input_and_net_in_the_timing_range_of_the_instance) {
         tst_run_until(9000);
         EXPECT_EQ(tst_changes_of("y"), changes) << global_range << ' ' << timing_index;
     }
+    tst_build("and g y = a rise 1:2:3 fall 1:2:3");
+    for (const auto& [range, stimuli, y] : tst_rows<std::int16_t, std::string, std::int32_t>{
+             {1, "a=1@100", 101}, {3, "a=0@200", 203}, {2, "a=1@300", 302}}) {
+        kol_ext.sim_range_type = range;
+        tst_schedule(stimuli);
+        tst_run_until(y + 50);
+        EXPECT_EQ(tst_net("y").UU.U1.cur_state.time, y);
+        if (range == 3)
+            for (std::int32_t i = 1; i <= yx_sext.max_prop_cur; ++i)
+                if (yx_ptrto_prop_rec(i)->prop_type == YX_PTIME) ++yx_ptrto_prop_rec(i)->valuet[1];
+    }
+    kol_refresh_timing();
+    tst_schedule("a=0@400");
+    tst_run_until(500);
+    EXPECT_EQ(tst_net("y").UU.U1.cur_state.time, 404);  // input and output one step more each
     tst_expect_run("or g y = a b irise 3 ifall 3; pin /g/I2 rise 7 fall 9",
                    "a=1@10 a=0@20 b=0@30 b=1@50 b=0@70", "y 13:1S 23:iS 39:0S 57:1S 79:0S");
     // The net that the pin is on counts, not the root of its tree.
