@@ -5,11 +5,14 @@
 #include <filesystem>
 #include <string>
 
+#include "kernel/clear.h"
 #include "kernel/lookup.h"
+#include "kernel/name_index.h"
 #include "kernel/net_events.h"
 #include "kernel/queue.h"
 #include "kernel/run.h"
 #include "kernel/setup.h"
+#include "kernel/stimuli.h"
 #include "models/model_table.h"
 #include "nand_properties.h"
 #include "netlist/design_file.h"

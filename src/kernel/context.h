@@ -139,8 +139,3 @@ extern tm_string_record_t kol_init_do_file;
 
 // Writes a line to the simulator's trace stream when it is open.
 [[gnu::format(printf, 1, 2)]] void kol_trace(const char* format, ...);
-
-// Frees every run-time record of the simulator (events, histories, bit states, and what hangs off kol_ext:
-// forces, clock blocks, probes, breaks, user buses, list and trace signals, each made with new) and returns
-// kol_ext to its initial values (a test begins so; the program never does this).
-void kol_context_clear();

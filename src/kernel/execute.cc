@@ -1,8 +1,10 @@
+// The two kinds of events, hazards, spikes, histories and the fan-out.
+#include "kernel/execute.h"
+
 #include "foundation/status.h"
 #include "kernel/history.h"
 #include "kernel/net_events.h"
 #include "kernel/network.h"
-#include "kernel/run.h"
 #include "kernel/run_messages.h"
 #include "kernel/state.h"
 #include "kernel/time.h"

@@ -1,3 +1,4 @@
+// Records of histories: taken, appended, recycled.
 #include "kernel/history.h"
 
 #include <deque>

@@ -1,3 +1,4 @@
+// The forms of names, and the order in which they are tried.
 #include "kernel/lookup.h"
 
 #include "foundation/numbers.h"

@@ -20,6 +20,3 @@ bool kol_find_pin_rel(const tm_string_record_t& instance, const tm_string_record
 
 // The largest object id of the current sheet, 0 when no sheet is open; the sheet's owner installs its own.
 extern std::int32_t (*kol_current_sheet_max_object)();
-
-// Drops what lookups remember of the design's names; the next lookup reads them again.
-void kol_forget_names();

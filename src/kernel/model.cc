@@ -1,3 +1,4 @@
+// The table of models that the program registered.
 #include "kernel/model.h"
 
 #include <algorithm>

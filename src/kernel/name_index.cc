@@ -1,9 +1,9 @@
+// Strings to nets and pins through a folded hash.
 #include "kernel/name_index.h"
 
 #include <algorithm>
 #include <vector>
 
-#include "kernel/lookup.h"
 #include "kernel/network.h"
 #include "kernel/say.h"
 #include "netlist/text.h"

@@ -13,3 +13,5 @@ struct kol_named_t {
 
 // Indexes of the first records that the name names, 0 for none.
 kol_named_t kol_find_named(const tm_string_record_t& name);
+// Drops what lookups remember of the design's names; the next lookup reads them again.
+void kol_forget_names();

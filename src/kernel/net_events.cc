@@ -1,3 +1,4 @@
+// Pending events in order of scheduling, FORCE events in order of time.
 #include "kernel/net_events.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Net trees, their drivers and fed pins, and the bit states of pins that span bits.
 #include "kernel/network.h"
 
 #include <algorithm>
@@ -5,8 +6,6 @@
 #include <vector>
 
 #include "foundation/status.h"
-#include "kernel/queue.h"
-#include "kernel/run.h"
 
 namespace {
 

@@ -13,6 +13,14 @@ struct kol_pin_link_t {
     yx_net_record_t* net = nullptr;  // the net of the tree on which the pin stands
 };
 
+// The root of the net's tree; a bus or a broken tree is fatal.
+yx_net_record_t* kol_root_net(yx_net_record_t* net);
+// The next net of the net tree in pre-order, none at its end.
+yx_net_record_t* kol_find_next_childnet(yx_net_record_t* net);
+// True when a pin on the net's chain touches this net: always, unless the pin stands on the net's bus and its
+// range leaves the net out.
+bool kol_pin_belongs_to_net(const yx_pin_record_t* pin, const yx_net_record_t* net);
+
 void kol_build_network();
 void kol_clear_network();
 

@@ -1,3 +1,4 @@
+// Records of events, their places in the queue, and the reaction to spikes.
 #include "kernel/queue.h"
 
 #include <algorithm>
@@ -7,6 +8,8 @@
 
 #include "foundation/status.h"
 #include "kernel/net_events.h"
+#include "kernel/network.h"
+#include "kernel/queue_check.h"
 #include "kernel/state.h"
 #include "kernel/time_index.h"
 

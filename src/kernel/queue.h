@@ -16,17 +16,9 @@ void kol_schedule(yx_pin_record_t* pin, yx_net_record_t* root, std::int16_t prio
                   std::int8_t state);
 // Schedules a FORCE event at an absolute time, behind every queued event of that time.
 void kol_create_force_event(yx_net_record_t* net, std::int32_t abs_time, std::int8_t state);
-// Turns the forces and clocks of the run window [start_time, end_time) into FORCE events.
-void kol_expand_stimuli();
 // Takes the head off the queue and recycles its record.
 void kol_retire_cur_event();
 // Empties the queue; the records go to the free list with time -1.
 void kol_empty_queue();
-// Consistency check of queue and free list; fatal on a violation.
-void kol_list_all_event();
-// The same for one queued event and its neighbours only.
-void kol_check_neighbours(const yx_event_rec_t& event);
 // Frees every event record.
 void kol_clear_queue();
-// The root of the net's tree; a bus or a broken tree is fatal.
-yx_net_record_t* kol_root_net(yx_net_record_t* net);

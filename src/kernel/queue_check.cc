@@ -1,5 +1,7 @@
+// The order of times and priorities, and the counts of both directions.
+#include "kernel/queue_check.h"
+
 #include "foundation/status.h"
-#include "kernel/queue.h"
 #include "kernel/time_index.h"
 
 namespace {

@@ -1,3 +1,4 @@
+// What stands beside restored states is made to fit them.
 #include "kernel/resume.h"
 
 #include "kernel/history.h"

@@ -1,11 +1,15 @@
+// The loop over the queue, and what ends it.
 #include "kernel/run.h"
 
 #include <algorithm>
 
 #include "foundation/context.h"
 #include "foundation/shell.h"
+#include "kernel/execute.h"
 #include "kernel/queue.h"
+#include "kernel/queue_check.h"
 #include "kernel/run_messages.h"
+#include "kernel/stimuli.h"
 
 namespace {
 

@@ -6,11 +6,3 @@
 #include "kernel/context.h"
 
 void kol_exec_all_event(bool& no_event_found);
-// Executes the head of the queue, which stays there.
-void kol_exec_cur_event();
-// The next net of the net tree in pre-order, none at its end.
-yx_net_record_t* kol_find_next_childnet(yx_net_record_t* net);
-void kol_exec_hdler(yx_procedure_t handler);
-// True when a pin on the net's chain touches this net: always, unless the pin stands on the net's bus and its
-// range leaves the net out.
-bool kol_pin_belongs_to_net(const yx_pin_record_t* pin, const yx_net_record_t* net);

@@ -1,3 +1,4 @@
+// The lines of hazards, spikes, breaks, requests and the limit.
 #include "kernel/run_messages.h"
 
 #include "foundation/shell.h"

@@ -1,3 +1,4 @@
+// Texts, quotes and times put into lines.
 #include "kernel/say.h"
 
 #include "foundation/shell.h"

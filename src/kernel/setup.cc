@@ -1,12 +1,14 @@
+// The order of the set-up, initial states, the largest delay.
 #include "kernel/setup.h"
 
 #include <algorithm>
 
 #include "kernel/context.h"
-#include "kernel/lookup.h"
+#include "kernel/name_index.h"
 #include "kernel/network.h"
 #include "kernel/queue.h"
-#include "kernel/setup_parts.h"
+#include "kernel/setup_instances.h"
+#include "kernel/setup_links.h"
 #include "kernel/time.h"
 
 namespace {
@@ -26,16 +28,14 @@ void raise_max_delay(const yx_net_u1_t& net, const yx_pin_record_t& pin) {
     }
 }
 
-}  // namespace
-
-void kol_init_states_of_nets() {
+void init_states_of_nets() {
     for (std::int32_t i = 1; i <= yx_sext.max_net_cur; ++i) {
         kol_ext.cur_net = yx_ptrto_net_rec(i);
         if (kol_ext.cur_net->net_type != YX_TSTD_BUS) init_state_of_net(kol_ext.cur_net);
     }
 }
 
-void kol_compute_max_delay() {
+void compute_max_delay() {
     kol_max_delay = 0;
     for (std::int32_t i = 1; i <= yx_sext.max_net_cur; ++i) {
         const yx_net_record_t& root = *yx_ptrto_net_rec(i);
@@ -45,22 +45,24 @@ void kol_compute_max_delay() {
     }
 }
 
+}  // namespace
+
 void kol_init_object_ptr() {
     kol_forget_names();
     kol_clear_models();
     kol_link_nets();
     kol_link_instances();
-    kol_init_states_of_nets();
+    init_states_of_nets();
     const bool is_complete = kol_set_up_instances();
     kol_build_network();
     kol_max_delay = 0;
-    if (is_complete) kol_compute_max_delay();
+    if (is_complete) compute_max_delay();
 }
 
 void kol_init_net_state() {
     kol_empty_queue();
-    kol_init_states_of_nets();
-    kol_compute_max_delay();
+    init_states_of_nets();
+    compute_max_delay();
     for (std::int32_t i = 1; i <= yx_sext.max_inst_cur; ++i)
         for (yx_pin_record_t* pin = yx_ptrto_inst_rec(i)->first_pin_ptr; pin != nullptr;
              pin = pin->next_pin_inst_ptr)
@@ -74,5 +76,5 @@ void kol_refresh_timing() {
         const kol_model_t* model = kol_model_of(*kol_ext.cur_inst);
         if (model != nullptr && model->refresh != nullptr) model->refresh();
     }
-    kol_compute_max_delay();
+    compute_max_delay();
 }

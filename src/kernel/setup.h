@@ -4,12 +4,8 @@
 // counted; inconsistent chains are fatal (file_data_invalid).
 #pragma once
 
-#include "kernel/model.h"
-
 // Once, on a loaded design, with an empty queue at time 0.
 void kol_init_object_ptr();
-void kol_install_pinhdler(yx_pin_record_t* pin, const yx_prop_record_t* model, bool& install_ok);
-void kol_exec_init_pinhdler(const tm_string_record_t& model, bool& model_init_ok);
 // Expects cur_time 0.
 void kol_init_net_state();
 // Takes the delays and limits of every instance over from the properties again, after these have been

@@ -1,9 +1,10 @@
+// Models by MODEL property, handlers by PIN property, and their error lines.
+#include "kernel/setup_instances.h"
+
 #include "foundation/shell.h"
 #include "foundation/status.h"
 #include "kernel/context.h"
 #include "kernel/say.h"
-#include "kernel/setup.h"
-#include "kernel/setup_parts.h"
 #include "netlist/property.h"
 
 namespace {
@@ -29,7 +30,7 @@ void say_error(std::string_view text, std::int32_t path) {
 }
 
 bool receives_a_signal(const yx_pin_record_t& pin) {
-    return pin.io_type == 1 || pin.io_type == 3 || pin.io_type == 4;
+    return pin.io_type == YX_IO_INPUT || pin.io_type == YX_IO_BOTH || pin.io_type == YX_IO_TERMINAL;
 }
 
 const yx_prop_record_t* model_property(const yx_inst_record_t& inst) {

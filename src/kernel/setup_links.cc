@@ -1,8 +1,10 @@
+// References of nets, children, pin chains and instances.
+#include "kernel/setup_links.h"
+
 #include "foundation/status.h"
 #include "kernel/context.h"
 #include "kernel/net_events.h"
 #include "kernel/network.h"
-#include "kernel/setup_parts.h"
 
 namespace {
 

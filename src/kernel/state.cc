@@ -1,3 +1,4 @@
+// The tables of the state algebra, and its letters.
 #include "kernel/state.h"
 
 #include "foundation/strings.h"

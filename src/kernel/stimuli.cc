@@ -1,3 +1,6 @@
+// Forces and clock blocks gathered for one run window, in order of time.
+#include "kernel/stimuli.h"
+
 #include <algorithm>
 #include <vector>
 

@@ -1,3 +1,4 @@
+// Time texts and timing ranges.
 #include "kernel/time.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The ring of near times, the map of far ones, and the chains of priorities.
 #include "kernel/time_index.h"
 
 #include <array>
@@ -36,13 +37,23 @@ void bring_near() {
     }
 }
 
+// Calls take(group) for every group of the ring that is in use, and empties it.
+template <typename Take>
+void empty_ring(Take take) {
+    for (std::size_t word = 0; word < word_count; ++word)
+        for (; idx.used[word] != 0; idx.used[word] &= idx.used[word] - 1) {
+            kol_time_group_t& group =
+                idx.ring[word * word_bits + static_cast<std::size_t>(std::countr_zero(idx.used[word]))];
+            take(group);
+            group = {};
+        }
+}
+
 // Rare: a run begins before the first event that an earlier run left in the queue.
 void lower_base(std::int32_t time) {
-    for (kol_time_group_t& group : idx.ring) {
+    empty_ring([](const kol_time_group_t& group) {
         if (group.first != nullptr) idx.far.emplace(group.time, group);
-        group = {};
-    }
-    idx.used = {};
+    });
     idx.base = time;
     bring_near();
 }
@@ -152,8 +163,7 @@ void kol_advance_index(std::int32_t time) {
 
 void kol_clear_index() {
     idx.base = 0;
-    idx.ring.fill({});
-    idx.used = {};
+    empty_ring([](const kol_time_group_t&) {});
     idx.far.clear();
 }
 

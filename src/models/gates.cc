@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "foundation/status.h"
+#include "kernel/network.h"
 #include "kernel/queue.h"
 #include "kernel/state.h"
 #include "kernel/time.h"
@@ -91,8 +92,8 @@ void gather(gate_t& gate, const yx_inst_record_t& inst) {
     yx_pin_record_t* pin = inst.first_pin_ptr;
     for (std::int32_t k = 0; k < inst.nb_of_pin; ++k, pin = pin->next_pin_inst_ptr) {
         if (pin == nullptr) stop("missing pin");
-        if (pin->io_type == 1) gather_inputs(*pin, all);
-        if (pin->io_type == 2) gather_outputs(*pin, all);
+        if (pin->io_type == YX_IO_INPUT) gather_inputs(*pin, all);
+        if (pin->io_type == YX_IO_OUTPUT) gather_outputs(*pin, all);
     }
     if (all.inputs.size() <= gate.inputs.size() && all.outputs.size() == 1) {
         gate.output = all.outputs[0];
@@ -120,7 +121,7 @@ void take_delays(gate_t& gate, std::int16_t range) {
 
 bool set_up_pin(yx_pin_record_t& pin) {
     return kol_check_pin_type(pin) && kol_read_pin_delays(pin) &&
-           (pin.io_type != 2 || kol_read_pin_drive(pin));
+           (pin.io_type != YX_IO_OUTPUT || kol_read_pin_drive(pin));
 }
 
 void set_up() {

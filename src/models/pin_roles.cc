@@ -63,7 +63,7 @@ bool set_up_role(const kol_role_rule_t& rule, std::string_view name, yx_pin_reco
 bool add_output(std::string_view name, yx_pin_record_t& pin, kol_outputs_t& outputs) {
     const bool inverted = !name.empty() && name.back() == 'B';
     std::int32_t& count = inverted ? outputs.nb_qb : outputs.nb_q;
-    if (pin.io_type != 2 || count == static_cast<std::int32_t>(kol_max_outputs))
+    if (pin.io_type != YX_IO_OUTPUT || count == static_cast<std::int32_t>(kol_max_outputs))
         return kol_show_pin_error("# !!! Error : Invalid Pin Type Output  on pin : ", pin);
     (inverted ? outputs.qb_pin : outputs.q_pin)[static_cast<std::size_t>(count++)] = &pin;
     return true;
@@ -74,7 +74,7 @@ bool set_up_other(kol_other_pin other, std::string_view name, yx_pin_record_t& p
         case kol_other_pin::output:
             return add_output(name, pin, *outputs);
         case kol_other_pin::terminal:
-            return pin.io_type == 4 ||
+            return pin.io_type == YX_IO_TERMINAL ||
                    kol_show_pin_error("# !!! Error : Invalid Pin Type Output  on pin : ", pin);
         case kol_other_pin::refused:
             break;
@@ -83,7 +83,8 @@ bool set_up_other(kol_other_pin other, std::string_view name, yx_pin_record_t& p
 }
 
 bool is_io_type_allowed(kol_other_pin other, std::int16_t io_type) {
-    return io_type == 1 || io_type == (other == kol_other_pin::terminal ? 4 : 2);
+    return io_type == YX_IO_INPUT ||
+           io_type == (other == kol_other_pin::terminal ? YX_IO_TERMINAL : YX_IO_OUTPUT);
 }
 
 void warn_when_set(const limit_row& row, const std::int32_t (&limit)[3], const yx_pin_record_t& pin) {
@@ -119,8 +120,9 @@ bool set_up_pin(const kol_pin_plan_t& plan, std::span<kol_timing_role_t* const> 
         return false;
     if (!is_io_type_allowed(plan.other, pin.io_type)) return kol_show_pin_error(kol_pintype_error, pin);
     if (plan.has_delays && !kol_read_pin_delays(pin)) return false;
-    if (plan.has_limits && has_role && pin.io_type == 1 && !read_limits(*rule, pin, *role)) return false;
-    return plan.other != kol_other_pin::output || pin.io_type != 2 || kol_read_pin_drive(pin);
+    if (plan.has_limits && has_role && pin.io_type == YX_IO_INPUT && !read_limits(*rule, pin, *role))
+        return false;
+    return plan.other != kol_other_pin::output || pin.io_type != YX_IO_OUTPUT || kol_read_pin_drive(pin);
 }
 
 void take_over(const yx_pin_record_t& pin, const tm_string_record_t& property, std::int32_t (&copy)[3]) {

@@ -57,7 +57,7 @@ bool kol_show_property_type(std::string_view name, const yx_pin_record_t& pin) {
 }
 
 bool kol_check_pin_type(const yx_pin_record_t& pin) {
-    if (pin.io_type == 1 || pin.io_type == 2) return true;
+    if (pin.io_type == YX_IO_INPUT || pin.io_type == YX_IO_OUTPUT) return true;
     return kol_show_pin_error(kol_pintype_error, pin);
 }
 

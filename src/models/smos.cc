@@ -2,6 +2,7 @@
 #include "models/smos.h"
 
 #include "foundation/status.h"
+#include "kernel/network.h"
 #include "kernel/queue.h"
 #include "kernel/state.h"
 #include "models/pin_nets.h"
@@ -34,7 +35,7 @@ kol_smos_userdata_rec_t& current_switch() {
 template <typename Visit>
 void for_each_terminal_net(Visit visit) {
     for (yx_pin_record_t* pin = kol_ext.cur_inst->first_pin_ptr; pin != nullptr; pin = pin->next_pin_inst_ptr)
-        if (pin->io_type == 4)
+        if (pin->io_type == YX_IO_TERMINAL)
             kol_each_net_of_pin(*pin, [&](yx_net_record_t* net) { visit(pin, kol_root_net(net)); });
 }
 

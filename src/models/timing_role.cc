@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "foundation/status.h"
-#include "kernel/queue.h"
+#include "kernel/network.h"
 #include "kernel/state.h"
 
 namespace {

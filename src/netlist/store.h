@@ -22,6 +22,7 @@ inline constexpr std::int32_t yx_timing_indexes = 120;
 
 enum yx_net_types : std::int16_t { YX_TSTANDARD = 1, YX_TSUB_NET = 2, YX_TSTD_BUS = 3 };
 enum yx_prop_types : std::int16_t { YX_PSTRING = 0, YX_PINTEGER = 1, YX_PTIME = 2, YX_PREAL = 3 };
+enum yx_io_types : std::int16_t { YX_IO_INPUT = 1, YX_IO_OUTPUT = 2, YX_IO_BOTH = 3, YX_IO_TERMINAL = 4 };
 inline constexpr std::int16_t yx_kind_initialised = 4;  // net_kind whose initial state is always applied
 
 using yx_procedure_t = void (*)();
@@ -146,7 +147,7 @@ struct alignas(64) yx_pin_record_t {
     std::int16_t object_id = 0;
     std::int16_t status = 0;
 
-    std::int16_t io_type = 0;                    // 1 input, 2 output, 3 and 4 also receive
+    std::int16_t io_type = 0;                    // yx_io_types; all but outputs receive a signal
     std::int16_t pin_hdl_priority = 0;           // higher runs first at one time
     std::int16_t drive_array[4] = {0, 0, 0, 0};  // by value code
     std::int32_t sim_path = 0;

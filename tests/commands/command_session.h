@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "kernel/clear.h"
 #include "commands/interpreter.h"
 #include "foundation/context.h"
 #include "foundation/files.h"

@@ -12,6 +12,7 @@
 #include "cycle_model.h"
 #include "foundation/context.h"
 #include "foundation/shell.h"
+#include "kernel/clear.h"
 #include "kernel/history.h"
 #include "kernel/lookup.h"
 #include "support/design_build.h"

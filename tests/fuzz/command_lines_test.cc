@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <random>
 
+#include "kernel/clear.h"
 #include "commands/command_session.h"
 #include "commands/command_table.h"
 #include "support/design_build.h"

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <random>
 
+#include "kernel/clear.h"
 #include "kernel/context.h"
 #include "kernel/setup.h"
 #include "models/model_table.h"

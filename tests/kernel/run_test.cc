@@ -8,6 +8,7 @@
 #include "foundation/context.h"
 #include "kernel/history.h"
 #include "kernel/queue.h"
+#include "kernel/stimuli.h"
 #include "support/design_build.h"
 #include "support/rows.h"
 #include "support/session.h"

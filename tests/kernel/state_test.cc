@@ -1,4 +1,5 @@
 // The signal state algebra and the texts of times.
+#include "kernel/clear.h"
 #include "kernel/state.h"
 
 #include <gtest/gtest.h>

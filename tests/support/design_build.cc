@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "foundation/context.h"
+#include "kernel/clear.h"
 #include "kernel/model.h"
 #include "kernel/say.h"
 #include "kernel/setup.h"
