@@ -1,3 +1,4 @@
+// Plots drawn by cairo.
 #include "canvas/cairo_canvas.h"
 
 #include <cairo-pdf.h>

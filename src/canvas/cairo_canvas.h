@@ -6,7 +6,7 @@
 #include <string>
 
 #include "canvas/canvas.h"
-#include "canvas/plot.h"
+#include "canvas/plot_format.h"
 
 typedef struct _cairo cairo_t;
 typedef struct _cairo_surface cairo_surface_t;

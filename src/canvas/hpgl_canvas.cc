@@ -1,3 +1,4 @@
+// Plots as HP-GL.
 #include "canvas/hpgl_canvas.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Plots into files and onto paper.
 #include "canvas/plot.h"
 
 #include <fcntl.h>
@@ -14,24 +15,6 @@
 namespace {
 
 constexpr mode_t spool_mode = 0600;
-
-struct ending_row {
-    std::string_view ending;  // in capitals
-    tm_plot_format format;
-};
-constexpr ending_row endings[] = {
-    {".PNG", tm_plot_format::png},
-    {".SVG", tm_plot_format::svg},
-    {".PDF", tm_plot_format::pdf},
-};
-
-bool ends_with(std::string_view name, std::string_view capitals) {
-    if (name.size() < capitals.size()) return false;
-    name.remove_prefix(name.size() - capitals.size());
-    for (std::size_t i = 0; i < name.size(); ++i)
-        if (tm_upper_case(name[i]) != capitals[i]) return false;
-    return true;
-}
 
 // False when something that is not ours stands there.
 bool remove_left_spool_file() {
@@ -64,12 +47,6 @@ void write_spool_file(std::string_view bytes, std::string& error) {
 }
 
 }  // namespace
-
-tm_plot_format tm_plot_format_of(std::string_view file_name) {
-    for (const ending_row& row : endings)
-        if (ends_with(file_name, row.ending)) return row.format;
-    return tm_plot_format::hpgl;
-}
 
 std::string tm_plot_bytes(const tm_plot_t& plot, tm_plot_format format, std::string& error) {
     const auto is_length = [](std::int32_t length) { return length >= 1 && length <= tm_plot_largest; };

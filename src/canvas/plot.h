@@ -12,9 +12,8 @@
 #include <string_view>
 
 #include "canvas/canvas.h"
+#include "canvas/plot_format.h"
 #include "foundation/strings.h"
-
-enum class tm_plot_format : std::uint8_t { hpgl, png, svg, pdf };
 
 struct tm_plot_t {
     std::int32_t width = 0, height = 0;    // pixels, 1..tm_plot_largest
@@ -27,7 +26,6 @@ inline constexpr const char* tm_plot_spool_file = "/tmp/kolvplottemp";
 inline constexpr std::string_view tm_plot_print_command =
     " lp_quil /tmp/kolvplottemp ; rm /tmp/kolvplottemp ";
 
-tm_plot_format tm_plot_format_of(std::string_view file_name);
 // The bytes of a file of that format.  error: empty, or why there are none.
 std::string tm_plot_bytes(const tm_plot_t& plot, tm_plot_format format, std::string& error);
 // Writes the file; a leading "$QUILLARN" is the installation root.  error: as above.

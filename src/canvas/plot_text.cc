@@ -1,3 +1,4 @@
+// The stroke font on plots.
 #include "canvas/plot_text.h"
 
 #include "canvas/stroke_font.h"

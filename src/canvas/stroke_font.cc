@@ -1,3 +1,4 @@
+// The stroke font from the Hershey glyphs.
 #include "canvas/stroke_font.h"
 
 extern "C" {  // the header does not say so itself

@@ -7,6 +7,7 @@
 #include "foundation/numbers.h"
 #include "kernel/lookup.h"
 #include "schematic/net_number.h"
+#include "schematic/object_box.h"
 #include "schematic/object_reader.h"
 #include "schematic/object_walk.h"
 #include "schematic/placement.h"

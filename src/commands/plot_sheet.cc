@@ -4,6 +4,7 @@
 #include "commands/handlers.h"
 #include "commands/plot.h"
 #include "commands/sheet.h"
+#include "schematic/page_area.h"
 #include "schematic/sheet_draw.h"
 
 namespace {

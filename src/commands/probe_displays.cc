@@ -43,13 +43,6 @@ bool is_on_sheet(tm_file_index_t file, const kol_probe_signal_rec_t& probe) {
     return net == probe.net;
 }
 
-void hang_up(tm_file_index_t file, kol_probe_signal_rec_t& probe) {
-    hung.push_back({file, probe.object_id, {probe.vertex, probe.probe_name, &probe, nullptr}});
-    void*& first = tm_object_as<tm_type_net>(file, probe.object_id).ptrto_probe;
-    hung.back().display.next = static_cast<tm_probe_display_t*>(first);
-    first = &hung.back().display;
-}
-
 void add_state(const yx_net_record_t& net, std::string& text) {
     char shown[2];
     kol_state_to_statechar(net.UU.U1.cur_state.state, shown);
@@ -74,6 +67,13 @@ std::string_view probe_text(const tm_probe_display_t& display) {
     return text;
 }
 
+void hang_up(tm_file_index_t file, kol_probe_signal_rec_t& probe) {
+    hung.push_back({file, probe.object_id, {probe.vertex, probe.probe_name, &probe, probe_text, nullptr}});
+    void*& first = tm_object_as<tm_type_net>(file, probe.object_id).ptrto_probe;
+    hung.back().display.next = static_cast<tm_probe_display_t*>(first);
+    first = &hung.back().display;
+}
+
 }  // namespace
 
 void kol_hang_probes() {
@@ -89,5 +89,3 @@ void kol_redraw_states() {
     tm_shell.redraw_results();
     if (kol_ext.start_probe_signal != nullptr) tm_shell.redraw_context();
 }
-
-void kol_use_probe_displays() { tm_probe_text = probe_text; }

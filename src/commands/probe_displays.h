@@ -6,5 +6,3 @@
 void kol_hang_probes();
 // Draws anew what shows states: the Results page, and the Context page while there are probes.
 void kol_redraw_states();
-// Lets the drawing ask for the values.
-void kol_use_probe_displays();

@@ -8,6 +8,7 @@
 #include "foundation/context.h"
 #include "foundation/shell.h"
 #include "schematic/object_walk.h"
+#include "schematic/pick.h"
 #include "schematic/select.h"
 
 namespace {

@@ -11,8 +11,9 @@
 #include "schematic/net_number.h"
 #include "schematic/object_reader.h"
 #include "schematic/object_walk.h"
-#include "schematic/pick.h"
+#include "schematic/page_area.h"
 #include "schematic/sheet_file.h"
+#include "schematic/snap.h"
 
 namespace {
 

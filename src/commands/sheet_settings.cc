@@ -8,7 +8,8 @@
 #include "foundation/context.h"
 #include "foundation/numbers.h"
 #include "foundation/shell.h"
-#include "schematic/pick.h"
+#include "schematic/page_area.h"
+#include "schematic/snap.h"
 
 namespace {
 

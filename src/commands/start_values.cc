@@ -1,5 +1,4 @@
 #include "commands/interpreter.h"
-#include "commands/probe_displays.h"
 #include "commands/procedures.h"
 #include "commands/sheet.h"
 #include "foundation/context.h"
@@ -27,6 +26,5 @@ void kol_initparam_before() {
     tm_vext.file_id_edit = 0;
     tm_vext.file_id_context = 0;
     kol_use_level_sheets();
-    kol_use_probe_displays();
     kol_register_procedures();
 }

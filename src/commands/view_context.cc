@@ -9,6 +9,7 @@
 #include "foundation/shell.h"
 #include "schematic/select.h"
 #include "schematic/sheet_file.h"
+#include "schematic/viewport.h"
 
 namespace {
 

@@ -1,3 +1,4 @@
+// The circle through three points.
 #include "schematic/arc.h"
 
 #include <cmath>

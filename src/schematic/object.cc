@@ -1,3 +1,4 @@
+// Objects of sheets: creating, opening, closing.
 #include "schematic/object.h"
 
 #include "schematic/object_pool.h"

@@ -1,3 +1,4 @@
+// Bounds of objects and of their fathers.
 #include "schematic/object_bounds.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The procedures that make each type of object.
 #include "schematic/object_make.h"
 
 #include <algorithm>

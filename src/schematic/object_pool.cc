@@ -1,3 +1,4 @@
+// Storage of objects.
 #include "schematic/object_pool.h"
 
 #include <utility>

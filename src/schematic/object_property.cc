@@ -1,3 +1,4 @@
+// Properties of objects.
 #include "schematic/object_property.h"
 
 #include "schematic/object_walk.h"

@@ -1,3 +1,4 @@
+// What each type of object is.
 #include "schematic/object_records.h"
 
 const std::array<std::string_view, tm_type_count> type_array = {

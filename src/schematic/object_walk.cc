@@ -1,3 +1,4 @@
+// Walks over the tree of objects.
 #include "schematic/object_walk.h"
 
 std::int16_t tm_walk::follower(std::int16_t object_id) const {

@@ -1,3 +1,4 @@
+// The primitives as paths.
 #include "schematic/outline.h"
 
 #include <algorithm>

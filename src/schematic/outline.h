@@ -6,7 +6,8 @@
 #include <vector>
 
 #include "canvas/canvas.h"
-#include "schematic/placement.h"
+#include "schematic/object_records.h"
+#include "schematic/spot.h"
 
 inline constexpr std::int32_t tm_most_width = 64;
 

@@ -1,5 +1,7 @@
 // The rectangle of a sheet.
-#include "schematic/viewport.h"
+#include "schematic/page_area.h"
+
+#include "schematic/object_box.h"
 
 namespace {
 
@@ -41,4 +43,9 @@ tm_bounds_t tm_whole_page(tm_file_index_t file_index) {
     const double across = (page.xmax - page.xmin) * margin_share, up = (page.ymax - page.ymin) * margin_share;
     return {tm_coordinate(page.xmin - across), tm_coordinate(page.ymin - up),
             tm_coordinate(page.xmax + across), tm_coordinate(page.ymax + up)};
+}
+
+bool tm_inside_page(tm_file_index_t file_index, const tm_point_t& at) {
+    const tm_bounds_t page = tm_page_area(file_index);
+    return at.x >= page.xmin && at.x <= page.xmax && at.y >= page.ymin && at.y <= page.ymax;
 }

@@ -1,11 +1,9 @@
+// Picking of the nearest thing.
 #include "schematic/pick.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <span>
-
-#include "schematic/things.h"
 
 namespace {
 
@@ -17,15 +15,6 @@ constexpr tm_family pick_order[] = {tm_family::vertex,   tm_family::pin, tm_fami
 int rank_of(tm_family family) {
     return static_cast<int>(std::find(std::begin(pick_order), std::end(pick_order), family) -
                             std::begin(pick_order));
-}
-
-constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
-
-std::int32_t snapped(std::int32_t value) {
-    const std::int64_t size = std::abs(std::int64_t{value});
-    const std::int64_t steps = (size + (tm_snap_step - 1) / 2) / tm_snap_step;
-    const std::int64_t fitting = std::min<std::int64_t>(steps, most / tm_snap_step) * tm_snap_step;
-    return static_cast<std::int32_t>(value < 0 ? -fitting : fitting);
 }
 
 // The point of a thing that is nearest to a point.
@@ -76,18 +65,6 @@ nearest_t find_nearest(tm_file_index_t file_index, tm_family family, const tm_vi
 }
 
 }  // namespace
-
-bool tm_family_holds(tm_family family, tm_family member) {
-    if (family != tm_family::all && family != tm_family::first) return family == member;
-    return member != tm_family::pin && (member != tm_family::property || tm_vext.smash_on);
-}
-
-tm_point_t tm_snapped(const tm_point_t& at) { return {snapped(at.x), snapped(at.y)}; }
-
-bool tm_inside_page(tm_file_index_t file_index, const tm_point_t& at) {
-    const tm_bounds_t page = tm_page_area(file_index);
-    return at.x >= page.xmin && at.x <= page.xmax && at.y >= page.ymin && at.y <= page.ymax;
-}
 
 std::int16_t tm_vertex_at(tm_file_index_t file_index, const tm_point_t& at) {
     std::int16_t found = 0;

@@ -2,17 +2,8 @@
 // found.
 #pragma once
 
-#include "schematic/placement.h"
+#include "schematic/things.h"
 #include "schematic/viewport.h"
-
-// The families of the selecting commands.
-enum class tm_family : std::uint8_t { all, first, instance, vertex, frame, property, net, pin, tag };
-
-inline constexpr std::int32_t tm_snap_step = 5000;
-
-// To the nearest multiple of 5000, halves towards zero; outermost coordinates to the last that fits.
-tm_point_t tm_snapped(const tm_point_t& at);
-bool tm_inside_page(tm_file_index_t file_index, const tm_point_t& at);
 
 // The vertex or pin property family exactly at a point, 0 when there is none: one with a net before one
 // without, a vertex before a pin, then the first of the sheet.

@@ -1,10 +1,10 @@
+// Selection by area.
 #include "schematic/select.h"
 
 #include <array>
 #include <iterator>
 
 #include "schematic/object.h"
-#include "schematic/things.h"
 
 namespace {
 

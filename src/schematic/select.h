@@ -6,7 +6,7 @@
 // within each in the order of the sheet.  Deleted and unvisible objects are passed over.
 #pragma once
 
-#include "schematic/pick.h"
+#include "schematic/things.h"
 
 // Selects (on) or unselects; count tells how many changed their state.  Unselecting, first means the first
 // that is selected.  Corners of the area in any order.

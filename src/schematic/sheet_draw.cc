@@ -1,14 +1,14 @@
+// The picture of a sheet.
 #include "schematic/sheet_draw.h"
 
 #include <algorithm>
 #include <unordered_map>
 #include <vector>
 
+#include "schematic/object_box.h"
 #include "schematic/outline.h"
 #include "schematic/sheet_draw_list.h"
 #include "schematic/sheet_draw_parts.h"
-
-tm_probe_text_t tm_probe_text = nullptr;
 
 namespace {
 

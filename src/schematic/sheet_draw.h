@@ -11,10 +11,9 @@
 // first segment.  Page border and grid are blue, tags cyan, probes yellow.
 #pragma once
 
-#include "schematic/probe_display.h"
 #include "schematic/viewport.h"
 
-inline constexpr std::int32_t tm_least_text = 6, tm_bus_width = 3;
+inline constexpr std::int32_t tm_bus_width = 3;
 
 // The canvas is not cleared.  Whether the display is on is for the caller to know.
 void tm_draw_sheet(tm_file_index_t file_index, const tm_viewport_t& viewport, tm_canvas& canvas);

@@ -1,9 +1,8 @@
+// The drawing list: cutting, ordering, drawing.
 #include "schematic/sheet_draw_list.h"
 
 #include <algorithm>
 #include <cmath>
-
-#include "schematic/sheet_draw.h"
 
 namespace {
 

@@ -12,6 +12,7 @@
 #include "schematic/placement.h"
 #include "schematic/viewport.h"
 
+inline constexpr std::int32_t tm_least_text = 6;
 inline constexpr double tm_cut_margin = 2000, tm_mark_reach = 200;
 
 // From below.

@@ -1,3 +1,4 @@
+// Page border, grid, junctions and probes.
 #include "schematic/sheet_draw_parts.h"
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "schematic/page_area.h"
 #include "schematic/probe_display.h"
 
 namespace {
@@ -76,7 +78,7 @@ void draw_probe(const tm_pixel& at, const probe_text& probe, tm_canvas& canvas) 
 }
 
 std::string text_of(const tm_probe_display_t& probe) {
-    return std::string(tm_probe_text != nullptr ? tm_probe_text(probe) : tm_view(probe.name));
+    return std::string(probe.text != nullptr ? probe.text(probe) : tm_view(probe.name));
 }
 
 // The canvas's edges push a text inward.

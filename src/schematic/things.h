@@ -2,7 +2,11 @@
 // it takes.
 #pragma once
 
-#include "schematic/pick.h"
+#include "schematic/object_box.h"
+#include "schematic/placement.h"
+
+// The families of the selecting commands.
+enum class tm_family : std::uint8_t { all, first, instance, vertex, frame, property, net, pin, tag };
 
 struct tm_thing_t {
     tm_family family = tm_family::instance;

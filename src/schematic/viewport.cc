@@ -1,3 +1,4 @@
+// What the Context page shows.
 #include "schematic/viewport.h"
 
 #include <algorithm>
@@ -7,7 +8,8 @@
 
 #include "foundation/context.h"
 #include "foundation/shell.h"
-#include "schematic/pick.h"
+#include "schematic/page_area.h"
+#include "schematic/snap.h"
 
 namespace {
 

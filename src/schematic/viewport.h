@@ -7,7 +7,7 @@
 #include <cstdint>
 
 #include "canvas/canvas.h"
-#include "schematic/placement.h"
+#include "schematic/spot.h"
 
 inline constexpr double tm_least_units = 10;  // model units per pixel when nearest
 inline constexpr std::int32_t tm_viewport_steps =
@@ -28,11 +28,6 @@ inline tm_spot_t tm_pixels(const tm_viewport_t& viewport, const tm_spot_t& at) {
 tm_pixel tm_model_to_pixel(const tm_viewport_t& viewport, const tm_point_t& at);
 tm_point_t tm_pixel_to_model(const tm_viewport_t& viewport, tm_pixel at);  // of the pixel's middle
 tm_bounds_t tm_seen(const tm_viewport_t& viewport);                        // the area on the canvas
-
-// The rectangle of a sheet: of its page, of its grid, or of everything on it, the first that is not empty;
-// 0 0 1000000 1000000 when none is.
-tm_bounds_t tm_page_area(tm_file_index_t file_index);
-tm_bounds_t tm_whole_page(tm_file_index_t file_index);  // the same with a margin of a fiftieth
 
 // The viewport of an open file's sheet on the drawing area (tm_vext.bitmap_size), or on another canvas.
 tm_viewport_t tm_viewport(tm_file_index_t file_index);

@@ -14,7 +14,7 @@ protected:
         lines texts;
         const auto* probe =
             static_cast<const tm_probe_display_t*>(tm_object_as<tm_type_net>(sheet(), net(name)).ptrto_probe);
-        for (; probe != nullptr; probe = probe->next) texts.emplace_back(tm_probe_text(*probe));
+        for (; probe != nullptr; probe = probe->next) texts.emplace_back(probe->text(*probe));
         return texts;
     }
     static std::string entry(const yx_signal_rec_t* signal) {

@@ -4,6 +4,7 @@
 
 #include "schematic/outline.h"
 #include "schematic/pick.h"
+#include "schematic/probe_display.h"
 #include "schematic/wired_sheet.h"
 
 namespace {
@@ -159,14 +160,14 @@ TEST_F(wired_sheet, wires_are_drawn_with_their_junctions_and_open_pins) {
 }
 
 TEST_F(wired_sheet, probes_show_their_text_of_now_beside_their_place) {
-    tm_probe_display_t second{corner, tm_string("two"), nullptr, nullptr};
-    tm_probe_display_t first{corner, tm_string("one"), nullptr, &second};
+    tm_probe_display_t second{corner, tm_string("two"), nullptr, nullptr, nullptr};
+    tm_probe_display_t first{corner, tm_string("one"), nullptr, nullptr, &second};
     tm_object_as<tm_type_net>(file, net).ptrto_probe = &first;
     draw();
     EXPECT_TRUE(has("text yellow 10x16 r0 64,54: one")) << testing::PrintToString(canvas.drawn);
     EXPECT_TRUE(has("text yellow 10x16 r0 64,34: two"));
     static std::string value;
-    tm_probe_text = [](const tm_probe_display_t& probe) -> std::string_view {
+    first.text = second.text = [](const tm_probe_display_t& probe) -> std::string_view {
         static std::string text;
         return text = std::string(tm_view(probe.name)) + value;
     };

@@ -71,7 +71,6 @@ protected:
         STATUS_T status;
         tm_file_close(file, false, status);
         tm_vext = tm_defref_var_rec_t{};
-        tm_probe_text = nullptr;
     }
 
     template <typename Make>

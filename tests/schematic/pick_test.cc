@@ -1,6 +1,7 @@
 #include "schematic/pick.h"
 
 #include "schematic/select.h"
+#include "schematic/snap.h"
 #include "schematic/wired_sheet.h"
 
 namespace {

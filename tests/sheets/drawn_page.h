@@ -4,6 +4,7 @@
 
 #include "commands/found_objects.h"
 #include "schematic/net_number.h"
+#include "schematic/object_box.h"
 #include "schematic/object_walk.h"
 #include "schematic/placement.h"
 #include "wire_rules.h"
