@@ -1,6 +1,9 @@
 #include "expansion.h"
 
+#include <sys/wait.h>
+
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
@@ -12,6 +15,7 @@
 #include "netlist/design_file.h"
 #include "netlist/text.h"
 #include "support/design_build.h"
+#include "support/places/places.h"
 #include "support/session.h"
 #include "support/stimuli.h"
 
@@ -129,6 +133,11 @@ std::vector<std::string> expansion::names_of_files() {
         names.push_back(entry.path().filename());
     std::sort(names.begin(), names.end());
     return names;
+}
+
+int expansion::run(const std::string& arguments) {
+    return WEXITSTATUS(
+        std::system((tst_program_dir() + "/kolv-expand " + arguments + " >said 2>&1").c_str()));
 }
 
 std::string expansion::expand_json(std::string_view text, const std::string& option,

@@ -35,6 +35,8 @@ protected:
     static std::string text_of(const std::string& name);
     static std::vector<std::string> names_of_files();
 
+    // Runs the program, what it prints going to the file "said"; the result is its exit status.
+    static int run(const std::string& arguments);
     // Expands netlist text into the file "design".  The result is the message of a refusal.
     std::string expand(std::string_view netlist, const std::string& option = "",
                        const std::string& value = "");

@@ -1,20 +1,10 @@
 // What the program refuses: the message, the exit status, and that no file is left behind or changed.
-#include <sys/wait.h>
-
-#include <cstdlib>
-
 #include "expansion.h"
-#include "support/places/places.h"
 
 namespace {
 
 class refusals : public expansion {
 protected:
-    // Runs the program, what it prints going to the file "said"; the result is its exit status.
-    static int run(const std::string& arguments) {
-        return WEXITSTATUS(
-            std::system((tst_program_dir() + "/kolv-expand " + arguments + " >said 2>&1").c_str()));
-    }
     static void expect_refusal(const std::string& message, const std::string& arguments = "n.json -o d") {
         file("said", "");
         file("d", "an earlier design");
@@ -29,25 +19,19 @@ protected:
 TEST_F(refusals, name_the_cell_by_its_path) {
     const std::string width = "/u: connection width mismatch: ", top = "; module top top; in a 2; cell m u ";
     const std::pair<std::string, std::string> rows[] = {
-        {"cell $add u A=2 B=3 Y=4", "/u: unknown cell type: \"$add\""},
-        {"cell $_FF_ u D=d Q=q", "/u: unknown cell type: \"$_FF_\""},
-        {"cell $_DFF_PX0_ u D=d C=c R=r Q=q", "/u: unknown cell type: \"$_DFF_PX0_\""},
         {"cell $_DFF_P_ u D=d Q=q", "/u: port not connected: \"C\""},
         {"cell $_DFF_P_ u D=d C=c R=r Q=q", "/u: unknown port: \"R\""},
         {"cell $dff u D=d:3 CLK=c Q=q:2", width + "port \"D\" has 2 bits, the connection 3"},
         {"cell $adff u ARST_VALUE:1 D=d:2 CLK=c ARST=r Q=q:2",
          width + "the reset value has 1 bits, the output 2"},
-        {"cell part u A=2", "/u: missing module: \"part\""},
-        {"module top top; cell low l; module low; cell lower k; module lower; cell $foo u A=2",
-         "/l/k/u: unknown cell type: \"$foo\""},
         {"module top top; cell a x; module a; cell b y; module b; cell a z",
          "/x/y/z: recursive hierarchy: module \"a\" contains itself"},
-        {"module top top; cell box u; module box blackbox", "/u: black box module without contents: \"box\""},
         {"cell $_NOT_ u A=a", "/u: port not connected: \"Y\""},
         {"cell $not u A=a Y=y A_WIDTH:2", width + "port \"A\" has 2 bits, the connection 1"},
         {"cell $pmux u A=a B=a S=a,a Y=y", width + "the widths of its ports differ"},
         {"module m; in p 2,3" + top + "p=2", width + "port \"p\" has 2 bits, the connection 1"},
         {"module m; in p 2" + top + "q=2", "/u: unknown port: \"q\" of module \"m\""},
+        {"module m; in p 2" + top + "P=2", "/u: unknown port: \"P\" of module \"m\", which has \"p\""},
         {"cell $_NOT_ u A=a Y=1", "/u: output drives a constant: port \"Y\""},
         {"module m; out p 1; module top top; in a 2; cell m k p=3; cell $_NOT_ u A=2 Y=3",
          "/u: output drives a constant"},
@@ -64,6 +48,29 @@ TEST_F(refusals, name_the_cell_by_its_path) {
     };
     for (const auto& [netlist, message] : rows)
         file("n.json", netlist_json(netlist)), expect_refusal(message);
+}
+
+TEST_F(refusals, list_all_cells_without_a_model_with_the_next_step) {
+    const std::pair<std::string, std::string> families[] = {
+        {"$_DFF_PX0_", "no gate that is known: map it with techmap"},
+        {"$_FF_", "it has no clock: leave clk2fflogic and async2sync away"},
+        {"$add", "run techmap or synth"},
+        {"$anyseq", "a cell of formal proofs: give the design without it"},
+        {"$memrd_v2", "run memory_collect behind proc"},
+        {"$paramod\\m\\N=3", "its module is not in the netlist: write_json without -selected"},
+        {"LUT4", "it has no contents: read its Verilog before synth, or its model if it is a library's"},
+    };
+    std::string netlist =
+        "module top top; cell m u; cell m v; module m; cell LUT4 $again A=2; module LUT4 blackbox; module m";
+    std::string message = "cells without a model:";
+    for (const auto& [type, step] : families) {
+        netlist += "; cell " + type + " u" + type + " A=2";
+        message += "\n  " + type +
+                   (type == "LUT4" ? ": 2 cells, the first /u/$again: " : ": 1 cell, /u/u" + type + ": ") +
+                   step;
+    }
+    file("n.json", netlist_json(netlist));
+    expect_refusal(message);
 }
 
 TEST_F(refusals, name_the_place_in_the_file) {
@@ -95,14 +102,16 @@ TEST_F(refusals, name_the_option_or_the_file) {
     file("n.json", netlist_json("in a 2; cell $_NOT_ u A=2 Y=3"));
     std::filesystem::create_directory("sub");
     const std::pair<const char*, const char*> rows[] = {
-        {"", "wrong usage: no netlist given"},
-        {"n.json", "wrong usage: no design file given with -o"},
-        {"n.json -o", "-o: wrong usage: expects FILE"},
+        {"", "wrong usage: INPUT is required"},
+        {"n.json", "wrong usage: --output is required"},
+        {"n.json -o", "wrong usage: --output: 1 required FILE missing"},
         {"n.json n.json -o d", "n.json: wrong usage: one netlist only"},
-        {"--fast n.json -o d", "--fast: wrong usage: unknown option"},
+        {"n.json n.v -o d", "wrong usage: Verilog files and a netlist"},
+        {"n.json -o d -I x", "wrong usage: --recipe, -D and -I are for Verilog files (.v, .sv)"},
+        {"--fast n.json -o d", "wrong usage: The following argument was not expected: --fast"},
         {"n.json -o d --top m", "--top: missing module: \"m\""},
-        {"n.json -o d --time-step 0", "--time-step: wrong usage: \"0\" is no number above 0"},
-        {"n.json -o d --time-step 1ns", "--time-step: wrong usage: \"1ns\" is no number above 0"},
+        {"n.json -o d --time-step 0", "wrong usage: --time-step: \"0\" is no number above 0"},
+        {"n.json -o d --time-step 1ns", "wrong usage: --time-step: \"1ns\" is no number above 0"},
         {"none.json -o d", "none.json: cannot read the file"},
         {"n.json -o d --timing none", "none: cannot read the file"},
         {"n.json -o sub", "sub: cannot write the file: cannot write \"sub\": Is a directory"},
@@ -158,7 +167,18 @@ TEST_F(refusals, are_none_for_a_sound_netlist_and_every_option) {
     EXPECT_EQ(names_of_files(),
               (std::vector<std::string>{"d", "d.buses", "d.tsv", "map", "n.json", "said", "t.json"}));
     EXPECT_EQ(run("--help"), 0);
-    EXPECT_TRUE(text_of("said").starts_with("usage: kolv-expand [options] NETLIST.json -o DESIGNFILE\n"));
+    EXPECT_NE(text_of("said").find("Usage: kolv-expand [OPTIONS] INPUT"), std::string::npos);
+}
+
+TEST_F(refusals, are_none_for_cells_that_only_check_and_for_ports_that_differ_in_case) {
+    file("n.json",
+         netlist_json("in en 2; in EN 3; out y 4; cell $_AND_ g A=2 B=3 Y=4; cell $assert a A=2 EN=3"
+                      "; cell $assert b A=4 EN=3; cell $print p A=2; cell $scopeinfo s"));
+    EXPECT_EQ(run("n.json -o d"), 0);
+    EXPECT_EQ(text_of("said"),
+              "kolv-expand: note: left out, since they check or print only: 2 $assert, 1 $print\n"
+              "kolv-expand: warning: /en: the port differs from \"EN\" in case only and is called \"en_2\"\n"
+              "d: 1 instances, 3 nets, 0 macros\n");
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+// The names of a module, and how its module instances are bound.
 #include "expand/body.h"
 
 namespace {
@@ -20,11 +21,21 @@ void add_name(xp_mapping& m, xp_net_name name, const std::string& wanted) {
     m.body.names.push_back(name);
 }
 
+// Commands do not tell letters by their case.
+void warn_of_case(xp_mapping& m, const xp_net_name& port) {
+    for (const xp_port& other : m.module.ports)
+        if (other.name != port.raw && xp_are_equal_names(other.name, port.raw))
+            return xp_warn(m.status, m.path + std::string(port.raw),
+                           "the port differs from " + xp_quoted(other.name) + " in case only and is called " +
+                               xp_quoted(port.name));
+}
+
 void name_ports(xp_mapping& m) {
     for (const xp_port& port : m.module.ports) {
+        const std::string wanted = xp_clean_name(port.name);
         m.body.port_index.emplace(port.name, static_cast<std::uint32_t>(m.body.names.size()));
-        add_name(m, {port.name, {}, false, true, port.direction, port.bits, port.offset, port.upto},
-                 xp_clean_name(port.name));
+        add_name(m, {port.name, {}, false, true, port.direction, port.bits, port.offset, port.upto}, wanted);
+        if (m.body.names.back().name != wanted) warn_of_case(m, m.body.names.back());
     }
 }
 
@@ -48,6 +59,13 @@ void name_cells(xp_mapping& m, bool hidden) {
         if (const std::string_view raw = m.module.cells[i].name; m.module.cells[i].hidden == hidden)
             m.body.cell_names[i] =
                 take_name(m, raw, hidden && m.shortens_hidden ? short_name('g', count) : xp_clean_name(raw));
+}
+
+// The port of the module whose name differs in case only.
+std::string other_case(std::string_view name, const xp_module& contents) {
+    for (const xp_port& port : contents.ports)
+        if (xp_are_equal_names(port.name, name)) return ", which has " + xp_quoted(port.name);
+    return "";
 }
 
 bool is_open(std::int32_t bit) { return bit == xp_const_x || bit == xp_const_z; }
@@ -94,7 +112,8 @@ void xp_bind_child(xp_mapping& m, std::uint32_t cell, std::uint32_t module, cons
         const auto port = body.port_index.find(connection.port);
         if (port == body.port_index.end())
             return xp_fail(m.status, xp_fault::unknown_port, where,
-                           xp_quoted(connection.port) + " of module " + xp_quoted(contents.name));
+                           xp_quoted(connection.port) + " of module " + xp_quoted(contents.name) +
+                               other_case(connection.port, contents));
         bind_port(m, where, connection, body.names[port->second], contents);
     }
     child.binding_count = static_cast<std::uint32_t>(m.body.bindings.size()) - child.first_binding;

@@ -49,6 +49,13 @@ constexpr xp_cell_type cell_types[] = {
     {"$logic_or",     reduce,   "AB",     "or(A*,B*)"},
     {"$pmux",         selector, "ABS",    ""},
     {"$scopeinfo",    ignored,  "",       ""},
+    {"$assert",       ignored,  "",       ""},
+    {"$assume",       ignored,  "",       ""},
+    {"$cover",        ignored,  "",       ""},
+    {"$fair",         ignored,  "",       ""},
+    {"$live",         ignored,  "",       ""},
+    {"$check",        ignored,  "",       ""},
+    {"$print",        ignored,  "",       ""},
 };
 
 // The functions beside the gates of the table of models.

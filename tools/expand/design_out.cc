@@ -230,7 +230,8 @@ void add_object_ids(builder& b) {
         const xp_object_id& object = b.flat.object_ids[i];
         const std::int32_t net = record_of(b, object);
         std::int16_t& own = b.image.nets[static_cast<std::size_t>(net)].object_id;
-        const std::int16_t id = object.id <= INT16_MAX ? static_cast<std::int16_t>(object.id) : std::int16_t{0};
+        const std::int16_t id =
+            object.id <= INT16_MAX ? static_cast<std::int16_t>(object.id) : std::int16_t{0};
         if (own == 0 && is_named_there(b, object)) own = id;
         if (b.paths.object_alias[i] != 0) add_child(b, net, b.paths.object_alias[i], 0, 0);
         if (b.paths.object_path[i] != 0) add_child(b, net, b.paths.object_path[i], 0, id);

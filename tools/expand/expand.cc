@@ -11,6 +11,7 @@
 #include "expand/buses_out.h"
 #include "expand/design_out.h"
 #include "expand/sheets.h"
+#include "expand/verilog.h"
 #include "foundation/files.h"
 
 namespace {
@@ -51,7 +52,10 @@ private:
 };
 
 void read_inputs(const xp_options& options, xp_netlist& netlist, xp_timing& timing, xp_status& status) {
-    xp_read_netlist(options.netlist, netlist, status);
+    if (options.is_verilog)
+        xp_read_verilog(options, netlist, status);
+    else
+        xp_read_netlist(options.inputs[0], netlist, status);
     if (!options.timing.empty()) xp_read_timing(options.timing, timing, status);
     if (!options.delays.empty()) xp_read_delays(options.delays, timing, status);
 }
@@ -86,7 +90,8 @@ void xp_expand(const xp_options& options, xp_summary& summary, xp_status& status
     xp_paths paths;
     read_inputs(options, netlist, timing, status);
     hierarchy.draws_sheets = options.sheets;
-    xp_choose_top(netlist, options.top, hierarchy, status);
+    // Of Verilog the recipe has marked the top, maybe under another name.
+    xp_choose_top(netlist, options.is_verilog ? "" : options.top, hierarchy, status);
     xp_map_modules(netlist, hierarchy, status);
     xp_flatten(netlist, hierarchy, flat, status);
     xp_find_delays(flat, timing, delays, status);

@@ -1,7 +1,10 @@
+// The top module, and the bodies of all that it reaches.
 #include "expand/hierarchy.h"
 
 #include <algorithm>
 #include <unordered_map>
+
+#include "expand/cell_check.h"
 
 namespace {
 
@@ -54,8 +57,6 @@ void map_module(walk& w, std::uint32_t module, const std::string& path, std::siz
 
 void map_instance(walk& w, xp_mapping& m, std::uint32_t cell, std::uint32_t contents, std::size_t depth) {
     const std::string where = m.path + std::string(m.module.cells[cell].name);
-    if (w.netlist.modules[contents].black_box)
-        return xp_fail(w.status, xp_fault::black_box, where, xp_quoted(w.netlist.modules[contents].name));
     if (w.is_open[contents])
         return xp_fail(w.status, xp_fault::recursive_module, where,
                        "module " + xp_quoted(w.netlist.modules[contents].name) + " contains itself");
@@ -69,11 +70,7 @@ void map_one_cell(walk& w, xp_mapping& m, std::uint32_t cell, std::size_t depth)
     if (const xp_cell_type* type = xp_find_cell_type(c.type); type != nullptr)
         return xp_map_cell(m, cell, *type);
     if (xp_timed_form form; xp_find_timed(c.type, form) != nullptr) return xp_map_timed(m, cell, form);
-    if (const auto found = w.index.find(c.type); found != w.index.end())
-        return map_instance(w, m, cell, found->second, depth);
-    const bool is_internal = c.type.starts_with('$') && !c.type.starts_with("$paramod");
-    xp_fail(w.status, is_internal ? xp_fault::unknown_cell : xp_fault::missing_module,
-            m.path + std::string(c.name), xp_quoted(c.type));
+    map_instance(w, m, cell, w.index.at(c.type), depth);
 }
 
 void map_module(walk& w, std::uint32_t module, const std::string& path, std::size_t depth) {
@@ -118,6 +115,8 @@ void xp_map_modules(xp_netlist& netlist, xp_hierarchy& hierarchy, xp_status& sta
     hierarchy.bodies.resize(netlist.modules.size());
     const xp_module& top = netlist.modules[hierarchy.top];
     if (top.black_box) return xp_fail(status, xp_fault::black_box, "/", xp_quoted(top.name));
+    xp_check_cells(netlist, hierarchy.top, status);
+    if (!xp_ok(status)) return;
     walk w{netlist, hierarchy, status, index_of(netlist), std::vector<bool>(netlist.modules.size())};
     map_module(w, hierarchy.top, "/", 0);
 }

@@ -1,3 +1,4 @@
+// kolv-expand: the program.
 #include <cstdio>
 #include <string_view>
 
@@ -8,6 +9,8 @@ namespace {
 constexpr std::size_t warnings_shown = 20;
 
 void print_warnings(const xp_status& status) {
+    for (const std::string& note : status.notes)
+        std::fprintf(stderr, "kolv-expand: note: %s\n", note.c_str());
     for (std::size_t i = 0; i < status.warnings.size() && i < warnings_shown; ++i)
         std::fprintf(stderr, "kolv-expand: warning: %s\n", status.warnings[i].c_str());
     if (status.warnings.size() > warnings_shown)
@@ -30,8 +33,8 @@ int main(int argc, char** argv) {
     xp_options options;
     xp_summary summary;
     xp_parse_options({argv + 1, static_cast<std::size_t>(argc > 0 ? argc - 1 : 0)}, options, status);
-    if (options.help) {
-        std::fputs(xp_usage().c_str(), stdout);
+    if (!options.help.empty()) {
+        std::fputs(options.help.c_str(), stdout);
         return 0;
     }
     if (xp_ok(status)) xp_expand(options, summary, status);

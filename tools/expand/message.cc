@@ -1,3 +1,4 @@
+// The texts of the refusals.
 #include "expand/message.h"
 
 #include <array>
@@ -13,13 +14,15 @@ struct fault_text {
 constexpr std::array fault_texts = {
     fault_text{xp_fault::none,             ""},
     fault_text{xp_fault::bad_usage,        "wrong usage"},
+    fault_text{xp_fault::no_yosys,         "cannot start the program"},
+    fault_text{xp_fault::yosys_failed,     "failed"},
     fault_text{xp_fault::cannot_read,      "cannot read the file"},
     fault_text{xp_fault::cannot_write,     "cannot write the file"},
     fault_text{xp_fault::bad_json,         "malformed JSON"},
     fault_text{xp_fault::bad_value,        "unexpected value"},
     fault_text{xp_fault::missing_value,    "missing value"},
     fault_text{xp_fault::no_top,           "no top module"},
-    fault_text{xp_fault::unknown_cell,     "unknown cell type"},
+    fault_text{xp_fault::unknown_cell,     "cells without a model"},
     fault_text{xp_fault::missing_module,   "missing module"},
     fault_text{xp_fault::black_box,        "black box module without contents"},
     fault_text{xp_fault::recursive_module, "recursive hierarchy"},
@@ -57,11 +60,13 @@ void xp_warn(xp_status& status, std::string_view where, std::string_view text) {
     status.warnings.push_back(std::string(where) + ": " + std::string(text));
 }
 
+void xp_note(xp_status& status, std::string_view text) { status.notes.emplace_back(text); }
+
 std::string xp_message_text(const xp_status& status) {
     std::string text = status.where;
     if (!text.empty()) text += ": ";
     text += fault_texts[static_cast<std::size_t>(status.fault)].text;
-    if (!status.detail.empty()) text += ": " + status.detail;
+    if (!status.detail.empty()) text += (status.detail[0] == '\n' ? ":" : ": ") + status.detail;
     return text;
 }
 

@@ -11,6 +11,8 @@
 enum class xp_fault : std::uint8_t {
     none,
     bad_usage,
+    no_yosys,
+    yosys_failed,
     cannot_read,
     cannot_write,
     bad_json,
@@ -39,7 +41,7 @@ struct xp_status {
     xp_fault fault = xp_fault::none;
     std::string where;   // file, place in it, or path of a cell
     std::string detail;  // what was found
-    std::vector<std::string> warnings;
+    std::vector<std::string> warnings, notes;
 };
 
 inline bool xp_ok(const xp_status& status) { return status.fault == xp_fault::none; }
@@ -47,6 +49,9 @@ inline bool xp_ok(const xp_status& status) { return status.fault == xp_fault::no
 // Keeps the first fault; later ones are dropped.
 void xp_fail(xp_status& status, xp_fault fault, std::string_view where, std::string_view detail = {});
 void xp_warn(xp_status& status, std::string_view where, std::string_view text);
+
+// One line for the user that is no warning.
+void xp_note(xp_status& status, std::string_view text);
 
 // "where: text: detail", for a failed status.
 std::string xp_message_text(const xp_status& status);

@@ -1,3 +1,4 @@
+// How names are made typeable and distinct.
 #include "expand/names.h"
 
 #include <algorithm>
@@ -66,6 +67,10 @@ std::string xp_bit_suffix(const xp_net_name& name, std::uint32_t k) {
 std::string xp_range_suffix(const xp_net_name& name) {
     return "[" + std::to_string(xp_bit_label(name, name.bits.count - 1)) + ":" +
            std::to_string(xp_bit_label(name, 0)) + "]";
+}
+
+bool xp_are_equal_names(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && folded(a) == folded(b);
 }
 
 bool xp_is_taken(const xp_taken_names& taken, std::string_view name) {

@@ -36,6 +36,9 @@ std::string xp_bit_suffix(const xp_net_name& name, std::uint32_t k);
 // "[15:0]" of a vector.
 std::string xp_range_suffix(const xp_net_name& name);
 
+// Whether names differ in the case of letters at most.
+bool xp_are_equal_names(std::string_view a, std::string_view b);
+
 struct xp_taken_names {
     std::unordered_set<std::string> folded;
     std::unordered_map<std::string, std::size_t> numbered;  // folded name to the number tried last

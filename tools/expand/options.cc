@@ -1,82 +1,74 @@
+// The options of kolv-expand, and which of them belong together.
 #include "expand/options.h"
 
+#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <string_view>
 
 namespace {
 
-struct option_row {
-    std::string_view name, argument;
-    std::string xp_options::*value;
-    std::string_view help;
-};
-
-// clang-format off
-constexpr option_row option_rows[] = {
-    {"-o",          "FILE", &xp_options::output,         "the design file to write; FILE.buses is written beside it"},
-    {"--top",       "NAME", &xp_options::top,            "the top module, where none is marked as top"},
-    {"--timing",    "FILE", &xp_options::timing,         "delay rules of cell types, JSON"},
-    {"--delays",    "FILE", &xp_options::delays,         "delays of single cells: cell, rise, fall between tabs"},
-    {"--time-step", "S",    &xp_options::time_step_text, "duration of one time step, default 1.0"},
-    {"--names",     "FILE", &xp_options::names,          "write a map of the names that were changed or shortened"},
-};
-// clang-format on
-
-const option_row* find_option(std::string_view name) {
-    for (const option_row& row : option_rows)
-        if (row.name == name) return &row;
-    return nullptr;
+std::string check_time_step(const std::string& text) {
+    float value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    const bool is_whole = error == std::errc{} && end == text.data() + text.size();
+    return is_whole && std::isfinite(value) && value > 0 ? "" : xp_quoted(text) + " is no number above 0";
 }
 
-void read_time_step(xp_options& options, xp_status& status) {
-    const std::string& text = options.time_step_text;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), options.time_step);
-    if (error != std::errc{} || end != text.data() + text.size() || !std::isfinite(options.time_step) ||
-        options.time_step <= 0)
-        xp_fail(status, xp_fault::bad_usage, "--time-step", xp_quoted(text) + " is no number above 0");
+void describe(CLI::App& app, xp_options& options) {
+    const auto file = [&](const char* name, std::string& value, const char* help) {
+        app.add_option(name, value, help)->type_name("FILE");
+    };
+    app.add_option("INPUT", options.inputs, "the netlist, or Verilog files (.v, .sv)")->required();
+    app.add_option("-o,--output", options.output, "the design file to write; FILE.buses is written beside it")
+        ->type_name("FILE")
+        ->required();
+    app.add_option("--top", options.top, "the top module, where none is marked as top")->type_name("NAME");
+    app.add_flag("--sheets", options.sheets,
+                 "draw the sheets of the modules into the folder of the design file");
+    file("--timing", options.timing, "delay rules of cell types, JSON");
+    file("--delays", options.delays, "delays of single cells: cell, rise, fall between tabs");
+    app.add_option("--time-step", options.time_step, "duration of one time step, default 1.0")
+        ->type_name("S")
+        ->check(check_time_step);
+    file("--names", options.names, "write a map of the names that differ from the netlist");
+    file("--recipe", options.recipe, "of Verilog: the commands of yosys in place of the usual ones");
+    app.add_option("-D", options.defines, "of Verilog: a macro, with =VALUE if it has one")
+        ->type_name("NAME")
+        ->take_all()
+        ->allow_extra_args(false);
+    app.add_option("-I", options.include_folders, "of Verilog: a folder of included files")
+        ->type_name("DIR")
+        ->take_all()
+        ->allow_extra_args(false);
+}
+
+bool is_verilog(std::string_view path) { return path.ends_with(".v") || path.ends_with(".sv"); }
+
+void check_inputs(xp_options& options, xp_status& status) {
+    const auto count = std::count_if(options.inputs.begin(), options.inputs.end(), is_verilog);
+    options.is_verilog = count > 0;
+    if (options.is_verilog && count != static_cast<std::ptrdiff_t>(options.inputs.size()))
+        return xp_fail(status, xp_fault::bad_usage, "", "Verilog files and a netlist");
+    if (options.is_verilog) return;
+    if (options.inputs.size() > 1)
+        return xp_fail(status, xp_fault::bad_usage, options.inputs[1], "one netlist only");
+    if (!options.recipe.empty() || !options.defines.empty() || !options.include_folders.empty())
+        xp_fail(status, xp_fault::bad_usage, "", "--recipe, -D and -I are for Verilog files (.v, .sv)");
 }
 
 }  // namespace
 
 void xp_parse_options(std::span<const char* const> arguments, xp_options& options, xp_status& status) {
-    for (std::size_t i = 0; i < arguments.size() && xp_ok(status); ++i) {
-        const std::string_view argument = arguments[i];
-        if (argument == "--help" || argument == "-h") {
-            options.help = true;
-            return;
-        }
-        if (argument == "--sheets") {
-            options.sheets = true;
-            continue;
-        }
-        if (const option_row* row = find_option(argument); row != nullptr) {
-            if (++i == arguments.size())
-                return xp_fail(status, xp_fault::bad_usage, argument,
-                               "expects " + std::string(row->argument));
-            options.*row->value = arguments[i];
-        } else if (argument.starts_with('-') || argument.empty()) {
-            xp_fail(status, xp_fault::bad_usage, argument, "unknown option");
-        } else if (!options.netlist.empty()) {
-            xp_fail(status, xp_fault::bad_usage, argument, "one netlist only");
-        } else {
-            options.netlist = argument;
-        }
+    CLI::App app("Expands a netlist in Yosys' JSON format, or Verilog, into a design file of the simulator.",
+                 "kolv-expand");
+    describe(app, options);
+    try {
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        check_inputs(options, status);
+    } catch (const CLI::CallForHelp&) {
+        options.help = app.help();
+    } catch (const CLI::ParseError& error) {
+        xp_fail(status, xp_fault::bad_usage, "", error.what());
     }
-    if (options.netlist.empty()) xp_fail(status, xp_fault::bad_usage, "", "no netlist given");
-    if (options.output.empty()) xp_fail(status, xp_fault::bad_usage, "", "no design file given with -o");
-    read_time_step(options, status);
-}
-
-std::string xp_usage() {
-    std::string text =
-        "usage: kolv-expand [options] NETLIST.json -o DESIGNFILE\n\n"
-        "Expands a netlist in Yosys' JSON format into a design file of the simulator.\n\n";
-    for (const option_row& row : option_rows) {
-        std::string head = "  " + std::string(row.name) + " " + std::string(row.argument);
-        head.resize(19, ' ');
-        text += head + std::string(row.help) + "\n";
-    }
-    text += "  --sheets         draw the sheets of the modules into the folder of the design file\n";
-    return text;
 }
