@@ -10,6 +10,9 @@
 
 namespace {
 
+constexpr kol_rejection_t key_invalid{"# !! Error :  Invalid DEFine KEY "};
+constexpr kol_rejection_t key_name_invalid{"# !! Error :  Invalid  KEY name "};
+
 constexpr std::size_t buttons = 3, function_keys = 12;
 constexpr char first_control_letter = 'N', last_control_letter = 'Z';
 
@@ -136,26 +139,20 @@ void tm_status_key_all() {
         list_control_key(letter);
 }
 
-void kol_define_key_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_define_key_cmd(const kol_line_t& line) {
     bool known = false;
-    tm_set_key_action(keyword[2], kol_unquoted(keyword[3]), known);
-    if (known) return kol_echo(" DEFine KEY ", 3, nkeyword, keyword);
-    kol_echo("# DEFine KEY ", 3, nkeyword, keyword);
-    tm_display("# !! Error :  Invalid DEFine KEY ");
+    tm_set_key_action(line[3], kol_unquoted(line[4]), known);
+    return known ? kol_result_t() : key_invalid;
 }
 
-void kol_status_key_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_status_key_cmd(const kol_line_t& line) {
     tm_string_record_t text;
     bool known = true;
-    if (nkeyword == 2)
+    if (line.nkeyword == 2)
         tm_status_key_all();
     else
-        tm_get_key_action(keyword[2], text, known);
-    if (!known) {
-        kol_echo("# STAtus KEY ", 3, nkeyword, keyword);
-        tm_display("# !! Error :  Invalid  KEY name ");
-        return;
-    }
-    if (nkeyword == 3) kol_show({"# KEY : ", tm_view(keyword[2]), " ", tm_view(text)});
-    kol_echo(" STAtus KEY ", 3, nkeyword, keyword);
+        tm_get_key_action(line[3], text, known);
+    if (!known) return key_name_invalid;
+    if (line.nkeyword == 3) kol_show({"# KEY : ", tm_view(line[3]), " ", tm_view(text)});
+    return {};
 }

@@ -10,9 +10,6 @@
 
 namespace {
 
-constexpr std::string_view break_words = " BREAK ";
-constexpr std::string_view status_words = " STAtus BREak ";
-
 constexpr kol_rejection_t name_invalid{
     "# !! Error : 2nd parameter invalid ( should begin with letter or \"/\") "};
 constexpr kol_rejection_t state_length_invalid{"# !! Error : state invalid : char number <> 1,2 "};
@@ -21,10 +18,11 @@ constexpr kol_rejection_t net_not_found{"# !! Error : NET not found "};
 constexpr kol_rejection_t no_break{"# !! Error : NO BREAK Exists ? "};
 constexpr kol_rejection_t break_unknown{"# !! Error : BREAK do not Exists ? "};
 
-kol_rejection_t read_break(kol_array_keyword_t& keyword, yx_break_signal_rec_t& record) {
-    record.break_name = kol_kw(keyword, 2);
-    const std::string_view state = tm_view(kol_kw(keyword, 3));
-    if (!kol_begins_like_signal(record.break_name)) return name_invalid;
+kol_result_t read_break(const kol_line_t& line, yx_break_signal_rec_t& record) {
+    record.break_name = line[2];
+    const std::string_view state = tm_view(line[3]);
+    if (!kol_begins_like_signal(record.break_name))
+        return kol_result_t(name_invalid).then({"# parameter : \"", tm_view(record.break_name), "\" "});
     if (state.empty() || state.size() > 2) return state_length_invalid;
     if (!kol_keyword_to_state(state, record.state)) return state_invalid;
     record.net_type = kol_find_net(record.break_name, record.net);
@@ -79,26 +77,20 @@ void kol_remove_all_breaks() {
     }
 }
 
-void kol_break_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_break_cmd(const kol_line_t& line) {
     yx_break_signal_rec_t record;
-    if (const kol_rejection_t wrong = read_break(keyword, record)) {
-        kol_reject(break_words, 2, nkeyword, keyword, wrong);
-        if (wrong.error == name_invalid.error)
-            kol_show({"# parameter : \"", tm_view(record.break_name), "\" "});
-        return;
-    }
+    if (kol_result_t wrong = read_break(line, record)) return wrong;
     append_break(record);
-    kol_echo(break_words, 2, nkeyword, keyword);
+    return {};
 }
 
-void kol_status_break_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_status_break_cmd(const kol_line_t& line) {
     yx_break_signal_rec_t* record = nullptr;
-    if (kol_ext.break_signal == nullptr) return kol_reject(status_words, 3, nkeyword, keyword, no_break);
-    if (nkeyword == 3 && kol_find_break_inrec(kol_kw(keyword, 3), record) == 0)
-        return kol_reject(status_words, 3, nkeyword, keyword, break_unknown);
+    if (kol_ext.break_signal == nullptr) return no_break;
+    if (line.nkeyword == 3 && kol_find_break_inrec(line[3], record) == 0) return break_unknown;
     if (record != nullptr)
         report_break(*record);
     else
         report_breaks();
-    kol_echo(status_words, 3, nkeyword, keyword);
+    return {};
 }

@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr std::string_view status_words = " STAtus BUS ";
-
 constexpr kol_rejection_t no_bus{"# !! Error : NO Bus Exists ? "};
 constexpr kol_rejection_t bus_unknown{"# !! Error : Bus do not Exists ? "};
 
@@ -47,13 +45,12 @@ void report_bus(const yx_bus_rec_t& bus) {
 
 }  // namespace
 
-void kol_status_bus_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_status_bus_cmd(const kol_line_t& line) {
     const yx_bus_rec_t* bus = kol_ext.start_sim_bus;
     yx_bus_rec_t* named = nullptr;
-    if (bus == nullptr) return kol_reject(status_words, 3, nkeyword, keyword, no_bus);
-    if (nkeyword == 3 && kol_find_sim_bus(kol_kw(keyword, 3), named) == 0)
-        return kol_reject(status_words, 3, nkeyword, keyword, bus_unknown);
+    if (bus == nullptr) return no_bus;
+    if (line.nkeyword == 3 && kol_find_sim_bus(line[3], named) == 0) return bus_unknown;
     if (named != nullptr) report_bus(*named);
     for (; named == nullptr && bus != nullptr; bus = bus->next) report_bus(*bus);
-    kol_echo(status_words, 3, nkeyword, keyword);
+    return {};
 }

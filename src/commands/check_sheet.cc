@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr std::string_view words = " CHEck SHEet ";
 constexpr kol_sheet_fault_t nearly_full{false, "nearly too many objects"};
 constexpr kol_sheet_fault_t full{true, "too many objects"};
 constexpr std::int16_t roomy = 29000;
@@ -43,11 +42,12 @@ void kol_check_room(kol_sheet_report_t& report) {
     if (count > roomy) kol_report_fault(report, count >= tm_max_objects ? full : nearly_full, count, {});
 }
 
-void kol_check_sheet_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    kol_sheet_report_t report{kol_sheet_or_reject(words, 3, nkeyword, keyword)};
-    if (report.file == 0) return;
-    kol_echo(words, 3, nkeyword, keyword);
+kol_result_t kol_check_sheet_cmd(const kol_line_t& line) {
+    kol_sheet_report_t report{kol_context_file()};
+    if (report.file == 0) return kol_no_sheet;
+    kol_echo(line);
     for (const auto group : groups) group(report);
     kol_show({"# CHECK SHEET : ", counted(report.errors, "error"), ", ", counted(report.warnings, "warning"),
               " "});
+    return kol_shown();
 }

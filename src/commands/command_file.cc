@@ -9,10 +9,9 @@ namespace {
 
 constexpr std::int16_t first_parameter = 3;  // keyword that becomes $ARG1
 
-void refuse(std::string_view reason, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t refused(std::string_view reason, const kol_line_t& line) {
     tm_count_error();
-    kol_echo("# DO ", 2, nkeyword, keyword);
-    kol_show({reason, tm_view(keyword[1]), "\" "});
+    return kol_rejected({reason, tm_view(line[2]), "\" "});
 }
 
 void interpret_file(std::FILE* file, kol_array_param_t& arg) {
@@ -40,30 +39,22 @@ struct do_level {
     std::FILE*& stream() const { return tm_vext.commandfile[static_cast<std::size_t>(tm_vext.do_ind - 1)]; }
 };
 
-bool run_file(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t run_file(const kol_line_t& line) {
     const do_level level;
-    if (level.too_deep()) {
-        refuse("# !!! Error : too many level of DO FILE : \"", nkeyword, keyword);
-        return false;
-    }
+    if (level.too_deep()) return refused("# !!! Error : too many level of DO FILE : \"", line);
     bool open_ok = false;
-    tm_popen_file(keyword[1], 'R', true, level.stream(), open_ok);
-    if (!open_ok) {
-        refuse("# !!! Error : file not found : \"", nkeyword, keyword);
-        return false;
-    }
-    kol_echo("# DO ", 2, nkeyword, keyword);
+    tm_popen_file(line[2], 'R', true, level.stream(), open_ok);
+    if (!open_ok) return refused("# !!! Error : file not found : \"", line);
+    kol_echo(line);
     kol_array_param_t arg;
-    for (std::int16_t k = first_parameter; k <= nkeyword; ++k)
-        arg[static_cast<std::size_t>(k - first_parameter)] = kol_kw(keyword, k);
+    for (std::int16_t k = first_parameter; k <= line.nkeyword; ++k)
+        arg[static_cast<std::size_t>(k - first_parameter)] = line[k];
     interpret_file(level.stream(), arg);
     std::fclose(level.stream());
     level.stream() = nullptr;
-    return true;
+    return kol_shown().then({"# End of", line.words()});
 }
 
 }  // namespace
 
-void kol_do_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (run_file(nkeyword, keyword)) tm_display("# End of DO ");
-}
+kol_result_t kol_do_cmd(const kol_line_t& line) { return run_file(line); }

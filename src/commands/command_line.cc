@@ -1,3 +1,4 @@
+// Lines into commands, commands into keywords.
 #include "commands/command_line.h"
 
 namespace {
@@ -49,12 +50,13 @@ void kol_first_word(const tm_string_record_t& command, tm_string_record_t& word)
     if (!next_keyword(command, pos, word)) word = {};
 }
 
-std::int16_t kol_split_keywords(const tm_string_record_t& command, kol_array_keyword_t& keyword) {
+kol_keywords_t kol_split_keywords(const tm_string_record_t& command) {
+    kol_keywords_t split;
     std::int32_t pos = 1;
-    std::int16_t count = 0;
-    while (count < kol_max_keywords && next_keyword(command, pos, keyword[static_cast<std::size_t>(count)]))
-        ++count;
-    return count;
+    while (split.nkeyword < kol_max_keywords &&
+           next_keyword(command, pos, split.keyword[static_cast<std::size_t>(split.nkeyword)]))
+        ++split.nkeyword;
+    return split;
 }
 
 tm_string_record_t kol_unquoted(const tm_string_record_t& keyword) {

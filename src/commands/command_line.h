@@ -11,7 +11,7 @@ bool kol_next_command(const tm_string_record_t& line, std::int32_t& pos, tm_stri
 // The first keyword of a command; empty when it has none.
 void kol_first_word(const tm_string_record_t& command, tm_string_record_t& word);
 // Splits a command into at most 30 keywords, none of them empty; further ones are ignored.
-std::int16_t kol_split_keywords(const tm_string_record_t& command, kol_array_keyword_t& keyword);
+kol_keywords_t kol_split_keywords(const tm_string_record_t& command);
 
 constexpr bool kol_is_quote(char c) { return c == '\'' || c == '"'; }
 // The text between the first quote of a keyword and the last occurrence of that quote, then a blank; without

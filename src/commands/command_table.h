@@ -1,43 +1,61 @@
-// kol: the command table.  One row per command: where it is tried, what selects it, how it is spelled, how
-// many keywords it takes, who serves it.  Dispatch, rejection echoes, keyword counts and the help topics come
-// from it.  Rows are tried in order within the group of keyword 1's first letter; the first that fits wins.
+// kol: the command table.  One row per command; dispatch, echoes, keyword counts, expansion and the help
+// topics come from it.  Rows are tried in order within the group of keyword 1's first letter; the first that
+// fits wins.  The rows are announced from above, once, before the first command.
 #pragma once
 
+#include <algorithm>
 #include <span>
-#include <string>
 
 #include "commands/command.h"
 
-enum class kol_when : std::uint8_t {
-    any,            // the prefixes alone select the row
-    whole,          // keyword 1 is the first prefix, complete and no longer
-    second_is_o,    // keyword 2 begins with 'o': ON or OFF follow in the handler
-    two_keywords,   // exactly 2 keywords
-    cursor_step,    // "$C", a direction, 1 or 4
-    viewport_step,  // "$VPT", a direction, 5, 20 or 80
-};
+using kol_command_rows_t = std::span<const kol_command_row_t>;
 
-// A handler that reads or sets the variables of its caller; false gives up the rest of the line.
-using kol_variable_handler_t = bool (*)(std::int16_t nkeyword, kol_array_keyword_t& keyword,
-                                        kol_array_param_t& var_father);
-
-struct kol_command_row_t {
-    std::string_view group;             // first letters of keyword 1
-    std::array<const char*, 3> prefix;  // of keywords 1..3, in capitals; null: none
-    kol_when when;
-    std::string_view canonical;                       // the command words, capitals for the shortest form
-    std::int16_t least = 1, most = kol_max_keywords;  // keywords, the command words included
-    kol_handler_t handler = nullptr;
-    kol_variable_handler_t variable_handler = nullptr;  // one of the two
-};
-
-std::span<const kol_command_row_t> kol_command_table();
+void kol_use_commands(kol_command_rows_t rows);
+kol_command_rows_t kol_command_table();
 
 // The row that the keywords select; null: an unknown command.
-const kol_command_row_t* kol_find_command(std::int16_t nkeyword, kol_array_keyword_t& keyword);
-// The number of command words in front of a row's parameters.
-std::int16_t kol_command_words(const kol_command_row_t& row);
-// The name of the row's help text: the first command word in capitals.
-std::string kol_help_topic(const kol_command_row_t& row);
-// "# ", the canonical words, then the keywords behind them.
-void kol_rejection_echo(const kol_command_row_t& row, std::int16_t nkeyword, kol_array_keyword_t& keyword);
+const kol_command_row_t* kol_find_command(const kol_keywords_t& keywords);
+// Whether the command that begins with this word takes the names of variables.
+bool kol_keeps_variables(const tm_string_record_t& word);
+
+// Whether the word begins with the prefix; no prefix takes any word.
+constexpr bool kol_begins_with(std::string_view word, const char* prefix) {
+    if (prefix == nullptr) return true;
+    for (std::size_t i = 0; prefix[i] != '\0'; ++i)
+        if (i >= word.size() || tm_upper_case(word[i]) != prefix[i]) return false;
+    return true;
+}
+
+// Every prefix begins its canonical word, the first letter belongs to the group, and a handler serves the
+// row.
+constexpr bool kol_rows_are_sound(kol_command_rows_t rows) {
+    for (const kol_command_row_t& row : rows) {
+        std::string_view words = row.canonical;
+        for (const char* const prefix : row.prefix) {
+            if (!kol_begins_with(words, prefix)) return false;
+            words.remove_prefix(std::min(words.find(' '), words.size() - 1) + 1);
+        }
+        if (row.group.find(row.prefix[0][0]) == std::string_view::npos) return false;
+#ifndef __SANITIZE_ADDRESS__  // under which the address of a function is no constant
+        if (row.handler == nullptr) return false;
+#endif
+    }
+    return true;
+}
+
+constexpr bool kol_takes_all_of(const kol_command_row_t& row, const kol_command_row_t& later) {
+    if (row.when != kol_when::any) return false;
+    for (std::size_t k = 0; k < row.prefix.size(); ++k) {
+        const char* const word = later.prefix[k];
+        if (!kol_begins_with(word != nullptr ? std::string_view(word) : "", row.prefix[k])) return false;
+    }
+    return true;
+}
+
+// No row stands behind one that takes everything it could take.
+constexpr bool kol_rows_are_reachable(kol_command_rows_t rows) {
+    for (std::size_t later = 0; later < rows.size(); ++later)
+        for (std::size_t row = 0; row < later; ++row)
+            if (kol_takes_all_of(rows[row], rows[later])) return false;
+    return true;
+}

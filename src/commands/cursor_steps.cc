@@ -31,17 +31,21 @@ bool is_on_sheet() { return tm_vext.numpage == tm_page::context && kol_context_f
 
 // On the Results page a step scrolls the view in time, the list up and down, the trace left and right; on the
 // Context page it moves the graphic cursor.
-void kol_cursor_step_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& keyword) {
-    const char direction = tm_upper_case(keyword[0].char_[2]);
-    const int steps = keyword[0].char_[3] - '0';
-    if (is_on_sheet()) return tm_cursor_step(kol_context_file(), direction, steps);
-    scroll_results(direction, steps);
+kol_result_t kol_cursor_step_cmd(const kol_line_t& line) {
+    const char direction = tm_upper_case(line[1].char_[2]);
+    const int steps = line[1].char_[3] - '0';
+    if (is_on_sheet())
+        tm_cursor_step(kol_context_file(), direction, steps);
+    else
+        scroll_results(direction, steps);
+    return {};
 }
 
 // Moves what the Context page shows; the Results page has no viewport to move.
-void kol_viewport_step_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& keyword) {
-    if (!is_on_sheet()) return;
-    const int steps = std::atoi(keyword[0].char_ + 5);
-    tm_view_step(kol_context_file(), tm_upper_case(keyword[0].char_[4]), steps);
+kol_result_t kol_viewport_step_cmd(const kol_line_t& line) {
+    if (!is_on_sheet()) return {};
+    const int steps = std::atoi(line[1].char_ + 5);
+    tm_view_step(kol_context_file(), tm_upper_case(line[1].char_[4]), steps);
     tm_shell.redraw_context();
+    return {};
 }

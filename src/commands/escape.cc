@@ -118,8 +118,9 @@ void kol_exec_cmd(const char* text) {
     --level;
 }
 
-void kol_system_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    kol_echo(" SYSTem ", 2, nkeyword, keyword);
+kol_result_t kol_system_cmd(const kol_line_t& line) {
+    kol_echo(line);
     tm_shell.flush();  // the user sees what led to the program while it runs
-    tm_system(keyword[1]);
+    tm_system(line[2]);
+    return kol_shown();
 }

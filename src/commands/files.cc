@@ -11,33 +11,29 @@
 
 namespace {
 
-constexpr std::string_view write_words = " WRIte LISt ";
-constexpr std::string_view write_failed_words = "# WRIte LISt  ";
 constexpr std::string_view default_list_file = "kolv_list_result";
-constexpr std::string_view cannot_open = " !! impossible to open : ";
-constexpr kol_rejection_t count_invalid{nb_par_invalid};
+constexpr kol_rejection_t cannot_open{" !! impossible to open : ", kol_form::wide};
 constexpr kol_rejection_t begin_time_invalid{"# !! Error : Invalid begin_time "};
 constexpr kol_rejection_t end_time_invalid{"# !! Error : Invalid end_time "};
 
 constexpr std::int32_t schematic_directory = 2;  // position of the stored argument
 
-tm_string_record_t list_file_path(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+tm_string_record_t list_file_path(const kol_line_t& line) {
     tm_string_record_t path;
     STATUS_T status;
     tm_get_arg(schematic_directory, path, status);
     tm_append("/", path);
-    tm_append(nkeyword == 2 ? default_list_file : tm_view(kol_kw(keyword, 3)), path);
+    tm_append(line.nkeyword == 2 ? default_list_file : tm_view(line[3]), path);
     return path;
 }
 
-kol_rejection_t read_range(std::int16_t nkeyword, kol_array_keyword_t& keyword, std::int32_t& begin_time,
-                           std::int32_t& end_time) {
+kol_rejection_t read_range(const kol_line_t& line, std::int32_t& begin_time, std::int32_t& end_time) {
     begin_time = 0;
     end_time = kol_ext.end_time;
-    if (nkeyword == 4) return count_invalid;
-    if (nkeyword != 5) return {};
-    if (!kol_read_positive_time(kol_kw(keyword, 4), begin_time)) return begin_time_invalid;
-    if (!kol_read_positive_time(kol_kw(keyword, 5), end_time)) return end_time_invalid;
+    if (line.nkeyword == 4) return kol_count_invalid;
+    if (line.nkeyword != 5) return {};
+    if (!kol_read_positive_time(line[4], begin_time)) return begin_time_invalid;
+    if (!kol_read_positive_time(line[5], end_time)) return end_time_invalid;
     return {};
 }
 
@@ -62,18 +58,11 @@ bool write_list(std::int32_t begin_time, std::int32_t end_time) {
 
 }  // namespace
 
-void kol_write_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_write_list_cmd(const kol_line_t& line) {
     std::int32_t begin_time = 0, end_time = 0;
-    if (const kol_rejection_t wrong = read_range(nkeyword, keyword, begin_time, end_time)) {
-        kol_reject(write_words, 3, nkeyword, keyword, wrong);
-        return;
-    }
-    const tm_string_record_t path = list_file_path(nkeyword, keyword);
-    if (!open_list_file(path) || !write_list(begin_time, end_time)) {
-        kol_echo(write_failed_words, 3, nkeyword, keyword);
-        tm_display(cannot_open);
-        kol_show({" !! \"", tm_view(path), "\" "});
-        return;
-    }
-    kol_echo(write_words, 3, nkeyword, keyword);
+    if (const kol_rejection_t wrong = read_range(line, begin_time, end_time)) return wrong;
+    const tm_string_record_t path = list_file_path(line);
+    if (!open_list_file(path) || !write_list(begin_time, end_time))
+        return kol_result_t(cannot_open).then({" !! \"", tm_view(path), "\" "});
+    return {};
 }

@@ -9,9 +9,6 @@
 
 namespace {
 
-constexpr std::string_view forget_words = " FORGet ";
-
-constexpr kol_rejection_t count_invalid{nb_par_invalid};
 constexpr kol_rejection_t kind_invalid{
     "# !! Error : 2rd parameter invalid (should be:\"A\",BU\",\"BR\",\"L\",\"P\",\"T\") "};
 constexpr kol_rejection_t name_invalid{
@@ -152,58 +149,42 @@ const kind_t* find_kind(const tm_string_record_t& keyword) {
 
 bool is_star(const tm_string_record_t& name) { return tm_view(name) == "*"; }
 
-std::int16_t first_wrong_name(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+std::int16_t first_wrong_name(const kol_line_t& line) {
     std::int16_t k = 3;
-    while (k <= nkeyword && (kol_begins_like_signal(kol_kw(keyword, k)) || is_star(kol_kw(keyword, k)))) ++k;
+    while (k <= line.nkeyword && (kol_begins_like_signal(line[k]) || is_star(line[k]))) ++k;
     return k;
 }
 
 // Checks the kind and the names; the names behind A are checked and then ignored.
-bool read_forget(std::int16_t nkeyword, kol_array_keyword_t& keyword, bool& all, const kind_t*& kind) {
-    all = kol_begins_with_one_of(kol_kw(keyword, 2), "A");
-    kind = find_kind(kol_kw(keyword, 2));
-    kol_rejection_t wrong;
-    const std::int16_t k = first_wrong_name(nkeyword, keyword);
-    if (!all && kind == nullptr)
-        wrong = kind_invalid;
-    else if (!all && nkeyword == 2)
-        wrong = count_invalid;
-    else if (k <= nkeyword)
-        wrong = name_invalid;
-    if (!wrong) return true;
-    kol_reject(forget_words, 2, nkeyword, keyword, wrong);
-    if (wrong.error == name_invalid.error) kol_show({"# parameter : \"", tm_view(kol_kw(keyword, k)), "\" "});
-    return false;
+kol_result_t read_forget(const kol_line_t& line, bool& all, const kind_t*& kind) {
+    all = kol_begins_with_one_of(line[2], "A");
+    kind = find_kind(line[2]);
+    const std::int16_t k = first_wrong_name(line);
+    if (!all && kind == nullptr) return kind_invalid;
+    if (!all && line.nkeyword == 2) return kol_count_invalid;
+    if (k > line.nkeyword) return {};
+    return kol_result_t(name_invalid).then({"# parameter : \"", tm_view(line[k]), "\" "});
 }
 
-void reject(std::int16_t nkeyword, kol_array_keyword_t& keyword,
-            std::initializer_list<std::string_view> error) {
-    kol_echo("# FORGet ", 2, nkeyword, keyword);
-    kol_show(error);
-}
-
-void forget_named(const kind_t& kind, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (!kind.has_any())
-        return reject(nkeyword, keyword, {"# !! Warning : NO ", kind.word, " signal available ? "});
-    for (std::int16_t k = 3; k <= nkeyword; ++k)
-        if (!kind.forget_one(kol_kw(keyword, k)))
-            return reject(nkeyword, keyword, {"# !! Error : ", kind.word_in_error, " signal NOT FOUND ? "});
-    kol_echo(forget_words, 2, nkeyword, keyword);
+kol_result_t forget_named(const kind_t& kind, const kol_line_t& line) {
+    if (!kind.has_any()) return kol_rejected({"# !! Warning : NO ", kind.word, " signal available ? "});
+    for (std::int16_t k = 3; k <= line.nkeyword; ++k)
+        if (!kind.forget_one(line[k]))
+            return kol_rejected({"# !! Error : ", kind.word_in_error, " signal NOT FOUND ? "});
+    return {};
 }
 
 }  // namespace
 
-void kol_forget_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_forget_cmd(const kol_line_t& line) {
     bool all = false;
     const kind_t* kind = nullptr;
-    if (!read_forget(nkeyword, keyword, all, kind)) return;
+    if (kol_result_t wrong = read_forget(line, all, kind)) return wrong;
     if (all) {
         for (const kind_t& each : kinds) each.forget_all();
-        kol_echo(forget_words, 2, nkeyword, keyword);
-    } else if (nkeyword == 3 && is_star(kol_kw(keyword, 3))) {
-        kind->forget_all();
-        tm_display(forget_words);
-    } else {
-        forget_named(*kind, nkeyword, keyword);
+        return {};
     }
+    if (line.nkeyword > 3 || !is_star(line[3])) return forget_named(*kind, line);
+    kind->forget_all();
+    return kol_accepted("");
 }

@@ -12,50 +12,24 @@
 
 namespace {
 
-constexpr std::string_view sheet_levels = "# !! Error : Too many sheet levels ? : ";
-constexpr std::string_view not_found = "# !! Error : Sheet not found ? : ";
-constexpr std::string_view invalid = "# !! Error : Sheet not found or Invalid ? : ";
-constexpr std::string_view nothing_there = "# !! Error : No Sheet Available ? : ";
-constexpr std::string_view not_one_named = "# !! Error : No Instance(or more than 1) with \"INST\" ";
-constexpr std::string_view not_one_selected = "# !! Error : No Instance (OR More Than 1) Found selected ";
-constexpr std::string_view at_top = "# !! Error : impossible to VIEw UP ( already at TOP ) ";
-constexpr std::string_view no_sheet_above = "# !! Error : No VIEw UP valid design Sheet available ";
-
-struct move_t {
-    std::string_view rejection, not_in_context;
-    std::int16_t most_keywords;
-    bool echoes_keywords;  // also when their number is right
-};
-constexpr move_t down{"# VIEw DOWn ", "# !! Error : No valid design Sheet to view down in Context ", 3, true};
-constexpr move_t up{"# VIEw UP ", "# !! Error : No valid design Sheet to view up in Context ", 2, false};
-
-void reject(std::string_view words, std::int16_t nkeyword, kol_array_keyword_t& keyword,
-            std::string_view error) {
-    tm_string_record_t line = tm_string(words);
-    for (std::int16_t k = 3; k <= nkeyword; ++k) {
-        tm_append("\"", line);
-        tm_append(tm_view(kol_kw(keyword, k)), line);
-        tm_append("\"   ", line);
-    }
-    tm_display_list(line);
-    tm_display(error);
-}
+constexpr kol_rejection_t no_level{"# !! Error : No design Sheet available "};
+constexpr kol_rejection_t no_level_sheet{"# !! Error : No valid design Sheet available "};
+constexpr kol_rejection_t not_to_view_down{"# !! Error : No valid design Sheet to view down in Context "};
+constexpr kol_rejection_t not_to_view_up{"# !! Error : No valid design Sheet to view up in Context "};
+constexpr kol_rejection_t sheet_levels{"# !! Error : Too many sheet levels ? : "};
+constexpr kol_rejection_t not_found{"# !! Error : Sheet not found ? : "};
+constexpr kol_rejection_t invalid{"# !! Error : Sheet not found or Invalid ? : "};
+constexpr kol_rejection_t nothing_there{"# !! Error : No Sheet Available ? : ", kol_form::wide};
+constexpr kol_rejection_t not_one_named{"# !! Error : No Instance(or more than 1) with \"INST\" "};
+constexpr kol_rejection_t not_one_selected{"# !! Error : No Instance (OR More Than 1) Found selected "};
+constexpr kol_rejection_t at_top{"# !! Error : impossible to VIEw UP ( already at TOP ) "};
+constexpr kol_rejection_t no_sheet_above{"# !! Error : No VIEw UP valid design Sheet available "};
 
 // What is wrong with the sheet to move from.
-std::string_view check(const move_t& move, std::int16_t nkeyword) {
-    if (nkeyword < 2 || nkeyword > move.most_keywords) return nb_par_invalid;
-    if (!kol_is_level(kol_ext.file_level_cur)) return "# !! Error : No design Sheet available ";
-    if (kol_level_file() == 0) return "# !! Error : No valid design Sheet available ";
-    if (kol_level_file() != tm_vext.file_id_context) return move.not_in_context;
-    return {};
-}
-
-bool may_move(const move_t& move, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const std::string_view wrong = check(move, nkeyword);
-    if (wrong.empty()) return true;
-    const bool echoes = move.echoes_keywords || wrong == nb_par_invalid;
-    reject(move.rejection, echoes ? nkeyword : std::int16_t{2}, keyword, wrong);
-    return false;
+kol_rejection_t check(const kol_rejection_t& not_in_context) {
+    if (!kol_is_level(kol_ext.file_level_cur)) return no_level;
+    if (kol_level_file() == 0) return no_level_sheet;
+    return kol_level_file() != tm_vext.file_id_context ? not_in_context : kol_rejection_t{};
 }
 
 // ---- the instance to enter
@@ -104,38 +78,33 @@ tm_string_record_t directory_of(const tm_string_record_t& path) {
     return directory;
 }
 
-struct failure_t {
-    std::string_view words, error, before_directory, behind_directory;
-};
-
 // A level that had a sheet before reads into that file.
-failure_t failure_of(kol_sheet_found found, bool had_sheet) {
-    if (found == kol_sheet_found::no_link && had_sheet) return {down.rejection, not_found, "# !! \"", "\" "};
-    if (found == kol_sheet_found::invalid) return {down.rejection, invalid, "# !! : \"", "\" "};
-    return {"# VIEw DOWn  ", nothing_there, "# !! : \"", "\""};
+kol_result_t failure_of(kol_sheet_found found, bool had_sheet, std::string_view directory) {
+    if (found == kol_sheet_found::no_link && had_sheet)
+        return kol_result_t(not_found).then({"# !! \"", directory, "\" "});
+    if (found == kol_sheet_found::invalid) return kol_result_t(invalid).then({"# !! : \"", directory, "\" "});
+    return kol_result_t(nothing_there).then({"# !! : \"", directory, "\""});
 }
 
-void commit_down(std::int16_t level, tm_file_index_t file, const tm_string_record_t& name) {
+kol_result_t commit_down(std::int16_t level, tm_file_index_t file, const tm_string_record_t& name) {
     kol_ext.file_level_cur = level;
     kol_ext.file_level_max = std::max(kol_ext.file_level_max, level);
     kol_level(level) = {file, tm_file_record(file).file_pathname};
     tm_append(tm_view(name), kol_ext.cur_sim_path);  // before the sheet is drawn with the probes of its path
     tm_append("/", kol_ext.cur_sim_path);
     kol_show_sheet(file);
-    kol_show({" VIEw DOWn  ", tm_view(name), " "});
+    return kol_accepted(" " + std::string(tm_view(name)) + " ");
 }
 
-void go_down(const entered_t& entered, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t go_down(const entered_t& entered) {
     const auto level = static_cast<std::int16_t>(kol_ext.file_level_cur + 1);
-    if (!kol_is_level(level)) return reject(down.rejection, nkeyword, keyword, sheet_levels);
+    if (!kol_is_level(level)) return sheet_levels;
     const tm_string_record_t directory = directory_of(entered.path);
     tm_file_index_t file = kol_level(level).file_index;
     const bool had_sheet = kol_is_file(file);
     const kol_sheet_found found = kol_read_sheet(kol_sheet_directory(tm_view(directory)), file);
     if (found == kol_sheet_found::yes) return commit_down(level, file, entered.name);
-    const failure_t failure = failure_of(found, had_sheet);
-    reject(failure.words, nkeyword, keyword, failure.error);
-    kol_show({failure.before_directory, tm_view(directory), failure.behind_directory});
+    return failure_of(found, had_sheet, tm_view(directory));
 }
 
 // ---- the path
@@ -150,24 +119,24 @@ void cut_last_name(tm_string_record_t& path) {
 
 }  // namespace
 
-void kol_view_down_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (!may_move(down, nkeyword, keyword)) return;
-    const tm_string_record_t* const wanted = nkeyword == 3 ? &kol_kw(keyword, 3) : nullptr;
+kol_result_t kol_view_down_cmd(const kol_line_t& line) {
+    if (const kol_rejection_t wrong = check(not_to_view_down)) return wrong;
+    const tm_string_record_t* const wanted = line.nkeyword == 3 ? &line[3] : nullptr;
     entered_t entered;
     find_entered(kol_level_file(), wanted, entered);
-    if (entered.count == 1) return go_down(entered, nkeyword, keyword);
-    reject(down.rejection, nkeyword, keyword, wanted != nullptr ? not_one_named : not_one_selected);
+    if (entered.count == 1) return go_down(entered);
+    return wanted != nullptr ? not_one_named : not_one_selected;
 }
 
-void kol_view_up_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (!may_move(up, nkeyword, keyword)) return;
+kol_result_t kol_view_up_cmd(const kol_line_t& /*line*/) {
+    if (const kol_rejection_t wrong = check(not_to_view_up)) return wrong;
     const auto level = static_cast<std::int16_t>(kol_ext.file_level_cur - 1);
-    if (level < 1) return reject(up.rejection, 2, keyword, at_top);
+    if (level < 1) return at_top;
     const tm_file_index_t file = kol_level(level).file_index;
-    if (!kol_is_file(file)) return reject(up.rejection, 2, keyword, no_sheet_above);
+    if (!kol_is_file(file)) return no_sheet_above;
     if (kol_ext.file_level_max < level) tm_fatal(file_data_invalid);
     kol_ext.file_level_cur = level;
     cut_last_name(kol_ext.cur_sim_path);
     kol_show_sheet(file);
-    kol_show({" VIEw UP  ", " "});
+    return kol_accepted("  ");
 }

@@ -1,3 +1,4 @@
+// One line of input: cleaning, commands, dispatch.
 #include "commands/interpreter.h"
 
 #include "commands/command_line.h"
@@ -31,37 +32,28 @@ void end_command() {
     tm_shell.copy_to_window();
 }
 
-bool keeps_variables(const tm_string_record_t& command) {
-    tm_string_record_t word;
-    kol_first_word(command, word);
-    return tm_const_equal_string("ASSI", word) || tm_const_equal_string("READ", word);
-}
-
-void reject(const kol_command_row_t& row, std::int16_t nkeyword, kol_array_keyword_t& keyword,
-            std::string_view reason) {
-    kol_rejection_echo(row, nkeyword, keyword);
-    tm_display(reason);
-}
-
 void report_unknown(const tm_string_record_t& command) {
     tm_display("#  !!! Unknown Command  ?? ");
     kol_show({"# \"", tm_view(command), "\" "});
 }
 
+kol_result_t serve(const kol_line_t& line) {
+    if (line.nkeyword < line.row.least || line.nkeyword > line.row.most) return kol_count_invalid;
+    return line.row.handler(line);
+}
+
 // The result: whether the line goes on behind this command.
-bool dispatch(const tm_string_record_t& command, std::int16_t nkeyword, kol_array_keyword_t& keyword,
+bool dispatch(const tm_string_record_t& command, const kol_keywords_t& keywords,
               kol_array_param_t& var_father) {
-    const kol_command_row_t* const row = kol_find_command(nkeyword, keyword);
+    const kol_command_row_t* const row = kol_find_command(keywords);
     if (row == nullptr) {
         report_unknown(command);
-    } else if (nkeyword < row->least || nkeyword > row->most) {
-        reject(*row, nkeyword, keyword, nb_par_invalid);
-    } else if (row->handler != nullptr) {
-        row->handler(nkeyword, keyword);
-    } else {
-        return row->variable_handler(nkeyword, keyword, var_father);
+        return true;
     }
-    return true;
+    const kol_line_t line{*row, keywords, var_father};
+    const kol_result_t result = serve(line);
+    kol_show_result(line, result);
+    return !result.ends_line;
 }
 
 bool interpret(tm_string_record_t& command, kol_array_param_t& arg_father, kol_array_param_t& var_father) {
@@ -71,11 +63,12 @@ bool interpret(tm_string_record_t& command, kol_array_param_t& arg_father, kol_a
         return true;
     }
     kol_substitute(command, "$ARG", arg_father);
-    if (!keeps_variables(command)) kol_substitute(command, "$VAR", var_father);
-    kol_array_keyword_t keyword;
-    const std::int16_t nkeyword = kol_split_keywords(command, keyword);
-    if (nkeyword == 0) return false;
-    const bool line_goes_on = dispatch(command, nkeyword, keyword, var_father);
+    tm_string_record_t word;
+    kol_first_word(command, word);
+    if (!kol_keeps_variables(word)) kol_substitute(command, "$VAR", var_father);
+    const kol_keywords_t keywords = kol_split_keywords(command);
+    if (keywords.nkeyword == 0) return false;
+    const bool line_goes_on = dispatch(command, keywords, var_father);
     end_command();
     return line_goes_on;
 }

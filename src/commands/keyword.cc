@@ -1,8 +1,8 @@
+// What a keyword says: first letters and times.
 #include "commands/keyword.h"
 
 #include <limits>
 
-#include "foundation/shell.h"
 #include "kernel/time.h"
 
 bool kol_begins_with_one_of(const tm_string_record_t& keyword, std::string_view letters) {
@@ -32,12 +32,4 @@ bool kol_count_from_now(std::int32_t& time) {
     if (absolute > std::numeric_limits<std::int32_t>::max()) return false;
     time = static_cast<std::int32_t>(absolute);
     return true;
-}
-
-void kol_reject(std::string_view words, std::int16_t first, std::int16_t nkeyword,
-                kol_array_keyword_t& keyword, const kol_rejection_t& rejection) {
-    tm_string_record_t echo = tm_string("#");
-    tm_append(words, echo);
-    (rejection.quoted ? kol_echo_quoted : kol_echo)(tm_view(echo), first, nkeyword, keyword);
-    tm_display(rejection.error);
 }

@@ -1,4 +1,4 @@
-// kol: what the handlers of the simulation commands share to read their keywords and to refuse a command.
+// kol: what the handlers of the simulation commands share to read their keywords.
 #pragma once
 
 #include "commands/command.h"
@@ -15,16 +15,6 @@ bool kol_read_time(const tm_string_record_t& keyword, std::int32_t& time);
 bool kol_read_positive_time(const tm_string_record_t& keyword, std::int32_t& time);
 // Turns a time counted from cur_time into an absolute one; false beyond the largest time.
 bool kol_count_from_now(std::int32_t& time);
-
-// Why a command is refused; an empty error: it is not.  quoted: the rejection echo quotes its keywords.
-struct kol_rejection_t {
-    std::string_view error;
-    bool quoted = false;
-    explicit operator bool() const { return !error.empty(); }
-};
-// The rejection echo, made of the words of the normal echo and keywords first.., and the error line.
-void kol_reject(std::string_view words, std::int16_t first, std::int16_t nkeyword,
-                kol_array_keyword_t& keyword, const kol_rejection_t& rejection);
 
 // A list is known by its first and its last record, or by its last alone.  Puts a record at its end.
 template <typename T>

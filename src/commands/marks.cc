@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr std::string_view rectangle_words = " MARK RECTangle ";
-constexpr kol_rejection_t count_invalid{nb_par_invalid};
 constexpr kol_rejection_t corner_invalid{"# !! Error : Invalid corner of rectangle ? "};
 
 constexpr std::int16_t first_coordinate = 3, with_coordinates = 6;
@@ -38,19 +36,19 @@ bool read_coordinate(const tm_string_record_t& keyword, std::int32_t& coordinate
     return !error_found;
 }
 
-bool read_corner(std::int16_t k, kol_array_keyword_t& keyword, tm_point_t& corner) {
-    return read_coordinate(kol_kw(keyword, k), corner.x) &&
-           read_coordinate(kol_kw(keyword, static_cast<std::int16_t>(k + 1)), corner.y);
+bool read_corner(std::int16_t k, const kol_line_t& line, tm_point_t& corner) {
+    return read_coordinate(line[k], corner.x) &&
+           read_coordinate(line[static_cast<std::int16_t>(k + 1)], corner.y);
 }
 
-kol_rejection_t mark_rectangle(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (nkeyword < first_coordinate) {
+kol_rejection_t mark_rectangle(const kol_line_t& line) {
+    if (line.nkeyword < first_coordinate) {
         begin_at_pointer();
         return {};
     }
     tm_point_t first, second;
-    if (nkeyword != with_coordinates) return count_invalid;
-    if (!read_corner(first_coordinate, keyword, first) || !read_corner(first_coordinate + 2, keyword, second))
+    if (line.nkeyword != with_coordinates) return kol_count_invalid;
+    if (!read_corner(first_coordinate, line, first) || !read_corner(first_coordinate + 2, line, second))
         return corner_invalid;
     kol_mark_area(first, second);
     return {};
@@ -92,8 +90,4 @@ bool kol_mark_band(tm_page page, tm_point_t& corner) {
     return tm_vext.mark_rectangle_on && marks.page == page;
 }
 
-void kol_mark_rectangle_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (const kol_rejection_t wrong = mark_rectangle(nkeyword, keyword))
-        return kol_reject(rectangle_words, first_coordinate, nkeyword, keyword, wrong);
-    kol_echo(rectangle_words, first_coordinate, nkeyword, keyword);
-}
+kol_result_t kol_mark_rectangle_cmd(const kol_line_t& line) { return mark_rectangle(line); }

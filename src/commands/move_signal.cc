@@ -15,9 +15,6 @@
 
 namespace {
 
-constexpr std::string_view move_words = " MOVe SIGnal ";
-
-constexpr kol_rejection_t count_invalid{nb_par_invalid};
 constexpr kol_rejection_t from_no_integer{"# !! Error : Invalid 4th parameter (should be integer) ? "};
 constexpr kol_rejection_t to_no_integer{"# !! Error : Invalid 5th parameter (should be integer) ? "};
 constexpr kol_rejection_t from_invalid{"# !! Error : Invalid   from_position  ? "};
@@ -59,14 +56,14 @@ yx_signal_rec_t* entry_at(yx_signal_rec_t* newest, std::int32_t position) {
     return position < 1 ? nullptr : entry;
 }
 
-kol_rejection_t read_positions(std::int16_t nkeyword, kol_array_keyword_t& keyword, move_t& move) {
-    if (nkeyword == 3) {
+kol_rejection_t read_positions(const kol_line_t& line, move_t& move) {
+    if (line.nkeyword == 3) {
         move.from = kol_ext.signal_position;
         move.to = move.in_list ? column_under_pointer() : row_under_pointer();
         return {};
     }
-    if (!read_position(kol_kw(keyword, 4), move.from)) return from_no_integer;
-    if (!read_position(kol_kw(keyword, 5), move.to)) return to_no_integer;
+    if (!read_position(line[4], move.from)) return from_no_integer;
+    if (!read_position(line[5], move.to)) return to_no_integer;
     return {};
 }
 
@@ -78,11 +75,11 @@ void exchange(yx_signal_rec_t& first, yx_signal_rec_t& second) {
     std::swap(first.next, second.next);
 }
 
-kol_rejection_t read_move(std::int16_t nkeyword, kol_array_keyword_t& keyword, move_t& move) {
-    if (nkeyword == 4) return count_invalid;
-    if (!kol_begins_with_one_of(kol_kw(keyword, 3), "LT")) return kol_view_invalid;
-    move.in_list = kol_begins_with_one_of(kol_kw(keyword, 3), "L");
-    if (const kol_rejection_t wrong = read_positions(nkeyword, keyword, move)) return wrong;
+kol_rejection_t read_move(const kol_line_t& line, move_t& move) {
+    if (line.nkeyword == 4) return kol_count_invalid;
+    if (!kol_begins_with_one_of(line[3], "LT")) return kol_view_invalid;
+    move.in_list = kol_begins_with_one_of(line[3], "L");
+    if (const kol_rejection_t wrong = read_positions(line, move)) return wrong;
     yx_signal_rec_t* const newest = move.in_list ? kol_ext.list_signal : kol_ext.trace_signal;
     move.first = entry_at(newest, move.from);
     move.second = entry_at(newest, move.to);
@@ -105,12 +102,11 @@ void kol_mark_signal() {
     kol_ext.signal_position = kol_ext.list_or_trace ? column_under_pointer() : row_under_pointer();
 }
 
-void kol_move_signal_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_move_signal_cmd(const kol_line_t& line) {
     move_t move;
-    if (const kol_rejection_t wrong = read_move(nkeyword, keyword, move))
-        return kol_reject(move_words, 3, nkeyword, keyword, wrong);
-    if (!exchange_in_view(move)) return kol_reject(move_words, 3, nkeyword, keyword, kol_list_too_wide);
+    if (const kol_rejection_t wrong = read_move(line, move)) return wrong;
+    if (!exchange_in_view(move)) return kol_list_too_wide;
     tm_shell.redraw_results();
-    kol_show({"#", move_words, move.in_list ? "List " : "Trace ", std::to_string(move.from), " ",
-              std::to_string(move.to), " "});
+    return kol_accepted((move.in_list ? "List " : "Trace ") + std::to_string(move.from) + " " +
+                        std::to_string(move.to) + " ");
 }

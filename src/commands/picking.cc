@@ -24,13 +24,13 @@ void kol_find_sheet_net(std::int16_t object_id, tm_string_record_t& name, yx_net
     kol_find_net(name, net);
 }
 
-kol_rejection_t kol_pick_net(const kol_pick_words_t& words, std::int16_t k, std::int16_t nkeyword,
-                             kol_array_keyword_t& keyword, kol_picked_net_t& picked) {
+kol_rejection_t kol_pick_net(const kol_pick_words_t& words, std::int16_t k, const kol_line_t& line,
+                             kol_picked_net_t& picked) {
     picked = {};
     tm_point_t point;
     if (const kol_rejection_t wrong = kol_check_context_sheet()) return wrong;
-    if (const kol_rejection_t wrong = kol_read_point(k, nkeyword, keyword, point)) return wrong;
-    if (const kol_rejection_t wrong = kol_snap_into_page(nkeyword >= k, point)) return wrong;
+    if (const kol_rejection_t wrong = kol_read_point(k, line, point)) return wrong;
+    if (const kol_rejection_t wrong = kol_snap_into_page(line.nkeyword >= k, point)) return wrong;
     if (const kol_rejection_t wrong = kol_check_level_sheet(words)) return wrong;
     picked.vertex = tm_vertex_at(kol_level_file(), point);
     if (picked.vertex == 0) return no_vertex;

@@ -20,8 +20,8 @@ struct kol_pick_words_t {
 inline constexpr kol_rejection_t kol_not_in_design{"# !! Error :  No NET Found in expand file ? "};
 
 // The coordinates are keywords k and k + 1, if there are any.
-kol_rejection_t kol_pick_net(const kol_pick_words_t& words, std::int16_t k, std::int16_t nkeyword,
-                             kol_array_keyword_t& keyword, kol_picked_net_t& picked);
+kol_rejection_t kol_pick_net(const kol_pick_words_t& words, std::int16_t k, const kol_line_t& line,
+                             kol_picked_net_t& picked);
 // The level and its sheet alone.
 kol_rejection_t kol_check_level_sheet(const kol_pick_words_t& words);
 // The name and the net of the design, null when it has none, of a net of the sheet.

@@ -10,9 +10,6 @@
 
 namespace {
 
-constexpr std::string_view trace_words = " PLOt TRAce ";
-constexpr std::string_view hardcopy_words = " HARdcopy ";
-
 constexpr std::int32_t schematic_directory = 2;                 // position of the stored argument
 constexpr std::int32_t usual_width = 1000, usual_height = 560;  // where there is no window
 
@@ -35,24 +32,20 @@ tm_plot_t kol_results_plot(bool list) {
             [list](tm_canvas& canvas) { kol_draw_results(canvas, list); }};
 }
 
-void kol_plot(std::string_view words, std::int16_t first, std::int16_t nkeyword, kol_array_keyword_t& keyword,
-              const tm_plot_t& plot) {
+kol_result_t kol_plot(const kol_line_t& line, const tm_plot_t& plot) {
     std::string error;
-    if (nkeyword < first)
+    const std::int16_t first = line.first_parameter();
+    if (line.nkeyword < first)
         tm_plot_and_print(plot, error);
     else
-        tm_plot_to_file(plot, plot_path(kol_kw(keyword, first)), error);
-    if (error.empty()) return kol_echo(words, first, nkeyword, keyword);
-    kol_reject(words, first, nkeyword, keyword, kol_rejection_t{error = "# !! Error : " + error + " "});
+        tm_plot_to_file(plot, plot_path(line[first]), error);
+    return error.empty() ? kol_result_t() : kol_rejected({"# !! Error : ", error, " "});
 }
 
-void kol_plot_trace_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    kol_plot(trace_words, 3, nkeyword, keyword, kol_results_plot(false));
-}
+kol_result_t kol_plot_trace_cmd(const kol_line_t& line) { return kol_plot(line, kol_results_plot(false)); }
 
-void kol_hardcopy_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (tm_vext.numpage == tm_page::results)
-        return kol_plot(hardcopy_words, 2, nkeyword, keyword, kol_results_plot(kol_ext.list_or_trace));
-    const tm_file_index_t file = kol_sheet_or_reject(hardcopy_words, 2, nkeyword, keyword);
-    if (file != 0) kol_plot(hardcopy_words, 2, nkeyword, keyword, kol_sheet_plot(file));
+kol_result_t kol_hardcopy_cmd(const kol_line_t& line) {
+    if (tm_vext.numpage == tm_page::results) return kol_plot(line, kol_results_plot(kol_ext.list_or_trace));
+    const tm_file_index_t file = kol_context_file();
+    return file == 0 ? kol_result_t(kol_no_sheet) : kol_plot(line, kol_sheet_plot(file));
 }

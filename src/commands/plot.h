@@ -10,6 +10,5 @@
 tm_plot_t kol_results_plot(bool list);
 // What the Context page shows of a sheet.
 tm_plot_t kol_sheet_plot(tm_file_index_t file);
-// Plots and shows the echo; keyword first, when there is one, names the file.
-void kol_plot(std::string_view words, std::int16_t first, std::int16_t nkeyword, kol_array_keyword_t& keyword,
-              const tm_plot_t& plot);
+// The first parameter, when there is one, names the file.
+kol_result_t kol_plot(const kol_line_t& line, const tm_plot_t& plot);

@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr std::string_view words = " PLOt SHEet ";
 constexpr double longer_side = 3200;  // pixels of the plot
 
 // The whole page of the sheet, in its own proportions.
@@ -39,7 +38,7 @@ tm_plot_t kol_sheet_plot(tm_file_index_t file) {
             [file, viewport](tm_canvas& canvas) { tm_draw_sheet(file, viewport, canvas); }};
 }
 
-void kol_plot_sheet_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const tm_file_index_t file = kol_sheet_or_reject(words, 3, nkeyword, keyword);
-    if (file != 0) kol_plot(words, 3, nkeyword, keyword, whole_sheet(file));
+kol_result_t kol_plot_sheet_cmd(const kol_line_t& line) {
+    const tm_file_index_t file = kol_context_file();
+    return file == 0 ? kol_result_t(kol_no_sheet) : kol_plot(line, whole_sheet(file));
 }

@@ -11,40 +11,32 @@
 
 namespace {
 
-struct call_form {
-    std::string_view name_prefix, word;
-};
-constexpr call_form dobin = {"kolp_", "DOBin"};
-constexpr call_form dodirectbin = {"", "DODIRectbin"};
-
+constexpr std::string_view dobin_prefix = "kolp_";
 constexpr std::int16_t first_argument = 3;  // keyword behind the procedure's name
 
-x_arg_procedure find_procedure(const call_form& form, const tm_string_record_t& name) {
+x_arg_procedure find_procedure(std::string_view prefix, const tm_string_record_t& name) {
     tm_string_record_t program;
     STATUS_T status;
     tm_get_arg(1, program, status);
-    tm_string_record_t full_name = tm_string(form.name_prefix);
+    tm_string_record_t full_name = tm_string(prefix);
     tm_append(tm_view(name), full_name);
     return xm_get_extid_offset(program.char_, full_name.char_);
 }
 
-void call_procedure(const call_form& form, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const std::string echo = "# " + std::string(form.word) + " ";
-    const tm_string_record_t& name = keyword[1];
-    const x_arg_procedure procedure = find_procedure(form, name);
+kol_result_t call_procedure(std::string_view prefix, const kol_line_t& line) {
+    const tm_string_record_t& name = line[2];
+    const x_arg_procedure procedure = find_procedure(prefix, name);
     if (procedure == nullptr) {
         tm_count_error();
-        tm_trace("!!! %s Entry not found : \"%.*s\" \n", form.word.data(), name.len, name.char_);
-        kol_echo(echo, 2, nkeyword, keyword);
-        kol_show({"# !!! Error : Procedure Entry not found : \"", tm_view(name), "\" "});
-        return;
+        tm_trace("!!!%sEntry not found : \"%.*s\" \n", line.words().c_str(), name.len, name.char_);
+        return kol_rejected({"# !!! Error : Procedure Entry not found : \"", tm_view(name), "\" "});
     }
-    kol_echo(echo, 2, nkeyword, keyword);
+    kol_echo(line);
     x_arg_array args;
-    for (std::int16_t k = first_argument; k <= nkeyword; ++k)
-        args[static_cast<std::size_t>(k - first_argument)] = kol_kw(keyword, k);
-    xprocargexe(procedure, static_cast<std::int16_t>(nkeyword - first_argument + 1), args);
-    kol_show({"# End of ", form.word, " "});
+    for (std::int16_t k = first_argument; k <= line.nkeyword; ++k)
+        args[static_cast<std::size_t>(k - first_argument)] = line[k];
+    xprocargexe(procedure, static_cast<std::int16_t>(line.nkeyword - first_argument + 1), args);
+    return kol_shown().then({"# End of", line.words()});
 }
 
 void show_count(std::string_view what, std::int64_t count) {
@@ -73,10 +65,6 @@ void kol_register_procedures() {
     x_register_procedure("kolp_arguments", kolp_arguments);
 }
 
-void kol_dobin_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    call_procedure(dobin, nkeyword, keyword);
-}
+kol_result_t kol_dobin_cmd(const kol_line_t& line) { return call_procedure(dobin_prefix, line); }
 
-void kol_dodirbin_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    call_procedure(dodirectbin, nkeyword, keyword);
-}
+kol_result_t kol_dodirbin_cmd(const kol_line_t& line) { return call_procedure("", line); }

@@ -8,7 +8,6 @@
 
 namespace {
 
-constexpr std::string_view words = " CHAnge PROperty SWItches ";
 constexpr kol_rejection_t switch_invalid{
     "# !! Error : 4th parameter invalid (should be :\"Visible\",\"Novisible\")"};
 constexpr kol_rejection_t none_selected{"# !! Error : No property selected ? "};
@@ -23,16 +22,15 @@ bool change(tm_file_index_t file, std::int16_t id, bool visible) {
 
 }  // namespace
 
-void kol_change_prop_switches_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const tm_string_record_t& wanted = kol_kw(keyword, 4);
-    if (!kol_begins_with_one_of(wanted, "VN")) return kol_reject(words, 4, nkeyword, keyword, switch_invalid);
-    const tm_file_index_t file = kol_sheet_or_reject(words, 4, nkeyword, keyword);
-    if (file == 0) return;
+kol_result_t kol_change_prop_switches_cmd(const kol_line_t& line) {
+    const tm_string_record_t& wanted = line[4];
+    if (!kol_begins_with_one_of(wanted, "VN")) return switch_invalid;
+    const tm_file_index_t file = kol_context_file();
+    if (file == 0) return kol_no_sheet;
     std::int32_t changed = 0;
     for (const std::int16_t id : tm_walk::of_file(file, tm_type_property_2d))
         if (change(file, id, kol_begins_with_one_of(wanted, "V"))) ++changed;
-    if (changed == 0) return kol_reject(words, 4, nkeyword, keyword, none_selected);
+    if (changed == 0) return none_selected;
     tm_shell.redraw_context();
-    kol_echo(words, 4, nkeyword, keyword);
-    kol_show({"# ", std::to_string(changed), changed == 1 ? " property " : " properties "});
+    return kol_result_t().then({"# ", std::to_string(changed), changed == 1 ? " property " : " properties "});
 }

@@ -11,11 +11,6 @@
 
 namespace {
 
-constexpr std::string_view reset_words = " RESet SIM TIMe ";
-constexpr std::string_view history_words = " HISTory ";
-constexpr std::string_view regenerate_words = " REGENerate ";
-constexpr std::string_view update_words = " UPDAte ";
-
 constexpr kol_rejection_t history_mode_invalid{
     "# !! Error : 2nd parameter invalid ( should be : \"Abs\" or \"Cur\" ) "};
 constexpr kol_rejection_t history_time_invalid{"# !! Error : Invalid time "};
@@ -25,9 +20,9 @@ constexpr kol_rejection_t update_view_invalid{
 constexpr kol_rejection_t window_invalid{"# !! Error : invalid Start_time  and End_time ? "};
 constexpr kol_rejection_t nothing_forced{"# !! Warning : No FORCE stimuli have been applied to circuit ? "};
 
-void show_window(std::string_view words, std::int32_t start_time) {
-    kol_show({"# ", words, "-> time_start: ", kol_time_text(start_time),
-              " ->time_end: ", kol_time_text(kol_ext.end_time)});
+std::string window_text(const kol_line_t& line, std::int32_t start_time) {
+    return "# " + line.words() + "-> time_start: " + kol_time_text(start_time) +
+           " ->time_end: " + kol_time_text(kol_ext.end_time);
 }
 
 void go_to_time_zero() {
@@ -60,53 +55,45 @@ std::int32_t history_start() {
 
 }  // namespace
 
-void kol_reset_sim_time_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& /*keyword*/) {
+kol_result_t kol_reset_sim_time_cmd(const kol_line_t& /*line*/) {
     go_to_time_zero();
     kol_ext.end_time = 0;
     return_circuit_to_start();
     kol_redraw_states();
-    tm_display(reset_words);
+    return {};
 }
 
-void kol_history_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_history_cmd(const kol_line_t& line) {
     std::int32_t time = 0;
-    if (nkeyword == 3 && !kol_begins_with_one_of(kol_kw(keyword, 3), "AC"))
-        return kol_reject(history_words, 2, nkeyword, keyword, history_mode_invalid);
-    if (!kol_read_positive_time(kol_kw(keyword, 2), time))
-        return kol_reject(history_words, 2, nkeyword, keyword, history_time_invalid);
+    if (line.nkeyword == 3 && !kol_begins_with_one_of(line[3], "AC")) return history_mode_invalid;
+    if (!kol_read_positive_time(line[2], time)) return history_time_invalid;
     kol_ext.history = time;
-    kol_ext.history_abs = nkeyword == 3 && kol_begins_with_one_of(kol_kw(keyword, 3), "A");
-    kol_echo(history_words, 2, nkeyword, keyword);
+    kol_ext.history_abs = line.nkeyword == 3 && kol_begins_with_one_of(line[3], "A");
+    return {};
 }
 
-void kol_regenerate_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (kol_ext.history < 1) return kol_reject(regenerate_words, 2, nkeyword, keyword, no_history);
+kol_result_t kol_regenerate_cmd(const kol_line_t& line) {
+    if (kol_ext.history < 1) return no_history;
     const std::int32_t start_time = history_start();
-    if (start_time >= kol_ext.end_time) {
-        kol_reject(regenerate_words, 2, nkeyword, keyword, window_invalid);
-        return show_window(regenerate_words, start_time);
-    }
-    show_window(regenerate_words, start_time);
-    if (!simulate_again()) return kol_reject(regenerate_words, 2, nkeyword, keyword, nothing_forced);
+    const std::string window = window_text(line, start_time);
+    if (start_time >= kol_ext.end_time) return kol_result_t(window_invalid).then({window});
+    kol_show({window});
+    if (!simulate_again()) return nothing_forced;
     kol_ext.trace_cur_time = start_time;
     kol_ext.trace_scale = (kol_ext.end_time - start_time) / kol_trace_divisions;
     kol_redraw_states();
-    tm_display(regenerate_words);
+    return kol_accepted("");
 }
 
-void kol_update_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (!kol_begins_with_one_of(kol_kw(keyword, 2), "LT"))
-        return kol_reject(update_words, 2, nkeyword, keyword, update_view_invalid);
-    kol_ext.list_or_trace = kol_begins_with_one_of(kol_kw(keyword, 2), "L");
+kol_result_t kol_update_cmd(const kol_line_t& line) {
+    if (!kol_begins_with_one_of(line[2], "LT")) return update_view_invalid;
+    kol_ext.list_or_trace = kol_begins_with_one_of(line[2], "L");
     go_to_time_zero();
     const std::string_view view = kol_ext.list_or_trace ? " List " : " Trace ";
-    if (kol_ext.end_time < 1) {
-        kol_show({"#", update_words, view});
-        tm_display(window_invalid.error);
-        return show_window(update_words, kol_ext.start_time);
-    }
-    show_window(update_words, kol_ext.start_time);
-    if (!simulate_again()) return kol_reject(update_words, 2, nkeyword, keyword, nothing_forced);
+    const std::string window = window_text(line, kol_ext.start_time);
+    if (kol_ext.end_time < 1) return kol_result_t(window_invalid).showing(view).then({window});
+    kol_show({window});
+    if (!simulate_again()) return nothing_forced;
     kol_redraw_states();
-    kol_show({update_words, view});
+    return kol_accepted(view);
 }

@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr std::string_view words = " SEArch ";
 constexpr kol_rejection_t nothing_found{"# !! Error : Nothing found on this sheet ? "};
 constexpr kol_rejection_t no_search{"# !! Error : No text searched before ? "};
 
@@ -63,22 +62,21 @@ void select_all_of(tm_file_index_t file, const kol_found_objects_t& found) {
 }  // namespace
 
 // With a text: selects what carries it and shows the first.  Without: shows the next.
-void kol_search_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const tm_file_index_t file = kol_sheet_or_reject(words, 2, nkeyword, keyword);
-    if (file == 0) return;
-    if (nkeyword == 1 && !tm_vext.search_on) return kol_reject(words, 2, nkeyword, keyword, no_search);
-    const tm_string_record_t text =
-        nkeyword == 2 ? kol_keyword_text(kol_kw(keyword, 2)) : tm_vext.search_path;
+kol_result_t kol_search_cmd(const kol_line_t& line) {
+    const tm_file_index_t file = kol_context_file();
+    if (file == 0) return kol_no_sheet;
+    if (line.nkeyword == 1 && !tm_vext.search_on) return no_search;
+    const tm_string_record_t text = line.nkeyword == 2 ? kol_keyword_text(line[2]) : tm_vext.search_path;
     const kol_found_objects_t found = find(file, tm_view(text));
-    if (found.empty()) return kol_reject(words, 2, nkeyword, keyword, nothing_found);
-    if (nkeyword == 2) select_all_of(file, found);
+    if (found.empty()) return nothing_found;
+    if (line.nkeyword == 2) select_all_of(file, found);
     tm_vext.search_on = true;
     tm_vext.search_path = text;
     const std::size_t shown = next_found % found.size();
     next_found = shown + 1;
     kol_centre_on(file, {found[shown]});
     tm_shell.redraw_context();
-    kol_echo(words, 2, nkeyword, keyword);
-    kol_show({"# ", std::to_string(shown + 1), " of ", std::to_string(found.size()), " : object ",
-              std::to_string(found[shown]), " \"", kol_name_of(file, found[shown]), "\" "});
+    return kol_result_t().then({"# ", std::to_string(shown + 1), " of ", std::to_string(found.size()),
+                                " : object ", std::to_string(found[shown]), " \"",
+                                kol_name_of(file, found[shown]), "\" "});
 }

@@ -13,11 +13,6 @@
 
 namespace {
 
-constexpr std::string_view object_words = " SELect OBJect ";
-constexpr std::string_view pin_words = " SELect PIN ";
-constexpr std::string_view property_words = " SELect PROperty ";
-constexpr std::string_view all_words = " UNSelect ALl ";
-
 constexpr kol_rejection_t kind_invalid{
     "# !! Error : Invalid 3rd parameter (All,First,Inst,Vertex,Frame,Property,Net,Pin,Tag) ? "};
 constexpr kol_rejection_t object_invalid{"# !! Error : No object of this number on the sheet ? "};
@@ -41,10 +36,10 @@ const kind_t* find_kind(const tm_string_record_t& keyword) {
     return nullptr;
 }
 
-void show_count(std::int32_t count, bool on) {
+kol_result_t shown_count(std::int32_t count, bool on) {
     tm_shell.redraw_context();
-    kol_show({"# ", std::to_string(count), count == 1 ? " object " : " objects ",
-              on ? "selected " : "unselected "});
+    return kol_result_t().then({"# ", std::to_string(count), count == 1 ? " object " : " objects ",
+                                on ? "selected " : "unselected "});
 }
 
 // ---- areas
@@ -67,44 +62,36 @@ std::int32_t select_in(tm_file_index_t file, tm_family family, const tm_bounds_t
     return object == 0 ? 0 : kol_select_found(file, {object}, on);
 }
 
-void select_area(std::string_view words, bool on, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t select_area(bool on, const kol_line_t& line) {
     tm_bounds_t area;
     const kol_rejection_t unmarked = kol_marked_area(area);  // marking is over, however this ends
-    const kind_t* const kind = nkeyword < 3 ? kinds : find_kind(kol_kw(keyword, 3));
-    if (kind == nullptr) return kol_reject(words, 3, nkeyword, keyword, kind_invalid);
-    if (const kol_rejection_t wrong = kol_check_context_sheet())
-        return kol_reject(words, 3, nkeyword, keyword, wrong);
-    if (unmarked) return kol_reject(words, 3, nkeyword, keyword, unmarked);
+    const kind_t* const kind = line.nkeyword < 3 ? kinds : find_kind(line[3]);
+    if (kind == nullptr) return kind_invalid;
+    if (const kol_rejection_t wrong = kol_check_context_sheet()) return wrong;
+    if (unmarked) return unmarked;
     const std::int32_t count = select_in(kol_context_file(), kind->family, area, on);
-    kol_echo(words, 3, nkeyword, keyword);
-    show_count(count, on);
+    return shown_count(count, on);
 }
 
 // ---- by number, name or place
 
-void select_found(std::string_view words, std::int16_t nkeyword, kol_array_keyword_t& keyword,
-                  const kol_found_objects_t& found) {
-    const std::int32_t count = kol_select_found(kol_context_file(), found, true);
-    kol_echo(words, 3, nkeyword, keyword);
-    show_count(count, true);
+kol_result_t select_found(const kol_found_objects_t& found) {
+    return shown_count(kol_select_found(kol_context_file(), found, true), true);
 }
 
-void select_at_cursor(std::string_view words, tm_family family, std::int16_t nkeyword,
-                      kol_array_keyword_t& keyword) {
-    if (const kol_rejection_t wrong = kol_check_context_sheet())
-        return kol_reject(words, 3, nkeyword, keyword, wrong);
+kol_result_t select_at_cursor(tm_family family) {
+    if (const kol_rejection_t wrong = kol_check_context_sheet()) return wrong;
     const tm_file_index_t file = kol_context_file();
     const std::int16_t object = tm_nearest(file, family, tm_viewport(file), tm_vext.obj_pos);
-    if (object == 0) return kol_reject(words, 3, nkeyword, keyword, nothing_at_cursor);
-    select_found(words, nkeyword, keyword, {object});
+    if (object == 0) return nothing_at_cursor;
+    return select_found({object});
 }
 
 // The objects that keywords 3.. number; false when one of them is none of the sheet.
-bool read_objects(tm_file_index_t file, std::int16_t nkeyword, kol_array_keyword_t& keyword,
-                  kol_found_objects_t& objects) {
-    for (std::int16_t k = 3; k <= nkeyword; ++k) {
+bool read_objects(tm_file_index_t file, const kol_line_t& line, kol_found_objects_t& objects) {
+    for (std::int16_t k = 3; k <= line.nkeyword; ++k) {
         std::int16_t id = 0;
-        if (!kol_read_number(kol_kw(keyword, k), tm_file_header(file).object_id_max, id)) return false;
+        if (!kol_read_number(line[k], tm_file_header(file).object_id_max, id)) return false;
         if (tm_inq_object_deleted(file, id)) return false;
         objects.push_back(id);
     }
@@ -123,47 +110,41 @@ kol_found_objects_t find_properties(tm_file_index_t file, std::string_view name,
 
 }  // namespace
 
-void kol_select_area_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    select_area(" SELect AREa ", true, nkeyword, keyword);
-}
+kol_result_t kol_select_area_cmd(const kol_line_t& line) { return select_area(true, line); }
 
-void kol_unselect_area_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    select_area(" UNSelect ARea ", false, nkeyword, keyword);
-}
+kol_result_t kol_unselect_area_cmd(const kol_line_t& line) { return select_area(false, line); }
 
-void kol_select_object_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (nkeyword == 2) return select_at_cursor(object_words, tm_family::all, nkeyword, keyword);
-    const tm_file_index_t file = kol_sheet_or_reject(object_words, 3, nkeyword, keyword);
+kol_result_t kol_select_object_cmd(const kol_line_t& line) {
+    if (line.nkeyword == 2) return select_at_cursor(tm_family::all);
+    const tm_file_index_t file = kol_context_file();
     kol_found_objects_t objects;
-    if (file == 0) return;
-    if (!read_objects(file, nkeyword, keyword, objects))
-        return kol_reject(object_words, 3, nkeyword, keyword, object_invalid);
-    select_found(object_words, nkeyword, keyword, objects);
+    if (file == 0) return kol_no_sheet;
+    if (!read_objects(file, line, objects)) return object_invalid;
+    return select_found(objects);
 }
 
-void kol_select_pin_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (nkeyword == 2) return select_at_cursor(pin_words, tm_family::pin, nkeyword, keyword);
-    const tm_file_index_t file = kol_sheet_or_reject(pin_words, 3, nkeyword, keyword);
-    if (file == 0) return;
-    const kol_found_objects_t pins = kol_find_pins(file, kol_kw(keyword, 3));
-    if (pins.empty()) return kol_reject(pin_words, 3, nkeyword, keyword, no_pin);
-    select_found(pin_words, nkeyword, keyword, pins);
+kol_result_t kol_select_pin_cmd(const kol_line_t& line) {
+    if (line.nkeyword == 2) return select_at_cursor(tm_family::pin);
+    const tm_file_index_t file = kol_context_file();
+    if (file == 0) return kol_no_sheet;
+    const kol_found_objects_t pins = kol_find_pins(file, line[3]);
+    if (pins.empty()) return no_pin;
+    return select_found(pins);
 }
 
-void kol_select_prop_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const tm_file_index_t file = kol_sheet_or_reject(property_words, 3, nkeyword, keyword);
-    if (file == 0) return;
-    const std::string_view value = nkeyword == 4 ? tm_view(kol_kw(keyword, 4)) : "*";
-    const kol_found_objects_t found = find_properties(file, tm_view(kol_kw(keyword, 3)), value);
-    if (found.empty()) return kol_reject(property_words, 3, nkeyword, keyword, no_property);
-    select_found(property_words, nkeyword, keyword, found);
+kol_result_t kol_select_prop_cmd(const kol_line_t& line) {
+    const tm_file_index_t file = kol_context_file();
+    if (file == 0) return kol_no_sheet;
+    const std::string_view value = line.nkeyword == 4 ? tm_view(line[4]) : "*";
+    const kol_found_objects_t found = find_properties(file, tm_view(line[3]), value);
+    if (found.empty()) return no_property;
+    return select_found(found);
 }
 
-void kol_unselect_all_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const tm_file_index_t file = kol_sheet_or_reject(all_words, 3, nkeyword, keyword);
-    if (file == 0) return;
+kol_result_t kol_unselect_all_cmd(const kol_line_t& /*line*/) {
+    const tm_file_index_t file = kol_context_file();
+    if (file == 0) return kol_no_sheet;
     std::int32_t count = 0;
     tm_unselect_all(file, count);
-    kol_echo(all_words, 3, nkeyword, keyword);
-    show_count(count, false);
+    return shown_count(count, false);
 }

@@ -10,27 +10,24 @@
 namespace {
 
 struct switch_command {
-    std::string_view rejection, on, off;  // echoes
+    std::string_view on, off;  // behind the command word
     bool tm_defref_var_rec_t::*state;
 };
-constexpr switch_command display_switch = {"# DISplay ", " DISplay ON ", " DISplay OFF ",
-                                           &tm_defref_var_rec_t::display_on};
-constexpr switch_command transcript_switch = {"# TRANScript ", " TRANScript  ON ", " TRANScript  OFF ",
-                                              &tm_defref_var_rec_t::transcript_state};
+constexpr switch_command display_switch = {"ON ", "OFF ", &tm_defref_var_rec_t::display_on};
+constexpr switch_command transcript_switch = {" ON ", " OFF ", &tm_defref_var_rec_t::transcript_state};
 
-void turn(const switch_command& which, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const bool on = tm_const_equal_string("ON", keyword[1]);
-    if (!on && !tm_const_equal_string("OF", keyword[1])) {
-        kol_echo(which.rejection, 2, nkeyword, keyword);
-        tm_display(second_par_incorrect);
-        return;
-    }
+constexpr kol_rejection_t no_list{"# !! Error :  List of commands for Help not found ? "};
+constexpr kol_rejection_t no_help{"# !! Error :  Help on this command not found ? "};
+
+kol_result_t turn(const switch_command& which, const kol_line_t& line) {
+    const bool on = tm_const_equal_string("ON", line[2]);
+    if (!on && !tm_const_equal_string("OF", line[2])) return kol_second_invalid;
     tm_vext.*which.state = on;
     if (on) {
         tm_shell.redraw_results();
         tm_shell.redraw_context();
     }
-    tm_display(on ? which.on : which.off);
+    return kol_accepted(on ? which.on : which.off);
 }
 
 bool show_file(const tm_string_record_t& path) {
@@ -51,42 +48,38 @@ bool show_file(const tm_string_record_t& path) {
 
 }  // namespace
 
-void kol_command_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    kol_echo("# COMmand ", 2, nkeyword, keyword);
-    tm_vext.str_cmd = kol_unquoted(keyword[1]);
+kol_result_t kol_command_cmd(const kol_line_t& line) {
+    kol_echo(line);
+    tm_vext.str_cmd = kol_unquoted(line[2]);
     tm_display_cmd(tm_vext.str_cmd);
+    return kol_shown();
 }
 
-void kol_display_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    turn(display_switch, nkeyword, keyword);
-}
+kol_result_t kol_display_cmd(const kol_line_t& line) { return turn(display_switch, line); }
 
-void kol_transcript_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    turn(transcript_switch, nkeyword, keyword);
-}
+kol_result_t kol_transcript_cmd(const kol_line_t& line) { return turn(transcript_switch, line); }
 
-void kol_help_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const bool list = nkeyword == 1;
+kol_result_t kol_help_cmd(const kol_line_t& line) {
+    const bool list = line.nkeyword == 1;
     tm_string_record_t path = tm_string(tm_installation_root());
     tm_append(list ? "/kolv/help/list_commands" : "/kolv/help/kol_1_", path);
-    if (!list) tm_append(tm_view(keyword[1]), path);
-    if (show_file(path)) return kol_echo(" HELp ", 2, nkeyword, keyword);
-    kol_echo("# HELp ", 2, nkeyword, keyword);
-    tm_display(list ? "# !! Error :  List of commands for Help not found ? "
-                    : "# !! Error :  Help on this command not found ? ");
-    kol_show({"# !! : \"", tm_view(path)});
+    if (!list) tm_append(tm_view(line[2]), path);
+    if (show_file(path)) return {};
+    return kol_result_t(list ? no_list : no_help).then({"# !! : \"", tm_view(path)});
 }
 
-void kol_bye_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& /*keyword*/) {
+kol_result_t kol_bye_cmd(const kol_line_t& line) {
     tm_vext.end_flag = true;
     kol_ext.save_to_do = true;
-    tm_display(" BYE ");
+    kol_echo(line);
     tm_shell.flush();
     motif_main_quit();
+    return kol_shown();
 }
 
-void kol_quit_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& /*keyword*/) {
+kol_result_t kol_quit_cmd(const kol_line_t& /*line*/) {
     tm_vext.end_flag = true;
     kol_ext.save_to_do = false;
     motif_main_quit();
+    return {};
 }

@@ -139,16 +139,15 @@ kol_rejection_t kol_check_context_sheet() {
     return kol_context_file() == 0 ? kol_no_sheet : kol_rejection_t{};
 }
 
-kol_rejection_t kol_read_point(std::int16_t k, std::int16_t nkeyword, kol_array_keyword_t& keyword,
-                               tm_point_t& point) {
-    const bool is_typed = nkeyword >= k;
-    if (is_typed && nkeyword != k + 1) return kol_count_invalid;
+kol_rejection_t kol_read_point(std::int16_t k, const kol_line_t& line, tm_point_t& point) {
+    const bool is_typed = line.nkeyword >= k;
+    if (is_typed && line.nkeyword != k + 1) return kol_count_invalid;
     if (!is_typed && tm_vext.numpage != tm_page::context) return window_invalid;
     if (kol_context_file() == 0) return kol_no_sheet;
     point = tm_vext.obj_pos;
     if (!is_typed) return {};
     const auto next = static_cast<std::int16_t>(k + 1);
-    const bool is_point = read_real(kol_kw(keyword, k), point.x) && read_real(kol_kw(keyword, next), point.y);
+    const bool is_point = read_real(line[k], point.x) && read_real(line[next], point.y);
     return is_point ? kol_rejection_t{} : point_invalid;
 }
 
@@ -178,11 +177,4 @@ bool kol_read_number(const tm_string_record_t& keyword, std::int32_t highest, st
     if (error_found || read < 1 || read > highest) return false;
     number = static_cast<std::int16_t>(read);
     return true;
-}
-
-tm_file_index_t kol_sheet_or_reject(std::string_view words, std::int16_t first, std::int16_t nkeyword,
-                                    kol_array_keyword_t& keyword) {
-    const tm_file_index_t file = kol_context_file();
-    if (file == 0) kol_reject(words, first, nkeyword, keyword, kol_no_sheet);
-    return file;
 }

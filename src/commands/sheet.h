@@ -10,7 +10,6 @@
 
 inline constexpr kol_rejection_t kol_no_sheet{"# !! Error :  No sheet in Context window ? "};
 inline constexpr kol_rejection_t kol_outside_page{"# !! Error : Invalid point (outside of page ...)  ? "};
-inline constexpr kol_rejection_t kol_count_invalid{nb_par_invalid};
 
 // Whether a number is that of a sheet file of the database.
 constexpr bool kol_is_file(std::int32_t file) { return file >= 1 && file <= 32; }
@@ -42,8 +41,7 @@ void kol_show_sheet(tm_file_index_t file);
 kol_rejection_t kol_check_context_sheet();
 // A point given by keywords k and k + 1; without them the cursor, for which the Context page must be shown.
 // The rejection says what is wrong.  Points are not snapped.
-kol_rejection_t kol_read_point(std::int16_t k, std::int16_t nkeyword, kol_array_keyword_t& keyword,
-                               tm_point_t& point);
+kol_rejection_t kol_read_point(std::int16_t k, const kol_line_t& line, tm_point_t& point);
 // Moves a point to the grid of the pins; why it does not lie on the page of the sheet in the window.
 kol_rejection_t kol_snap_into_page(bool is_typed, tm_point_t& point);
 // "12.50000 -3.00000 " as the echo of a point.
@@ -52,7 +50,3 @@ std::string kol_point_text(const tm_point_t& point);
 tm_string_record_t kol_keyword_text(const tm_string_record_t& keyword);
 // The keyword as a whole number in 1..highest, at most 30000; false for anything else.
 bool kol_read_number(const tm_string_record_t& keyword, std::int32_t highest, std::int16_t& number);
-
-// The sheet that a command works on; 0 when the Context page has none, which is then said under the echo.
-tm_file_index_t kol_sheet_or_reject(std::string_view words, std::int16_t first, std::int16_t nkeyword,
-                                    kol_array_keyword_t& keyword);

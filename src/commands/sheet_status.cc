@@ -14,12 +14,6 @@
 
 namespace {
 
-constexpr std::string_view object_words = " STAtus OBJect ";
-constexpr std::string_view property_words = " STAtus PROPerty ";
-constexpr std::string_view list_words = " LIST OBJects ";
-constexpr std::string_view file_words = " SHOw FILe ";
-constexpr std::string_view link_words = " SHOw LINk ";
-
 constexpr kol_rejection_t object_invalid{"# !! Error : No object of this number on the sheet ? "};
 constexpr kol_rejection_t none_selected{"# !! Error : No object selected ? "};
 constexpr kol_rejection_t no_property{"# !! Error : No property selected ? "};
@@ -80,28 +74,26 @@ std::string level_text(std::int16_t level) { return "level " + std::to_string(le
 
 }  // namespace
 
-void kol_status_object_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const tm_file_index_t file = kol_sheet_or_reject(object_words, 3, nkeyword, keyword);
-    if (file == 0) return;
+kol_result_t kol_status_object_cmd(const kol_line_t& line) {
+    const tm_file_index_t file = kol_context_file();
+    if (file == 0) return kol_no_sheet;
     const std::int16_t most = tm_file_header(file).object_id_max;
     std::int16_t wanted = 0;
-    if (nkeyword == 3 && !kol_read_number(kol_kw(keyword, 3), most, wanted))
-        return kol_reject(object_words, 3, nkeyword, keyword, object_invalid);
+    if (line.nkeyword == 3 && !kol_read_number(line[3], most, wanted)) return object_invalid;
     bool any = false;
     for (const std::int16_t id : tm_walk::of_file(file, tm_type_nil)) {
         if (!is_asked_for(tm_object(file, id), wanted)) continue;
         any = true;
         report_object(file, id);
     }
-    if (!any)
-        return kol_reject(object_words, 3, nkeyword, keyword, wanted != 0 ? object_invalid : none_selected);
-    kol_echo(object_words, 3, nkeyword, keyword);
+    if (!any) return wanted != 0 ? object_invalid : none_selected;
+    return {};
 }
 
-void kol_status_prop_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const tm_file_index_t file = kol_sheet_or_reject(property_words, 3, nkeyword, keyword);
-    if (file == 0) return;
-    const std::string_view name = nkeyword == 3 ? tm_view(kol_kw(keyword, 3)) : "*";
+kol_result_t kol_status_prop_cmd(const kol_line_t& line) {
+    const tm_file_index_t file = kol_context_file();
+    if (file == 0) return kol_no_sheet;
+    const std::string_view name = line.nkeyword == 3 ? tm_view(line[3]) : "*";
     bool any = false;
     for (const std::int16_t id : tm_walk::of_file(file, tm_type_property_2d)) {
         const auto& property = tm_object_as<tm_type_property_2d>(file, id);
@@ -109,20 +101,20 @@ void kol_status_prop_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
         any = true;
         kol_show({"#  PROPERTY : Handle = ", std::to_string(id), " ;  ", kol_property_text(property)});
     }
-    if (!any) return kol_reject(property_words, 3, nkeyword, keyword, no_property);
-    kol_echo(property_words, 3, nkeyword, keyword);
+    if (!any) return no_property;
+    return {};
 }
 
-void tm_object_list(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const tm_file_index_t file = kol_sheet_or_reject(list_words, 3, nkeyword, keyword);
-    if (file == 0) return;
+kol_result_t tm_object_list(const kol_line_t& /*line*/) {
+    const tm_file_index_t file = kol_context_file();
+    if (file == 0) return kol_no_sheet;
     const std::int16_t most = tm_file_header(file).object_id_max;
     for (std::int16_t id = 1; id <= most; ++id) list_object(tm_object(file, id));
     kol_show({"# ", std::to_string(most), most == 1 ? " object " : " objects "});
-    kol_echo(list_words, 3, nkeyword, keyword);
+    return {};
 }
 
-void kol_showfile_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_showfile_cmd(const kol_line_t& /*line*/) {
     bool any = false;
     for (std::int16_t level = 1; kol_is_level(level); ++level) {
         const tm_file_index_t file = kol_level(level).file_index;
@@ -134,16 +126,16 @@ void kol_showfile_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
         any = true;
         show_file("beside", static_cast<tm_file_index_t>(tm_vext.file_id_views));
     }
-    if (!any) return kol_reject(file_words, 3, nkeyword, keyword, no_file);
-    kol_echo(file_words, 3, nkeyword, keyword);
+    if (!any) return no_file;
+    return {};
 }
 
-void kol_show_link_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const tm_file_index_t file = kol_sheet_or_reject(link_words, 3, nkeyword, keyword);
-    if (file == 0) return;
+kol_result_t kol_show_link_cmd(const kol_line_t& /*line*/) {
+    const tm_file_index_t file = kol_context_file();
+    if (file == 0) return kol_no_sheet;
     const tm_file_io_rec_t& record = tm_file_record(file);
     kol_show({"# link  : \"", tm_view(record.link_pathname), "\" "});
     kol_show({"# value : \"", tm_view(record.link_value), "\" "});
     kol_show({"# data  : \"", tm_view(record.file_pathname), "\" "});
-    kol_echo(link_words, 3, nkeyword, keyword);
+    return {};
 }

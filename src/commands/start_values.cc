@@ -1,3 +1,5 @@
+// Start values of all simulation parameters.
+#include "commands/all_commands.h"
 #include "commands/interpreter.h"
 #include "commands/procedures.h"
 #include "commands/sheet.h"
@@ -25,6 +27,7 @@ void kol_initparam_before() {
     tm_vext.do_ind = 0;
     tm_vext.file_id_edit = 0;
     tm_vext.file_id_context = 0;
+    kol_use_commands(kol_all_commands());
     kol_use_level_sheets();
     kol_register_procedures();
 }

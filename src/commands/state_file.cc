@@ -19,16 +19,11 @@
 
 namespace {
 
-constexpr std::string_view save_words = " SAVe STAte ";
-constexpr std::string_view save_failed_words = "# SAVe STAte  ";
-constexpr std::string_view restore_words = " RESTore STAte ";
-constexpr std::string_view restore_failed_words = "# RESTore STAte  ";
-constexpr std::string_view restore_refused_words = "# RESTore STAte ";
-constexpr std::string_view cannot_open = " !! impossible to open : ";
-constexpr std::string_view cannot_read = " !! Impossible to read : ";
-constexpr std::string_view invalid_file = " !! ERROR INVALID file state ";
-constexpr std::string_view nets_cut = " !! ERROR restore state (net) NOT COMPLETED ? ";
-constexpr std::string_view pins_cut = " !! ERROR restore state (pin) NOT COMPLETED ? ";
+constexpr kol_rejection_t cannot_open{" !! impossible to open : ", kol_form::wide};
+constexpr kol_rejection_t cannot_read{" !! Impossible to read : ", kol_form::wide};
+constexpr kol_rejection_t invalid_file{" !! ERROR INVALID file state "};
+constexpr kol_rejection_t nets_cut{" !! ERROR restore state (net) NOT COMPLETED ? "};
+constexpr kol_rejection_t pins_cut{" !! ERROR restore state (pin) NOT COMPLETED ? "};
 constexpr kol_rejection_t not_at_end{"# !! Error : state can be saved only at the end of a run ? "};
 
 constexpr std::int32_t schematic_directory = 2;  // position of the stored argument
@@ -98,12 +93,12 @@ std::string state_bytes() {
 
 // ---- files
 
-tm_string_record_t state_file_path(kol_array_keyword_t& keyword) {
+tm_string_record_t state_file_path(const kol_line_t& line) {
     tm_string_record_t path;
     STATUS_T status;
     tm_get_arg(schematic_directory, path, status);
     tm_append("/", path);
-    tm_append(tm_view(kol_kw(keyword, file_keyword)), path);
+    tm_append(tm_view(line[file_keyword]), path);
     return path;
 }
 
@@ -170,52 +165,37 @@ bool read_pins(std::FILE* file) {
     return true;
 }
 
-// What is read before the end of a cut file stays; the text says where it ends, empty for a whole one.
-std::string_view read_states(std::FILE* file) {
+// What is read before the end of a cut file stays.
+kol_rejection_t read_states(std::FILE* file) {
     if (!read_nets(file)) return nets_cut;
-    return read_pins(file) ? std::string_view() : pins_cut;
+    return read_pins(file) ? kol_rejection_t() : pins_cut;
 }
 
-void show_failure(std::string_view words, std::string_view what, kol_array_keyword_t& keyword,
-                  const tm_string_record_t& path) {
-    kol_echo(words, file_keyword, file_keyword, keyword);
-    tm_display(what);
-    kol_show({" !! \"", tm_view(path), "\" "});
-}
-
-void show_refusal(std::string_view what, kol_array_keyword_t& keyword) {
-    kol_echo(restore_refused_words, file_keyword, file_keyword, keyword);
-    tm_display(what);
+kol_result_t failed(const kol_rejection_t& why, const tm_string_record_t& path) {
+    return kol_result_t(why).then({" !! \"", tm_view(path), "\" "});
 }
 
 }  // namespace
 
-void kol_save_state_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const tm_string_record_t path = state_file_path(keyword);
+kol_result_t kol_save_state_cmd(const kol_line_t& line) {
+    const tm_string_record_t path = state_file_path(line);
     tm_replacement file(path);
-    if (!file.is_open()) return show_failure(save_failed_words, cannot_open, keyword, path);
-    if (kol_ext.cur_time != kol_ext.end_time)
-        return kol_reject(save_words, file_keyword, nkeyword, keyword, not_at_end);
-    if (!file.write(state_bytes())) {
-        tm_count_error();
-        return show_failure(save_failed_words, cannot_open, keyword, path);
-    }
-    kol_echo(save_words, file_keyword, nkeyword, keyword);
+    if (!file.is_open()) return failed(cannot_open, path);
+    if (kol_ext.cur_time != kol_ext.end_time) return not_at_end;
+    if (file.write(state_bytes())) return {};
+    tm_count_error();
+    return failed(cannot_open, path);
 }
 
-void kol_restore_state_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const tm_string_record_t path = state_file_path(keyword);
+kol_result_t kol_restore_state_cmd(const kol_line_t& line) {
+    const tm_string_record_t path = state_file_path(line);
     const tm_stream file = open_state_file(path);
-    if (!file) return show_failure(restore_failed_words, cannot_open, keyword, path);
+    if (!file) return failed(cannot_open, path);
     std::string header;
-    if (!read_header(file.get(), header))
-        return show_failure(restore_failed_words, cannot_read, keyword, path);
-    if (!is_valid(header)) return show_refusal(invalid_file, keyword);
-    const std::string_view cut = read_states(file.get());
+    if (!read_header(file.get(), header)) return failed(cannot_read, path);
+    if (!is_valid(header)) return invalid_file;
+    const kol_rejection_t cut = read_states(file.get());
     kol_resume_at(header_of(header).time);
-    if (cut.empty())
-        kol_echo(restore_words, file_keyword, nkeyword, keyword);
-    else
-        show_refusal(cut, keyword);
     kol_redraw_states();
+    return cut;
 }

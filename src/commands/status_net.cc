@@ -11,12 +11,12 @@
 
 namespace {
 
-constexpr std::string_view words = " STAtus NET ";
 constexpr kol_rejection_t no_context_sheet{"# !! No Sheet available in Context Window ?  "};
 constexpr kol_rejection_t none_selected{"# !! Error : No NET selected ? "};
 constexpr kol_rejection_t not_in_design{"# !! Error : NET not Found in expand file ? "};
-constexpr kol_pick_words_t level_words{{"# !! Error :  No level sheet VALID for STAtus NET ? "},
-                                       {"# !! Error :  No sheet VALID for STAtus NET ? "}};
+constexpr kol_pick_words_t level_words{
+    {"# !! Error :  No level sheet VALID for STAtus NET ? "},
+    {"# !! Error :  No sheet VALID for STAtus NET ? ", kol_form::usual, "# LIST "}};
 
 // A pin property family is the place of a pin.
 std::string vertex_text(const tm_reader_t& sheet, std::int16_t vertex) {
@@ -42,7 +42,7 @@ bool has_selected_segment(tm_file_index_t file, std::int16_t net) {
     return false;
 }
 
-void report_net(tm_file_index_t file, std::int16_t id, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+void report_net(tm_file_index_t file, std::int16_t id, const kol_line_t& line) {
     kol_show({"#  OBJect : Handle = ", std::to_string(id), " ;  type = NET  "});
     for (const std::int16_t segment : tm_segments(file, id))
         if (is_reported(file, id, segment)) report_segment(file, segment);
@@ -50,30 +50,25 @@ void report_net(tm_file_index_t file, std::int16_t id, std::int16_t nkeyword, ko
     yx_net_record_t* net = nullptr;
     kol_find_sheet_net(id, name, net);
     if (net != nullptr) return kol_show({"# Net_sim_path: \"", kol_path(net->sim_path), "\" "});
-    kol_reject(words, 3, nkeyword, keyword, not_in_design);
-    kol_show({"# !! net_name : \"", tm_view(name), "\" "});
+    kol_show_result(line, kol_result_t(not_in_design).then({"# !! net_name : \"", tm_view(name), "\" "}));
 }
 
 // A sheet that is not the level's is refused with the words of LIST.
-bool may_report(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const kol_rejection_t wrong =
-        kol_context_file() == 0 ? no_context_sheet : kol_check_level_sheet(level_words);
-    const bool is_other_sheet = wrong.error == level_words.no_sheet.error;
-    if (wrong) kol_reject(is_other_sheet ? " LIST " : words, 3, nkeyword, keyword, wrong);
-    return !wrong;
+kol_rejection_t check() {
+    return kol_context_file() == 0 ? no_context_sheet : kol_check_level_sheet(level_words);
 }
 
 }  // namespace
 
-void kol_status_net_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (!may_report(nkeyword, keyword)) return;
+kol_result_t kol_status_net_cmd(const kol_line_t& line) {
+    if (const kol_rejection_t wrong = check()) return wrong;
     const tm_file_index_t file = kol_level_file();
     bool any = false;
     for (const std::int16_t net : tm_nets(file)) {
         if (!has_selected_segment(file, net)) continue;
         any = true;
-        report_net(file, net, nkeyword, keyword);
+        report_net(file, net, line);
     }
-    if (!any) return kol_reject(words, 3, nkeyword, keyword, none_selected);
-    kol_echo(words, 3, nkeyword, keyword);
+    if (!any) return none_selected;
+    return {};
 }

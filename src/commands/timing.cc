@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "commands/entry_expansion.h"
 #include "commands/handlers.h"
 #include "commands/keyword.h"
 #include "foundation/numbers.h"
@@ -13,9 +14,6 @@
 #include "kernel/setup.h"
 
 namespace {
-
-constexpr std::string_view coefficient_words = " TIMing COEFicient ";
-constexpr std::string_view index_words = " TIMing INDex ";
 
 constexpr kol_rejection_t kind_invalid{
     "# !! Error : Invalid 3rd parameter : should be \"D\",\"P\",\"S\",or \"H\" "};
@@ -98,25 +96,24 @@ void rescale_design(const coefficient_row& row, float factor) {
     kol_refresh_timing();
 }
 
-kol_rejection_t read_coefficient(kol_array_keyword_t& keyword, const coefficient_row*& row, float& factor) {
+kol_rejection_t read_coefficient(const kol_line_t& line, const coefficient_row*& row, float& factor) {
     row = std::ranges::find_if(coefficients, [&](const coefficient_row& candidate) {
-        return kol_begins_with_one_of(kol_kw(keyword, 3), candidate.letter);
+        return kol_begins_with_one_of(line[3], candidate.letter);
     });
     if (row == std::end(coefficients)) return kind_invalid;
     bool error_found = false;
-    tm_string_to_shortreal(kol_kw(keyword, 4), factor, error_found);
+    tm_string_to_shortreal(line[4], factor, error_found);
     return error_found || factor < 0 ? factor_invalid : kol_rejection_t{};
 }
 
-void echo_coefficients() {
-    tm_string_record_t line = tm_string(coefficient_words);
+std::string coefficients_text() {
+    std::string all;
     for (const coefficient_row& row : coefficients) {
         tm_string_record_t text;
         tm_shortreal_to_string(kol_ext.*row.coefficient, text);
-        tm_append(tm_view(text), line);
-        tm_append(" ", line);
+        all.append(tm_view(text)).append(" ");
     }
-    tm_display_list(line);
+    return all;
 }
 
 // ---- indexes
@@ -129,36 +126,36 @@ std::int16_t range_type(const tm_string_record_t& word) {
     return 0;
 }
 
-kol_rejection_t read_start(std::int16_t nkeyword, kol_array_keyword_t& keyword, std::int32_t& start) {
+kol_rejection_t read_start(const kol_line_t& line, std::int32_t& start) {
     bool error_found = false;
-    tm_string_to_int32(kol_kw(keyword, 3), start, error_found);
+    tm_string_to_int32(line[3], start, error_found);
     if (error_found || start < 1 || start > yx_timing_indexes) return start_invalid;
-    return start + (nkeyword - 3) - 1 > yx_timing_indexes ? end_invalid : kol_rejection_t{};
+    return start + (line.nkeyword - 3) - 1 > yx_timing_indexes ? end_invalid : kol_rejection_t{};
 }
 
 }  // namespace
 
-void kol_timing_coeficient_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const coefficient_row* row = nullptr;
-    float factor = 0;
-    if (const kol_rejection_t wrong = read_coefficient(keyword, row, factor))
-        return kol_reject(coefficient_words, 3, nkeyword, keyword, wrong);
-    kol_ext.*row->coefficient = factor;
-    rescale_design(*row, factor);
-    echo_coefficients();
+void kol_add_coefficients(tm_string_record_t& entry) {
+    for (const coefficient_row& row : coefficients) kol_add_factor(kol_ext.*row.coefficient, entry);
 }
 
-void kol_timing_index_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_timing_coeficient_cmd(const kol_line_t& line) {
+    const coefficient_row* row = nullptr;
+    float factor = 0;
+    if (const kol_rejection_t wrong = read_coefficient(line, row, factor)) return wrong;
+    kol_ext.*row->coefficient = factor;
+    rescale_design(*row, factor);
+    return kol_accepted(coefficients_text());
+}
+
+kol_result_t kol_timing_index_cmd(const kol_line_t& line) {
     std::int32_t start = 0;
-    if (const kol_rejection_t wrong = read_start(nkeyword, keyword, start))
-        return kol_reject(index_words, 3, nkeyword, keyword, wrong);
-    for (std::int16_t k = 4; k <= nkeyword; ++k) {
-        if (range_type(kol_kw(keyword, k)) != 0) continue;
-        kol_reject(index_words, 3, nkeyword, keyword,
-                   {std::string(type_invalid).append(tm_view(kol_kw(keyword, k))).append("\" ")});
-        return;
+    if (const kol_rejection_t wrong = read_start(line, start)) return wrong;
+    for (std::int16_t k = 4; k <= line.nkeyword; ++k) {
+        if (range_type(line[k]) != 0) continue;
+        return kol_rejected({type_invalid, tm_view(line[k]), "\" "});
     }
-    for (std::int16_t k = 4; k <= nkeyword; ++k)
-        kol_ext.timing_ar[static_cast<std::size_t>(start - 1 + k - 4)] = range_type(kol_kw(keyword, k));
-    kol_echo(index_words, 3, nkeyword, keyword);
+    for (std::int16_t k = 4; k <= line.nkeyword; ++k)
+        kol_ext.timing_ar[static_cast<std::size_t>(start - 1 + k - 4)] = range_type(line[k]);
+    return {};
 }

@@ -10,9 +10,6 @@
 
 namespace {
 
-constexpr std::string_view bus_words = " DEFine BUS ";
-constexpr std::string_view member_words = " DEFine BUS  ";
-
 constexpr kol_rejection_t kind_invalid{
     "# !! Error : 3rd parameter invalid ( should be : \"Comb\" or \"Nocomb\" ) "};
 constexpr kol_rejection_t name_invalid{"# !! Error : 4th parameter invalid ( should begin with letter ) "};
@@ -60,9 +57,9 @@ bool contains(const yx_bus_rec_t& bus, const yx_bus_rec_t& other) {
 }
 
 // Checks keywords 3 and 4; existing: the bus to append to, none for a new bus.
-kol_rejection_t read_bus(kol_array_keyword_t& keyword, yx_bus_rec_t*& existing) {
-    const tm_string_record_t& kind = kol_kw(keyword, 3);
-    const tm_string_record_t& name = kol_kw(keyword, 4);
+kol_rejection_t read_bus(const kol_line_t& line, yx_bus_rec_t*& existing) {
+    const tm_string_record_t& kind = line[3];
+    const tm_string_record_t& name = line[4];
     if (!kol_begins_with_one_of(kind, "CNA")) return kind_invalid;
     if (!kol_begins_with_letter(name)) return name_invalid;
     yx_net_record_t* net = nullptr;
@@ -75,10 +72,9 @@ kol_rejection_t read_bus(kol_array_keyword_t& keyword, yx_bus_rec_t*& existing) 
     return {};
 }
 
-kol_rejection_t find_members(std::int16_t nkeyword, kol_array_keyword_t& keyword,
-                             const yx_bus_rec_t* existing, found_members& members) {
-    for (std::int16_t k = first_member_keyword; k <= nkeyword; ++k) {
-        if (!kol_find_signal(kol_kw(keyword, k), members.emplace_back())) return member_not_found;
+kol_rejection_t find_members(const kol_line_t& line, const yx_bus_rec_t* existing, found_members& members) {
+    for (std::int16_t k = first_member_keyword; k <= line.nkeyword; ++k) {
+        if (!kol_find_signal(line[k], members.emplace_back())) return member_not_found;
         const yx_bus_rec_t* bus = members.back().bus;
         if (bus != nullptr && existing != nullptr && contains(*bus, *existing)) return bus_in_itself;
     }
@@ -115,11 +111,11 @@ bool add_members(yx_bus_rec_t& bus, const found_members& members) {
     return false;
 }
 
-bool make_bus(kol_array_keyword_t& keyword, const found_members& members) {
+bool make_bus(const kol_line_t& line, const found_members& members) {
     auto* bus = new yx_bus_rec_t;
-    bus->name = kol_kw(keyword, 4);
+    bus->name = line[4];
     bus->cur_sim_path = kol_ext.cur_sim_path;
-    bus->combine = kol_begins_with_one_of(kol_kw(keyword, 3), "C");
+    bus->combine = kol_begins_with_one_of(line[3], "C");
     if (!add_members(*bus, members)) {
         delete bus;
         return false;
@@ -136,15 +132,14 @@ bool extend_bus(yx_bus_rec_t& bus, const found_members& members) {
 
 }  // namespace
 
-void kol_define_bus_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_define_bus_cmd(const kol_line_t& line) {
     yx_bus_rec_t* existing = nullptr;
     found_members members;
-    if (const kol_rejection_t wrong = read_bus(keyword, existing))
-        kol_reject(bus_words, 3, nkeyword, keyword, wrong);
-    else if (const kol_rejection_t unknown = find_members(nkeyword, keyword, existing, members))
-        kol_reject(member_words, 3, nkeyword, keyword, unknown);
-    else if (!(existing != nullptr ? extend_bus(*existing, members) : make_bus(keyword, members)))
-        kol_reject(bus_words, 3, nkeyword, keyword, bus_too_large);
-    else
-        kol_echo(bus_words, 3, nkeyword, keyword);
+    if (const kol_rejection_t wrong = read_bus(line, existing)) return wrong;
+    if (kol_result_t wrong = find_members(line, existing, members)) {
+        wrong.form = kol_form::wide;
+        return wrong;
+    }
+    const bool fits = existing != nullptr ? extend_bus(*existing, members) : make_bus(line, members);
+    return fits ? kol_rejection_t{} : bus_too_large;
 }

@@ -23,36 +23,31 @@ reference read_reference(const tm_string_record_t& keyword, std::size_t& index) 
     return index >= 1 && index <= kol_max_parameters ? reference::good : reference::malformed;
 }
 
-void reject(std::string_view echo, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    kol_echo(echo, 2, nkeyword, keyword);
-    tm_display(second_par_incorrect);
-}
-
 }  // namespace
 
-bool kol_assign_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword, kol_array_param_t& var_father) {
+kol_result_t kol_assign_cmd(const kol_line_t& line) {
     std::size_t index = 0;
-    const reference found = read_reference(keyword[1], index);
+    const reference found = read_reference(line[2], index);
+    if (found == reference::ignored) return kol_shown();
+    kol_result_t result;
     if (found == reference::malformed) {
-        reject("# ASSIgn ", nkeyword, keyword);
-        return false;
+        result = kol_second_invalid;
+        result.ends_line = true;
+    } else {
+        line.variables[index - 1] = line.nkeyword == 3 ? line[3] : tm_string_record_t{};
     }
-    if (found == reference::ignored) return true;
-    var_father[index - 1] = nkeyword == 3 ? keyword[2] : tm_string_record_t{};
-    kol_echo(" ASSIgn ", 2, nkeyword, keyword);
-    return true;
+    return result;
 }
 
-void kol_readln_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword, kol_array_param_t& var_father) {
-    if (!tm_const_equal_string("$VAR", keyword[1])) return reject("# READln ", nkeyword, keyword);
-    const tm_string_record_t echo = kol_echo_line(" READln ", 2, nkeyword, keyword);
-    if (nkeyword == 3) {
-        tm_vext.str_cmd = echo;
-        tm_display_cmd(echo);
-        return;
+kol_result_t kol_readln_cmd(const kol_line_t& line) {
+    if (!tm_const_equal_string("$VAR", line[2])) return kol_second_invalid;
+    if (line.nkeyword == 3) {
+        tm_vext.str_cmd = kol_echo_line(line);
+        tm_display_cmd(tm_vext.str_cmd);
+        return kol_shown();
     }
     std::size_t index = 0;
-    if (read_reference(keyword[1], index) != reference::good) return reject("# READln ", nkeyword, keyword);
-    var_father[index - 1] = keyword[3];
-    tm_display_list(echo);
+    if (read_reference(line[2], index) != reference::good) return kol_second_invalid;
+    line.variables[index - 1] = line[4];
+    return {};
 }

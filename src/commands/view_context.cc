@@ -13,18 +13,13 @@
 
 namespace {
 
-constexpr std::string_view all_words = " VIEw ALl ";
-constexpr std::string_view area_words = " VIEw ARea ";
-
 struct view_t {
-    std::string_view words;
     kol_find_objects_t find;
     kol_rejection_t not_found;
 };
-constexpr view_t instance_view{
-    " VIEw INStance ", kol_find_instances, {"# !! Error : Instance not found on this sheet ? "}};
-constexpr view_t net_view{" VIEw NET ", kol_find_nets, {"# !! Error : Net not found on this sheet ? "}};
-constexpr view_t pin_view{" VIEw PIN ", kol_find_pins, {"# !! Error : Pin not found on this sheet ? "}};
+constexpr view_t instance_view{kol_find_instances, {"# !! Error : Instance not found on this sheet ? "}};
+constexpr view_t net_view{kol_find_nets, {"# !! Error : Net not found on this sheet ? "}};
+constexpr view_t pin_view{kol_find_pins, {"# !! Error : Pin not found on this sheet ? "}};
 
 bool is_on_page(const view_t& view, const kol_page_t& page, const tm_string_record_t& name) {
     tm_file_index_t file = 0;
@@ -45,47 +40,40 @@ bool turn_to_page_with(const view_t& view, const tm_string_record_t& name) {
     return false;
 }
 
-void view_named(const view_t& view, std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (kol_sheet_or_reject(view.words, 3, nkeyword, keyword) == 0) return;
-    const tm_string_record_t& name = kol_kw(keyword, 3);
-    if (view.find(kol_context_file(), name).empty() && !turn_to_page_with(view, name))
-        return kol_reject(view.words, 3, nkeyword, keyword, view.not_found);
+kol_result_t view_named(const view_t& view, const kol_line_t& line) {
+    if (kol_context_file() == 0) return kol_no_sheet;
+    const tm_string_record_t& name = line[3];
+    if (view.find(kol_context_file(), name).empty() && !turn_to_page_with(view, name)) return view.not_found;
     const tm_file_index_t file = kol_context_file();
     std::int32_t count = 0;
     tm_unselect_all(file, count);
     kol_select_found(file, view.find(file, name), true);
     kol_centre_on(file, view.find(file, name));
     tm_shell.redraw_context();
-    kol_echo(view.words, 3, nkeyword, keyword);
+    return {};
 }
 
 }  // namespace
 
-void kol_view_all_context(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const tm_file_index_t file = kol_sheet_or_reject(all_words, 3, nkeyword, keyword);
-    if (file == 0) return;
+kol_result_t kol_view_all_context() {
+    const tm_file_index_t file = kol_context_file();
+    if (file == 0) return kol_no_sheet;
     tm_view_all(file);
     tm_shell.redraw_context();
-    tm_display(all_words);
+    return {};
 }
 
-void kol_view_area_context(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_view_area_context() {
     tm_bounds_t area;
     const kol_rejection_t unmarked = kol_marked_area(area);  // marking is over, however this ends
-    const tm_file_index_t file = kol_sheet_or_reject(area_words, 3, nkeyword, keyword);
-    if (file == 0) return;
-    if (unmarked) return kol_reject(area_words, 3, nkeyword, keyword, unmarked);
+    const tm_file_index_t file = kol_context_file();
+    if (file == 0) return kol_no_sheet;
+    if (unmarked) return unmarked;
     tm_view_area(file, area);
     tm_shell.redraw_context();
-    tm_display(area_words);
+    return {};
 }
 
-void kol_view_instance_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    view_named(instance_view, nkeyword, keyword);
-}
-void kol_view_net_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    view_named(net_view, nkeyword, keyword);
-}
-void kol_view_pin_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    view_named(pin_view, nkeyword, keyword);
-}
+kol_result_t kol_view_instance_cmd(const kol_line_t& line) { return view_named(instance_view, line); }
+kol_result_t kol_view_net_cmd(const kol_line_t& line) { return view_named(net_view, line); }
+kol_result_t kol_view_pin_cmd(const kol_line_t& line) { return view_named(pin_view, line); }

@@ -13,11 +13,6 @@
 
 namespace {
 
-constexpr std::string_view all_words = " VIEw ALl ";
-constexpr std::string_view area_words = " VIEw ARea ";
-constexpr std::string_view time_words = " VIEw TIMe ";
-constexpr std::string_view window_words = " VIEw WINdow ";
-
 constexpr kol_rejection_t time_invalid{"# !! Error : Invalid view time "};
 
 constexpr kol_rejection_t area_too_narrow{"# !! Error : Marked area too narrow ( at least 3 pixels ) ? "};
@@ -48,14 +43,14 @@ kol_rejection_t view_area() {
 
 }  // namespace
 
-void kol_pop_cmd(std::int16_t /*nkeyword*/, kol_array_keyword_t& /*keyword*/) {
+kol_result_t kol_pop_cmd(const kol_line_t& /*line*/) {
     tm_shell.show_other_page();
-    tm_display(" POP ");
+    return {};
 }
 
 // Fits the simulated time into the trace; the list begins at its first row.
-void kol_view_all_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (tm_vext.numpage != tm_page::results) return kol_view_all_context(nkeyword, keyword);
+kol_result_t kol_view_all_cmd(const kol_line_t& /*line*/) {
+    if (tm_vext.numpage != tm_page::results) return kol_view_all_context();
     if (kol_ext.list_or_trace) {
         kol_ext.list_cur_time = 0;
     } else {
@@ -63,33 +58,30 @@ void kol_view_all_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
         kol_ext.trace_scale = std::max(kol_ext.end_time / kol_trace_divisions, 1);
     }
     tm_shell.redraw_results();
-    tm_display(all_words);
+    return {};
 }
 
-void kol_view_area_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    if (tm_vext.numpage != tm_page::results) return kol_view_area_context(nkeyword, keyword);
-    if (const kol_rejection_t wrong = view_area()) return kol_reject(area_words, 3, nkeyword, keyword, wrong);
+kol_result_t kol_view_area_cmd(const kol_line_t& /*line*/) {
+    if (tm_vext.numpage != tm_page::results) return kol_view_area_context();
+    if (const kol_rejection_t wrong = view_area()) return wrong;
     tm_shell.redraw_results();
-    tm_display(area_words);
+    return {};
 }
 
-void kol_view_time_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const tm_string_record_t& view = kol_kw(keyword, 3);
-    if (!kol_begins_with_one_of(view, "LT"))
-        return kol_reject(time_words, 3, nkeyword, keyword, kol_view_invalid);
+kol_result_t kol_view_time_cmd(const kol_line_t& line) {
+    const tm_string_record_t& view = line[3];
+    if (!kol_begins_with_one_of(view, "LT")) return kol_view_invalid;
     std::int32_t time = 0;
-    if (!kol_read_positive_time(kol_kw(keyword, 4), time))
-        return kol_reject(time_words, 3, nkeyword, keyword, time_invalid);
+    if (!kol_read_positive_time(line[4], time)) return time_invalid;
     (kol_begins_with_one_of(view, "L") ? kol_ext.list_cur_time : kol_ext.trace_cur_time) = time;
     tm_shell.redraw_results();
-    kol_echo(time_words, 3, nkeyword, keyword);
+    return {};
 }
 
-void kol_view_window_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const tm_string_record_t& view = kol_kw(keyword, 3);
-    if (!kol_begins_with_one_of(view, "LT"))
-        return kol_reject(window_words, 3, nkeyword, keyword, kol_view_invalid);
+kol_result_t kol_view_window_cmd(const kol_line_t& line) {
+    const tm_string_record_t& view = line[3];
+    if (!kol_begins_with_one_of(view, "LT")) return kol_view_invalid;
     kol_ext.list_or_trace = kol_begins_with_one_of(view, "L");
     tm_shell.redraw_results();
-    kol_echo(window_words, 3, nkeyword, keyword);
+    return {};
 }

@@ -11,5 +11,5 @@ inline constexpr kol_rejection_t kol_view_invalid{
     "# !! Error : Invalid 3rd parameter (should be \"List\",\"Trace\") ? "};
 
 // VIEW ALL and VIEW AREA on the Context page.
-void kol_view_all_context(std::int16_t nkeyword, kol_array_keyword_t& keyword);
-void kol_view_area_context(std::int16_t nkeyword, kol_array_keyword_t& keyword);
+kol_result_t kol_view_all_context();
+kol_result_t kol_view_area_context();

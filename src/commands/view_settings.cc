@@ -1,4 +1,5 @@
 // PERIOD LIST, PERIOD TRACE, SCALE TRACE TIME, SCALE USER UNIT and SWITCHE LIST.
+#include "commands/entry_expansion.h"
 #include "commands/handlers.h"
 #include "commands/keyword.h"
 #include "commands/view_rules.h"
@@ -9,18 +10,13 @@
 
 namespace {
 
-constexpr std::string_view period_list_words = " PERiod LISt ";
-constexpr std::string_view period_trace_words = " PERiod TRAce ";
-constexpr std::string_view trace_scale_words = " SCAle TRAce TIMe ";
-constexpr std::string_view user_unit_words = " SCAle USEr UNIt ";
-constexpr std::string_view switche_words = " SWItche LISt ";
-
 constexpr kol_rejection_t period_invalid{"# !! Error : Invalid period_time "};
 constexpr kol_rejection_t base_invalid{"# !! Error : Invalid base_time "};
 constexpr kol_rejection_t scale_invalid{"# !! Error : Invalid time scale "};
 constexpr kol_rejection_t unit_invalid{"# !! Error : Invalid scale user unit time "};
 constexpr kol_rejection_t switch_invalid{
-    "# !! Error : 3rd parameter invalid (should be :\"Cha\",\"Per\",\"Sta\",\"Val\")"};
+    "# !! Error : 3rd parameter invalid (should be :\"Cha\",\"Per\",\"Sta\",\"Val\")", kol_form::usual,
+    "# LIST "};
 
 struct switch_t {
     std::string_view letter, echo;
@@ -51,58 +47,61 @@ bool turn(const switch_t& chosen) {
 
 }  // namespace
 
-void kol_period_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_period_list_cmd(const kol_line_t& line) {
     std::int32_t period = 0, base = 0;
-    if (!kol_read_positive_time(kol_kw(keyword, 3), period))
-        return kol_reject(period_list_words, 3, nkeyword, keyword, period_invalid);
-    const bool with_base = nkeyword == 4;
-    if (with_base && !kol_read_positive_time(kol_kw(keyword, 4), base))
-        return kol_reject(period_list_words, 3, nkeyword, keyword, base_invalid);
+    if (!kol_read_positive_time(line[3], period)) return period_invalid;
+    const bool with_base = line.nkeyword == 4;
+    if (with_base && !kol_read_positive_time(line[4], base)) return base_invalid;
     kol_ext.list_period = period;
     if (with_base) kol_ext.list_base_time = base;
     tm_shell.redraw_results();
-    kol_show({period_list_words, kol_time_text(period), with_base ? " " + kol_time_text(base) : ""});
+    return kol_accepted(kol_time_text(period) + (with_base ? " " + kol_time_text(base) : ""));
 }
 
-void kol_period_trace_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_period_trace_cmd(const kol_line_t& line) {
     std::int32_t period = 0;
-    if (!kol_read_positive_time(kol_kw(keyword, 3), period))
-        return kol_reject(period_trace_words, 3, nkeyword, keyword, period_invalid);
+    if (!kol_read_positive_time(line[3], period)) return period_invalid;
     kol_ext.trace_period = period;
     kol_ext.trace_period_on = true;
     tm_shell.redraw_results();
-    kol_show({period_trace_words, kol_time_text(period)});
+    return kol_accepted(kol_time_text(period));
 }
 
-void kol_scale_trace_time_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_scale_trace_time_cmd(const kol_line_t& line) {
     std::int32_t scale = 0;
-    if (!kol_read_time(kol_kw(keyword, 4), scale) || scale <= 0)
-        return kol_reject(trace_scale_words, 4, nkeyword, keyword, scale_invalid);
+    if (!kol_read_time(line[4], scale) || scale <= 0) return scale_invalid;
     kol_ext.trace_scale = scale;
     tm_shell.redraw_results();
-    kol_show({trace_scale_words, kol_time_text(scale)});
+    return kol_accepted(kol_time_text(scale));
 }
 
-void kol_scale_user_unit_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t kol_scale_user_unit_cmd(const kol_line_t& line) {
     float factor = 0;
     bool error_found = false;
-    tm_string_to_shortreal(kol_kw(keyword, 4), factor, error_found);
-    if (error_found || factor < 0) return kol_reject(user_unit_words, 4, nkeyword, keyword, unit_invalid);
+    tm_string_to_shortreal(line[4], factor, error_found);
+    if (error_found || factor < 0) return unit_invalid;
     kol_ext.scale_user_unit = factor;
     tm_shell.redraw_results();
     tm_string_record_t text;
     tm_shortreal_to_string(factor, text);
-    kol_show({user_unit_words, tm_view(text)});
+    return kol_accepted(tm_view(text));
 }
 
-void kol_switche_list_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const switch_t* const chosen = find_switch(kol_kw(keyword, 3));
-    if (chosen == nullptr) {
-        tm_display("# LIST ");
-        tm_display(switch_invalid.error);
-        return;
-    }
-    if (!turn(*chosen)) return kol_reject(switche_words, 3, nkeyword, keyword, kol_list_too_wide);
+kol_result_t kol_switche_list_cmd(const kol_line_t& line) {
+    const switch_t* const chosen = find_switch(line[3]);
+    if (chosen == nullptr) return switch_invalid;
+    if (!turn(*chosen)) return kol_list_too_wide;
     tm_shell.redraw_results();
-    kol_show({switche_words, chosen->echo});
+    return kol_accepted(chosen->echo);
 }
+
+void kol_add_list_period(tm_string_record_t& entry) {
+    kol_add_time(kol_ext.list_period, entry);
+    if (kol_ext.list_period >= 0) kol_add_time(kol_ext.list_base_time, entry);
+}
+
+void kol_add_trace_period(tm_string_record_t& entry) { kol_add_time(kol_ext.trace_period, entry); }
+
+void kol_add_trace_scale(tm_string_record_t& entry) { kol_add_time(kol_ext.trace_scale, entry); }
+
+void kol_add_user_unit(tm_string_record_t& entry) { kol_add_factor(kol_ext.scale_user_unit, entry); }

@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr std::string_view words = " VIEw SHEet ";
 constexpr std::string_view page_error = "# !! Error : Page not found ? : ";
 constexpr kol_rejection_t page_invalid{
     "# !! Error : Invalid page (should be a number, \"Next\" or \"Previous\") ? "};
@@ -24,10 +23,8 @@ constexpr std::string_view errors[] = {
     "# !! Error : No Sheet Available ? : ",
 };
 
-void reject_directory(std::int16_t nkeyword, kol_array_keyword_t& keyword, std::string_view error,
-                      std::string_view directory) {
-    kol_reject(words, 3, nkeyword, keyword, kol_rejection_t{error});
-    kol_show({"# !! : \"", directory, "\" "});
+kol_result_t no_sheet_at(std::string_view directory, std::string_view error) {
+    return kol_result_t(kol_rejection_t{error}).then({"# !! : \"", directory, "\" "});
 }
 
 bool is_schematic_directory(const tm_string_record_t& directory) {
@@ -56,17 +53,15 @@ void bring_page_forward() {
     if (tm_vext.numpage != tm_page::context) tm_shell.show_other_page();
 }
 
-void view_directory(const tm_string_record_t& directory, std::int16_t nkeyword,
-                    kol_array_keyword_t& keyword) {
-    const bool is_top = nkeyword == 2 || is_schematic_directory(directory);
+kol_result_t view_directory(const tm_string_record_t& directory, const kol_line_t& line) {
+    const bool is_top = line.nkeyword == 2 || is_schematic_directory(directory);
     auto file = is_top ? kol_level(1).file_index : static_cast<tm_file_index_t>(tm_vext.file_id_views);
     const kol_sheet_found found = kol_read_sheet(is_top ? kol_ext.dir_path : directory, file);
     if (found != kol_sheet_found::yes)
-        return reject_directory(nkeyword, keyword, errors[static_cast<std::size_t>(found)],
-                                tm_view(directory));
+        return no_sheet_at(tm_view(directory), errors[static_cast<std::size_t>(found)]);
     (is_top ? show_top : show_aside)(file);
     bring_page_forward();
-    kol_echo(words, 3, nkeyword, keyword);
+    return {};
 }
 
 bool read_page(const tm_string_record_t& keyword, kol_page_t& page) {
@@ -78,28 +73,25 @@ bool read_page(const tm_string_record_t& keyword, kol_page_t& page) {
     return kol_read_number(keyword, 9999, page.number);
 }
 
-void view_page(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
+kol_result_t view_page(const kol_line_t& line) {
     const tm_file_index_t file = kol_level_file();
-    if (file == 0 || file != tm_vext.file_id_context)
-        return kol_reject(words, 3, nkeyword, keyword, no_level_sheet);
+    if (file == 0 || file != tm_vext.file_id_context) return no_level_sheet;
     kol_page_t page = kol_page_of(file);
-    if (!read_page(kol_kw(keyword, 4), page)) return kol_reject(words, 3, nkeyword, keyword, page_invalid);
-    if (!kol_page_exists(page))
-        return reject_directory(nkeyword, keyword, page_error, kol_page_directory(page));
+    if (!read_page(line[4], page)) return page_invalid;
+    if (!kol_page_exists(page)) return no_sheet_at(kol_page_directory(page), page_error);
     const kol_sheet_found found = kol_turn_page(page);
     if (found != kol_sheet_found::yes)
-        return reject_directory(nkeyword, keyword, errors[static_cast<std::size_t>(found)],
-                                kol_page_directory(page));
+        return no_sheet_at(kol_page_directory(page), errors[static_cast<std::size_t>(found)]);
     bring_page_forward();
-    kol_echo(words, 3, nkeyword, keyword);
+    return {};
 }
 
 }  // namespace
 
-void kol_view_sheet_cmd(std::int16_t nkeyword, kol_array_keyword_t& keyword) {
-    const bool is_page = nkeyword > 2 && tm_const_iden_string("PAGE", kol_kw(keyword, 3));
-    if (is_page && nkeyword == 4) return view_page(nkeyword, keyword);
-    if (nkeyword > 3) return kol_reject(words, 3, nkeyword, keyword, kol_count_invalid);
-    if (nkeyword == 2) return view_directory(kol_ext.dir_path, nkeyword, keyword);
-    view_directory(kol_sheet_directory(tm_view(kol_keyword_text(kol_kw(keyword, 3)))), nkeyword, keyword);
+kol_result_t kol_view_sheet_cmd(const kol_line_t& line) {
+    const bool is_page = line.nkeyword > 2 && tm_const_iden_string("PAGE", line[3]);
+    if (is_page && line.nkeyword == 4) return view_page(line);
+    if (line.nkeyword > 3) return kol_count_invalid;
+    if (line.nkeyword == 2) return view_directory(kol_ext.dir_path, line);
+    return view_directory(kol_sheet_directory(tm_view(kol_keyword_text(line[3]))), line);
 }

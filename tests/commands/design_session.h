@@ -7,7 +7,7 @@
 #include "support/design_build.h"
 #include "support/stimuli.h"
 
-inline const std::string count_error(nb_par_invalid);
+inline const std::string count_error(kol_count_invalid.error);
 
 class design_session : public command_session {
 protected:

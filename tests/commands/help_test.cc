@@ -29,8 +29,7 @@ bool has_command_of(std::string_view line, const std::string& topic) {
     tm_string_record_t command;
     std::int32_t pos = 1;
     while (kol_next_command(tm_string(line), pos, command)) {
-        kol_array_keyword_t keyword;
-        const kol_command_row_t* row = kol_find_command(kol_split_keywords(command, keyword), keyword);
+        const kol_command_row_t* row = kol_find_command(kol_split_keywords(command));
         if (row != nullptr && kol_help_topic(*row) == topic) return true;
     }
     return false;

@@ -32,7 +32,7 @@ const std::string none_named = "# !! Error : No Instance(or more than 1) with \"
 TEST_F(hierarchy, checks_come_in_order) {
     const std::string no_design = "# !! Error : No design Sheet available ";
     const std::string no_valid = "# !! Error : No valid design Sheet available ";
-    expect_refused("view up u1", {"# VIEw UP \"u1\"   ", std::string(nb_par_invalid)});
+    expect_refused("view up u1", {"# VIEw UP \"u1\"   ", std::string(kol_count_invalid.error)});
     expect_refused("view down u1", {"# VIEw DOWn \"u1\"   ", no_design});
     kol_ext.file_level_cur = 29;
     expect_refused("view up", {"# VIEw UP ", no_design});

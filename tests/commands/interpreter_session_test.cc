@@ -9,7 +9,7 @@ using interpreter_session = command_session;
 TEST_F(interpreter_session, turns_display_and_transcript_on_and_off) {
     EXPECT_EQ(type("DISPLAY off;disp ONLY;TRANSCRIPT on;TRANS OF"),
               (lines{" DISplay OFF ", " DISplay ON ", " TRANScript  ON ", " TRANScript  OFF "}));
-    EXPECT_EQ(type("TRANS o"), (lines{"# TRANScript o ", std::string(second_par_incorrect)}));
+    EXPECT_EQ(type("TRANS o"), (lines{"# TRANScript o ", std::string(kol_second_invalid.error)}));
     EXPECT_TRUE(tm_vext.display_on && !tm_vext.transcript_state);
     EXPECT_EQ(seen.redraws, 4);
 }

@@ -8,7 +8,7 @@ namespace {
 
 using interpreter = command_session;
 
-const std::string count_error(nb_par_invalid), second_error(second_par_incorrect),
+const std::string count_error(kol_count_invalid.error), second_error(kol_second_invalid.error),
     no_sheet("# !! Error :  No sheet in Context window ? ");
 
 lines unknown(const std::string& command) {
@@ -61,9 +61,7 @@ std::string sample(const kol_command_row_t& row) {
 
 TEST_F(interpreter, finds_every_row_of_the_table) {
     for (const kol_command_row_t& row : kol_command_table()) {
-        kol_array_keyword_t keyword;
-        const std::int16_t nkeyword = kol_split_keywords(tm_string(sample(row)), keyword);
-        EXPECT_EQ(kol_find_command(nkeyword, keyword), &row) << sample(row);
+        EXPECT_EQ(kol_find_command(kol_split_keywords(tm_string(sample(row)))), &row) << sample(row);
     }
 }
 

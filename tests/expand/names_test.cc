@@ -4,6 +4,7 @@
 #include <set>
 #include <sstream>
 
+#include "commands/all_commands.h"
 #include "commands/interpreter.h"
 #include "expand/design_out.h"
 #include "expansion.h"
@@ -21,6 +22,7 @@ class names : public expansion {
 protected:
     // What a command shows.
     static lines type(const std::string& line) {
+        kol_use_commands(kol_all_commands());
         tst_take_lines();
         kol_process_command(tm_string(line), kol_ext.ext_arg, kol_ext.top_var);
         return tst_take_lines();
