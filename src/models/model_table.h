@@ -8,15 +8,20 @@
 
 #include "kernel/model.h"
 #include "models/dff.h"
+#include "models/dlatch.h"
 #include "models/gates.h"
 #include "models/latch.h"
+#include "models/lut.h"
 #include "models/smos.h"
 #include "models/stable.h"
+#include "models/tri.h"
 
 enum class kol_model_kind : std::uint8_t {
     gate,       // the function of its inputs; its name is a function in the formulas of cells
     register_,  // keeps a value: D, a clock or enable, R, S; takes initial values
     switch_,    // drives and reads its terminals
+    buffer,     // drives its net or leaves it to others
+    table,      // the function of its inputs that a property says
     checker,    // drives nothing
 };
 
@@ -58,6 +63,16 @@ inline constexpr std::array kol_stable_pins = {
     kol_pin_row_t{"D", 1, 1, kol_stable_d_hdler},
     kol_pin_row_t{"CLK", 3, 4, kol_stable_clk_hdler},
     kol_pin_row_t{"E", 1, 2, kol_stable_e_hdler},
+};
+inline constexpr std::array kol_dlatch_pins = {
+    kol_pin_row_t{"D", 1, 1, kol_dlatch_d_hdler},
+    kol_pin_row_t{"E", 1, 2, kol_dlatch_e_hdler},
+    kol_pin_row_t{"R", 1, 2, kol_dlatch_r_hdler},
+    kol_pin_row_t{"S", 1, 2, kol_dlatch_s_hdler},
+};
+inline constexpr std::array kol_tri_pins = {
+    kol_pin_row_t{"A", 1, 1, kol_tri_hdler},
+    kol_pin_row_t{"E", 1, 2, kol_tri_hdler},
 };
 inline constexpr std::array kol_smos_pins = {
     kol_pin_row_t{"E", 1, 2, kol_smos_e_hdler},
@@ -112,6 +127,12 @@ inline constexpr kol_model_row_t kol_model_rows[] = {
      kol_model_kind::checker},
     {{ "SMOS",    kol_smos_init,   true,   kol_by_pin<kol_smos_pins>,    kol_smos_clear,   kol_smos_restart,   kol_smos_refresh },
      kol_model_kind::switch_, kol_symbol::triangle, false, "Y", "E"},
+    {{ "DLATCH",  kol_dlatch_init, true,   kol_by_pin<kol_dlatch_pins>,  kol_dlatch_clear, kol_dlatch_restart, kol_dlatch_refresh },
+     kol_model_kind::register_, kol_symbol::box, false, "Q", "E"},
+    {{ "TRI",     kol_tri_init,    true,   kol_by_pin<kol_tri_pins>,     kol_tri_clear,    nullptr,            kol_tri_refresh },
+     kol_model_kind::buffer, kol_symbol::triangle, false, "Y", "E"},
+    {{ "LUT",     kol_lut_init,    false,  kol_every_input<kol_lut_hdler>, kol_lut_clear,  nullptr,            kol_lut_refresh },
+     kol_model_kind::table, kol_symbol::box, false, "Y"},
 };
 // clang-format on
 

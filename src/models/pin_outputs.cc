@@ -27,6 +27,11 @@ std::int32_t kol_output_delay(const yx_pin_record_t* pin, const yx_net_record_t*
 void kol_schedule_output(yx_pin_record_t* pin, std::int16_t value, std::int32_t input_delay) {
     std::int8_t state = 0;
     kol_valdrive_to_state(value, pin->drive_array[value], state);
+    kol_schedule_state(pin, state, input_delay);
+}
+
+void kol_schedule_state(yx_pin_record_t* pin, std::int8_t state, std::int32_t input_delay) {
+    const std::int16_t value = kol_value_of(state);
     const std::int32_t delay = kol_sum_of_delays(kol_output_delay(pin, pin->net_ptr, value), input_delay);
     kol_each_net_of_pin(*pin, [&](yx_net_record_t* net) { kol_output_state(pin, net, delay, state); });
 }

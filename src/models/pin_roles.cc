@@ -54,8 +54,8 @@ bool set_up_role(const kol_role_rule_t& rule, std::string_view name, yx_pin_reco
     if (!tail.starts_with(rule.rest) || extra > (rule.has_polarity ? 1U : 0U))
         return kol_show_pin_error(rule.name_error, pin);
     role.found = true;
-    if (!(extra == 0 ? kol_read_edge(pin, role.edge) : read_polarity(rule, name.back(), pin, role.edge)))
-        return false;
+    if (extra > 0 && !read_polarity(rule, name.back(), pin, role.edge)) return false;
+    if (extra == 0 && rule.has_edge && !kol_read_edge(pin, role.edge)) return false;
     role.pin = &pin;
     return true;
 }

@@ -22,6 +22,7 @@ struct kol_role_rule_t {
     std::string_view name_error;
     std::string_view polarity_error;
     kol_limit_use pulse, window;  // the minimum times; setup and hold
+    bool has_edge = true;         // false: EDGE is not read where the name has no letter
 };
 
 enum class kol_other_pin : std::uint8_t { output, terminal, refused };

@@ -8,19 +8,6 @@
 
 namespace {
 
-constexpr std::int16_t inverted(std::int16_t value) {
-    if (value == kol_v0) return kol_v1;
-    return value == kol_v1 ? std::int16_t{kol_v0} : value;
-}
-
-// True outputs to value, inverted ones to its inverse.
-void drive_outputs(const kol_outputs_t& outputs, std::int16_t value, std::int32_t input_delay) {
-    for (std::int32_t i = 0; i < outputs.nb_q; ++i)
-        kol_schedule_output(outputs.q_pin[static_cast<std::size_t>(i)], value, input_delay);
-    for (std::int32_t i = 0; i < outputs.nb_qb; ++i)
-        kol_schedule_output(outputs.qb_pin[static_cast<std::size_t>(i)], inverted(value), input_delay);
-}
-
 bool is_single_edge(char edge) { return tm_upper_case(edge) == 'R' || tm_upper_case(edge) == 'F'; }
 
 // Follows set_on or reset_on; the result tells whether the input has become active.
@@ -50,13 +37,20 @@ bool override_changed(kol_storage_t& storage, kol_timing_role_t& role, kol_trans
 
 }  // namespace
 
+void kol_drive_outputs(const kol_outputs_t& outputs, std::int16_t value, std::int32_t input_delay) {
+    for (std::int32_t i = 0; i < outputs.nb_q; ++i)
+        kol_schedule_output(outputs.q_pin[static_cast<std::size_t>(i)], value, input_delay);
+    for (std::int32_t i = 0; i < outputs.nb_qb; ++i)
+        kol_schedule_output(outputs.qb_pin[static_cast<std::size_t>(i)], kol_inverted(value), input_delay);
+}
+
 void kol_capture(const kol_storage_t& storage, const yx_pin_record_t* cause) {
     if (storage.d.pin == nullptr) {
         kol_trace(" KOL_CAPTURE : no data pin : instance %d", kol_ext.cur_inst->self);
         tm_fatal(file_data_invalid);
     }
     const std::int16_t value = kol_value_of(kol_input_net(storage.d.pin)->UU.U1.cur_state.state);
-    drive_outputs(storage.outputs, value, kol_input_delay(cause, value));
+    kol_drive_outputs(storage.outputs, value, kol_input_delay(cause, value));
 }
 
 void kol_set_changed(kol_storage_t& storage) {
@@ -65,13 +59,13 @@ void kol_set_changed(kol_storage_t& storage) {
     if (storage.r.on)
         kol_report_override(storage.r, storage.s, transition.time);
     else
-        drive_outputs(storage.outputs, kol_v1, kol_input_delay(storage.s.pin, transition.value));
+        kol_drive_outputs(storage.outputs, kol_v1, kol_input_delay(storage.s.pin, transition.value));
 }
 
 void kol_reset_changed(kol_storage_t& storage) {
     kol_transition_t transition;
     if (override_changed(storage, storage.r, transition))
-        drive_outputs(storage.outputs, kol_v0, kol_input_delay(storage.r.pin, transition.value));
+        kol_drive_outputs(storage.outputs, kol_v0, kol_input_delay(storage.r.pin, transition.value));
 }
 
 void kol_restart_storage(kol_storage_t& storage) {

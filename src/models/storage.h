@@ -2,6 +2,7 @@
 // and 8 inverted outputs, capture of the data value, and the set and reset handlers, in which reset wins.
 #pragma once
 
+#include "kernel/state.h"
 #include "models/pin_roles.h"
 
 struct kol_storage_t {
@@ -33,6 +34,13 @@ inline constexpr kol_role_rule_t kol_set_rule = {'S',
                                                  kol_limit_use::stored,
                                                  kol_limit_use::stored};
 
+constexpr std::int16_t kol_inverted(std::int16_t value) {
+    if (value == kol_v0) return kol_v1;
+    return value == kol_v1 ? std::int16_t{kol_v0} : value;
+}
+
+// True outputs to value, inverted ones to its inverse.
+void kol_drive_outputs(const kol_outputs_t& outputs, std::int16_t value, std::int32_t input_delay);
 // Schedules the data value on the outputs; the input delay is that of the pin that caused it.
 void kol_capture(const kol_storage_t& storage, const yx_pin_record_t* cause);
 // The handlers of set and reset.

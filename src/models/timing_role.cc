@@ -44,6 +44,11 @@ yx_net_record_t* kol_input_net(const yx_pin_record_t* pin) {
     return kol_root_net(net);
 }
 
+std::int16_t kol_role_value(const kol_timing_role_t& role) {
+    if (role.pin == nullptr) return kol_vi;
+    return kol_value_of(kol_input_net(role.pin)->UU.U1.cur_state.state);
+}
+
 kol_transition_t kol_read_transition(const kol_timing_role_t& role) {
     if (kol_ext.cur_pin == nullptr || role.pin != kol_ext.cur_pin || role.pin->pin_end != 0) {
         kol_trace(" KOL_READ_TRANSITION : pin is not the pin of its role : instance %d",
@@ -62,15 +67,24 @@ kol_transition_t kol_read_transition(const kol_timing_role_t& role) {
     return result;
 }
 
-kol_transition_t kol_record_transition(kol_timing_role_t& role) {
+namespace {
+
+kol_transition_t record(kol_timing_role_t& role, bool any) {
     const kol_transition_t result = kol_read_transition(role);
-    const bool any = is_edge(role.edge, 'X');
     if (result.change != kol_change::falling && (any || is_edge(role.edge, 'R')))
         role.rising_time = result.time;
     if (result.change != kol_change::rising && (any || is_edge(role.edge, 'F')))
         role.falling_time = result.time;
     return result;
 }
+
+}  // namespace
+
+kol_transition_t kol_record_transition(kol_timing_role_t& role) {
+    return record(role, is_edge(role.edge, 'X'));
+}
+
+kol_transition_t kol_record_both_edges(kol_timing_role_t& role) { return record(role, true); }
 
 bool kol_is_active(char edge, kol_change change) {
     if (is_edge(edge, 'F')) return change == kol_change::falling;

@@ -28,10 +28,14 @@ struct kol_transition_t {
 
 // The net that a pin on one bit reads: its own, the member it touches, or the root of a sub-net's tree.
 yx_net_record_t* kol_input_net(const yx_pin_record_t* pin);
+// The value that the role's pin reads; "i" where there is no such pin.
+std::int16_t kol_role_value(const kol_timing_role_t& role);
 // The change of the role's pin, which must be cur_pin; nothing is recorded.
 kol_transition_t kol_read_transition(const kol_timing_role_t& role);
 // The same, and the change is recorded under the role's edge.
 kol_transition_t kol_record_transition(kol_timing_role_t& role);
+// The same, and the change is recorded whatever the edge: pulses are then measured from edge to edge.
+kol_transition_t kol_record_both_edges(kol_timing_role_t& role);
 // True for a change that the edge names: falling for F, rising for R, every one otherwise.
 bool kol_is_active(char edge, kol_change change);
 // Time of the last transition that the role's edge names; the later of both for any other edge than R and F.

@@ -49,18 +49,18 @@ TEST_F(registers, take_set_reset_enable_and_pass_as_their_type_says) {
         {"$_ALDFF_PN_ u D=d C=c L=l AD=a Q=q",
          "d=1@1 a=0@1 l=1@1 c=0@5 c=1@10 l=0@20 a=1@30 c=0@35 c=1@45 a=0@50 l=1@60 c=0@65 c=1@75",
          "14:1S 25:0S 37:1S 55:0S 79:1S"},
-        // a latch is open until its enable first closes it
-        {"$_DLATCH_P_ u D=d E=e Q=q", "d=1@1 e=0@5 e=1@10 d=0@20 e=0@30 d=1@40", "5:1S 23:0S"},
-        {"$_DLATCH_N_ u D=d E=e Q=q", "d=1@1 e=1@5 e=0@10 d=0@20 e=1@30 d=1@40", "5:1S 23:0S"},
+        // a latch that opens shows its data
+        {"$_DLATCH_P_ u D=d E=e Q=q", "d=1@1 e=0@5 e=1@10 d=0@20 e=0@30 d=1@40", "14:1S 23:0S"},
+        {"$_DLATCH_N_ u D=d E=e Q=q", "d=1@1 e=1@5 e=0@10 d=0@20 e=1@30 d=1@40", "14:1S 23:0S"},
         // open when set or reset ends: the data shows again
         {"$_DLATCH_PN0_ u D=d E=e R=r Q=q", "d=1@1 r=1@1 e=1@2 r=0@10 r=1@20 e=0@30 d=0@40",
-         "6:1S 13:0S 25:1S"},
+         "6:1S 13:0S 24:1S"},
         {"$_DLATCHSR_PPP_ u D=d E=e S=s R=r Q=q", "d=0@1 s=0@1 r=0@1 e=1@2 s=1@10 s=0@20",
-         "6:0S 15:1S 25:0S"},
-        {"$_SR_PN_ u S=s R=r Q=q", "s=0@1 r=1@1 s=1@10 s=0@20 r=0@30 r=1@40", "15:1S 33:0S"},
-        // a switch that opens leaves the bus as it was
+         "5:0S 14:1S 23:0S"},
+        {"$_SR_PN_ u S=s R=r Q=q", "s=0@1 r=1@1 s=1@10 s=0@20 r=0@30 r=1@40", "14:1S 33:0S"},
+        // buffers that are off leave the bus to the other one
         {"$_TBUF_ t A=a E=e Y=q; cell $_TBUF_ v A=b E=f Y=q; cell $_BUF_ w A=q Y=z",
-         "a=1@1 b=0@1 e=0@1 f=0@1 e=1@10 e=0@20 f=1@30", "14:1S 33:iS"},
+         "a=1@1 b=0@1 e=0@1 f=0@1 e=1@10 e=0@20 f=1@30", "4:iZ 14:1S 23:iZ 33:0S"},
         // clock and data change together: the clock is first
         {"$_BUF_ b1 A=b Y=d; cell $_BUF_ b2 A=b Y=c; cell $_DFF_P_ u D=d C=c Q=q", "b=0@1 b=1@10", "17:0S"},
     };

@@ -30,7 +30,7 @@ std::string three(int n) {
 
 // The letter that says in a pin's name what its edge is: "EP" of a latch is open while 1.
 std::string polarity(char kind, char letter, char edge) {
-    const bool is_reverse = kind == 'L' && letter == 'c';
+    const bool is_reverse = (kind == 'L' || kind == 'T') && letter == 'c';
     return edge == 'X' ? "X" : (edge == 'R') != is_reverse ? "P" : "N";
 }
 
@@ -75,13 +75,13 @@ scenario storage(char kind, char clock_edge, char override_edge, bool has_set, b
     scenario s;
     s.model.kind = kind;
     add_input(s, 'd', clock_edge != 'F' ? 'X' : 'F', "D", has_limits);
-    add_input(s, 'c', clock_edge, kind == 'L' ? "E" : "CLK", has_limits);
+    add_input(s, 'c', clock_edge, kind == 'D' ? "CLK" : "E", has_limits);
     if (has_set) add_input(s, 's', override_edge, "S", has_limits);
     if (has_reset) add_input(s, 'r', override_edge, "R", has_limits);
     s.model.outputs[0] = {false, 4, 3, "RWZS", "iU", -1};
     s.model.outputs[1] = {true, 3, 1, "SSSS", "iU", -1};
     s.design += "net q rise 1 fall 2; bus vp 2 rise 50 fall 50; ";
-    finish(s, kind == 'L' ? "latch" : "dff", " Q:q NB:vp.1");
+    finish(s, kind == 'D' ? "dff" : kind == 'L' ? "latch" : "dlatch", " Q:q NB:vp.1");
     s.design += "; pin /u/Q drive RWZS";
     return s;
 }
@@ -159,11 +159,12 @@ void run(scenario& s) {
 }
 
 TEST(storage, does_what_a_small_model_of_it_does) {
-    for (const char kind : {'D', 'L'})
+    for (const char kind : {'D', 'L', 'T'})
         for (const char clock_edge : {'R', 'F', 'X'})
             for (const char override_edge : {'R', 'F', 'X'})
                 for (int with = 0; with < 8; ++with) {
-                    if (override_edge != 'R' && with < 2) continue;
+                    const bool is_by_level = clock_edge != 'X' && override_edge != 'X';
+                    if ((override_edge != 'R' && with < 2) || (kind == 'T' && !is_by_level)) continue;
                     scenario s = storage(kind, clock_edge, override_edge, (with & 2) != 0, (with & 4) != 0,
                                          (with & 1) != 0);
                     ASSERT_NO_FATAL_FAILURE(run(s));

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
+#include <set>
 #include <string>
 
 #include "kernel/say.h"
@@ -19,6 +19,10 @@ struct ref_input {
     bool on = false;
 
     bool is_active(char change) const { return edge == 'X' || edge == change; }
+    char active() const { return edge == 0 ? '-' : edge == 'F' ? '0' : '1'; }
+    std::string readings() const {
+        return edge == 0 ? "." : state[0] == 'x' || state[0] == 'i' ? "01" : state.substr(0, 1);
+    }
     int since() const { return edge == 'R' ? rose : edge == 'F' ? fell : std::max(rose, fell); }
     int delay(char value) const { return value == '1' ? rise : value == '0' ? fall : (rise + fall) / 2; }
 };
@@ -32,7 +36,8 @@ struct ref_output {
 };
 
 struct ref_storage {
-    char kind = 'D';  // D flip-flop, L latch, S checker
+    char kind = 'D';  // D flip-flop, L latch, T transparent latch, S checker
+    char held = 'i';  // of a transparent latch
     ref_input d, c, s, r, e;
     std::array<ref_output, 2> outputs;
     bool checks = true, has_scheduled = false;
@@ -48,8 +53,9 @@ struct ref_storage {
         in.last = was == '0' || is == '1' ? 'R' : was == '1' || is == '0' ? 'F' : 'X';
         in.state = state;
         pulse_ = time - (in.last == 'R' ? in.fell : in.last == 'F' ? in.rose : std::max(in.rose, in.fell));
-        if (in.last != 'F' && in.edge != 'F') in.rose = time;
-        if (in.last != 'R' && in.edge != 'R') in.fell = time;
+        const bool has_both = kind == 'T' && pin != 'd';
+        if (in.last != 'F' && (in.edge != 'F' || has_both)) in.rose = time;
+        if (in.last != 'R' && (in.edge != 'R' || has_both)) in.fell = time;
         now_ = time;
         switch (pin) {
             case 'd':
@@ -68,7 +74,7 @@ struct ref_storage {
     void restart() {
         for (ref_input* in : {&d, &c, &s, &r, &e}) {
             in->rose = in->fell = 0;
-            in->on = in->edge != 'X' && in->edge == in->last;
+            in->on = kind == 'T' ? in->state[0] == in->active() : in->edge != 'X' && in->edge == in->last;
         }
         checks = !s.on && !r.on;
         if (kind == 'S') checks = e.edge == 0 || e.last == 'X' || e.is_active(e.last);
@@ -115,18 +121,37 @@ private:
             out.state = state;
         }
     }
+    std::string settle(const ref_input& in) {
+        std::set<char> results;
+        for (const char reset : r.readings())
+            for (const char set : s.readings())
+                for (const char enable : c.readings())
+                    results.insert(reset == r.active()    ? '0'
+                                   : set == s.active()    ? '1'
+                                   : enable == c.active() ? held  // c.edge: the closing one
+                                                          : d.state[0]);
+        const char value = results.size() == 1 ? *results.begin() : 'i';
+        if (value != held) drive(value, in.delay(value));
+        held = value;
+        return text;
+    }
     std::string data_changed() {
         const bool is_overridden = kind == 'L' && (s.on || r.on);
         if (checks && !is_overridden) check_hold(d);
+        if (kind == 'T') return settle(d);
         if (kind == 'L' && !c.on && !is_overridden) drive(d.state[0], d.delay(d.state[0]));
         return text;
     }
     std::string clock_changed() {
         const bool is_edge = c.is_active(c.last);
-        if (kind == 'L') {
+        if (kind == 'L' || kind == 'T') {
             check_setup(s);
             check_setup(r);
             if (checks) check_pulse(c);
+            if (kind == 'T') {
+                if (checks) check_setup(d);
+                return settle(c);
+            }
             c.on = c.edge == 'X' ? !c.on : is_edge;
             if (c.edge == 'X' || !is_edge) return text;
             if (checks) check_setup(d);
@@ -142,6 +167,12 @@ private:
     }
     std::string override_changed(ref_input& in, char value) {
         check_pulse(in);
+        if (kind == 'T') {
+            check_hold(in);
+            in.on = in.state[0] == in.active();
+            checks = !s.on && !r.on;
+            return settle(in);
+        }
         in.on = in.edge == 'X' ? !in.on : in.is_active(in.last);
         const bool begins = in.edge == 'X' ? checks : in.on;
         checks = !begins;

@@ -16,7 +16,7 @@ constexpr std::size_t PIN = 0, RISE = 1, FALL = 2, DRIVE = 3, EDGE = 4, SETUP_TI
                       MIN_TIME_HIGH = 7, MIN_TIME_LOW = 8;
 const words_t pin_prop_names{"PIN",        "RISE",      "FALL",          "DRIVE",       "EDGE",
                              "SETUP_TIME", "HOLD_TIME", "MIN_TIME_HIGH", "MIN_TIME_LOW"};
-const words_t inst_prop_names{"MODEL"};
+const words_t inst_prop_names{"MODEL", "TABLE"};
 const words_t prop_types{"string", "integer", "time", "real"};
 
 struct builder_t {
@@ -163,6 +163,7 @@ const options_t pin_options{
     {"type", change_type<&builder_t::pin_props, pin_prop_names>}};
 const options_t inst_options{
     {"timing", take_number<&image_t::insts, &yx_inst_record_t::timing_index>},
+    {"table", [](builder_t& b, std::int32_t i, std::istream& in) { at(b.inst_props, i).push_back(text_prop(b, take(in))); }},
     {"without", drop_prop<&builder_t::inst_props, inst_prop_names>},
     {"type", change_type<&builder_t::inst_props, inst_prop_names>}};
 // clang-format on

@@ -33,7 +33,8 @@ struct xp_function_look {
 };
 
 constexpr bool xp_is_register(xp_model model) { return model->kind == kol_model_kind::register_; }
-constexpr bool xp_is_switch(xp_model model) { return model->kind == kol_model_kind::switch_; }
+// Drives its net with states of its own, beside others.
+constexpr bool xp_is_tristate(xp_model model) { return model->kind == kol_model_kind::buffer; }
 
 enum class xp_shape : std::uint8_t {
     gate,      // ports of one bit

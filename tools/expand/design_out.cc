@@ -283,28 +283,21 @@ void chain_input(builder& b, yx_pin_record_t& pin, std::int32_t net, yx_net_reco
     ++record.nb_pin_in;
 }
 
-// The pin of a sub-net, which only switches drive, goes to the front of its chain.
 void chain_output(builder& b, yx_pin_record_t& pin, std::int32_t net, yx_net_record_t& record) {
     std::int32_t& last = b.last_out[static_cast<std::size_t>(net)];
-    if (last == 0 || record.net_type == YX_TSUB_NET) {
-        pin.next_pin_out_ind = record.first_pin_out_ind;
-        record.first_pin_out_ind = pin.self;
-    } else {
-        b.image.pins[static_cast<std::size_t>(last - 1)].next_pin_out_ind = pin.self;
-    }
-    if (record.net_type != YX_TSUB_NET) last = pin.self;
+    (last == 0 ? record.first_pin_out_ind
+               : b.image.pins[static_cast<std::size_t>(last - 1)].next_pin_out_ind) = pin.self;
+    last = pin.self;
     ++record.nb_pin_out;
 }
 
-constexpr std::int16_t io_input = 1, io_output = 2, io_both = 4;
+constexpr std::int16_t io_input = 1, io_output = 2;
 
-// A pin that reads the net, or as io_both reads and drives it.
-void add_input(builder& b, std::int16_t io_type, const pin_values& values, std::int32_t net) {
-    yx_pin_record_t& pin = add_pin(b, io_type, values);
+void add_input(builder& b, const pin_values& values, std::int32_t net) {
+    yx_pin_record_t& pin = add_pin(b, io_input, values);
     yx_net_record_t& record = net_for_input(b, net);
     pin.net_ind = record.self;
     chain_input(b, pin, net, record);
-    if (io_type == io_both) chain_output(b, pin, net, record);
 }
 
 void put_time(pin_values& values, std::size_t at, const xp_delay& time) {
@@ -342,50 +335,18 @@ pin_values register_input_values(builder& b, const xp_pin& pin, const xp_limits&
     return values;
 }
 
-// ---- switches
-
-// The pin that changes and the pin that is driven share the delay of a switch: one step on its inputs, the
-// rest on its output.
-xp_delay input_share(const xp_delay& delay) {
-    xp_delay share = delay;
-    for (std::int32_t& step : share) step = step > 1 ? 1 : 0;
-    return share;
-}
-
-xp_delay output_share(const xp_delay& delay) {
-    xp_delay share = delay;
-    for (std::int32_t& step : share) step -= step > 1 ? 1 : 0;
-    return share;
-}
-
-pin_values switch_input_values(builder& b, const xp_pin& pin, const xp_delays& delays) {
-    pin_values values{yxw_string(b.image, pin.name)};
-    put_time(values, at_rise, input_share(delays.rise));
-    put_time(values, at_fall, input_share(delays.fall));
-    return values;
-}
-
 void add_gate_pins(builder& b, const xp_scope& scope, const xp_gate& gate, const xp_delays& delays,
                    std::string_view drive) {
     const xp_body& body = xp_body_of(b.flat, scope);
-    const bool is_switch = xp_is_switch(gate.model);
     for (std::uint32_t i = 0; i < gate.pin_count; ++i) {
         const xp_pin& pin = body.pins[gate.first_pin + i];
         const std::int32_t net = xp_net_at(b.flat, scope, pin.net);
-        if (is_switch)
-            add_input(b, pin.name == "A" ? io_both : io_input, switch_input_values(b, pin, delays), net);
-        else if (xp_is_register(gate.model))
-            add_input(b, io_input, register_input_values(b, pin, *delays.limits), net);
+        if (xp_is_register(gate.model))
+            add_input(b, register_input_values(b, pin, *delays.limits), net);
         else
-            add_input(b, io_input, {yxw_string(b.image, pin.name)}, net);
+            add_input(b, {yxw_string(b.image, pin.name)}, net);
     }
-    const std::int32_t output = xp_net_at(b.flat, scope, gate.output);
-    if (is_switch)
-        add_input(b, io_both,
-                  output_values(b, gate, {output_share(delays.rise), output_share(delays.fall), nullptr}, {}),
-                  output);
-    else
-        add_output(b, output_values(b, gate, delays, drive), output);
+    add_output(b, output_values(b, gate, delays, drive), xp_net_at(b.flat, scope, gate.output));
 }
 
 void add_instance(builder& b, const xp_scope& scope, std::uint32_t index) {

@@ -238,7 +238,7 @@ void count_ports(xp_flat& flat) {
 }
 
 bool has_drive(const xp_flat& flat, const xp_scope& scope, const xp_gate& gate) {
-    return xp_is_switch(gate.model) ||
+    return xp_is_tristate(gate.model) ||
            !xp_module_of(flat, scope).cells[xp_body_of(flat, scope).parts[gate.part].cell].drive.empty();
 }
 

@@ -171,7 +171,7 @@ std::vector<port_look> ports_of_timed(const planner& p, const xp_cell& cell, con
         port.is_low =
             form.low.find(letter) != std::string::npos ||
             (xp_is_word(row) && xp_parameter_of(module_of(p), cell, port.name + "_POLARITY", 1) == 0);
-        port.is_control = xp_is_switch(row.model) && letter == 'E';
+        port.is_control = xp_is_tristate(row.model) && letter == 'E';
         ports.push_back(port);
     }
     return ports;

@@ -4,8 +4,7 @@
 
 namespace {
 
-constexpr xp_model dff = xp_model_named("DFF"), latch = xp_model_named("LATCH"),
-                   smos = xp_model_named("SMOS");
+constexpr xp_model dff = xp_model_named("DFF"), latch = xp_model_named("DLATCH"), tri = xp_model_named("TRI");
 
 // clang-format off
 constexpr xp_timed_row rows[] = {
@@ -22,10 +21,10 @@ constexpr xp_timed_row rows[] = {
     {"$_ALDFF_",     "CL",     dff,   "",   "L"},
     {"$_ALDFFE_",    "CLE",    dff,   "e",  "L"},
     {"$_DLATCH_",    "E",      latch, "",   ""},
-    {"$_DLATCH_",    "ERv",    latch, "r",  "R"},
-    {"$_DLATCHSR_",  "ESR",    latch, "sr", "SR"},
-    {"$_SR_",        "SR",     dff,   "-",  "SR"},
-    {"$_TBUF_",      "E",      smos,  "-",  ""},
+    {"$_DLATCH_",    "ERv",    latch, "",   "R"},
+    {"$_DLATCHSR_",  "ESR",    latch, "",   "SR"},
+    {"$_SR_",        "SR",     latch, "-",  "SR"},
+    {"$_TBUF_",      "E",      tri,  "-",  ""},
     {"$dff",         "C",      dff,   "",   ""},
     {"$dffe",        "CE",     dff,   "e",  ""},
     {"$adff",        "CRv",    dff,   "",   "R"},
@@ -38,10 +37,10 @@ constexpr xp_timed_row rows[] = {
     {"$aldff",       "CL",     dff,   "",   "L"},
     {"$aldffe",      "CLE",    dff,   "e",  "L"},
     {"$dlatch",      "E",      latch, "",   ""},
-    {"$adlatch",     "ERv",    latch, "r",  "R"},
-    {"$dlatchsr",    "ESR",    latch, "sr", "SR"},
-    {"$sr",          "SR",     dff,   "-",  "SR"},
-    {"$tribuf",      "E",      smos,  "-",  ""},
+    {"$adlatch",     "ERv",    latch, "",   "R"},
+    {"$dlatchsr",    "ESR",    latch, "",   "SR"},
+    {"$sr",          "SR",     latch, "-",  "SR"},
+    {"$tribuf",      "E",      tri,  "-",  ""},
 };
 // clang-format on
 
@@ -49,7 +48,7 @@ bool has(std::string_view text, char letter) { return text.find(letter) != std::
 
 // Whether the letters behind the family's name are polarities of its controls.
 bool read_polarities(const xp_timed_row& row, std::string_view letters, xp_timed_form& form) {
-    if (xp_is_word(row) || row.model == smos) return letters.empty();
+    if (xp_is_word(row) || row.model == tri) return letters.empty();
     if (letters.size() != row.controls.size() + 1 || letters.back() != '_') return false;
     for (std::size_t i = 0; i < row.controls.size(); ++i) {
         const bool is_value = row.controls[i] == 'v', is_high = letters[i] == (is_value ? '1' : 'P');
@@ -71,7 +70,6 @@ std::string idle(const xp_timed_form& form, char control) { return level(control
 
 std::string with_control(const xp_timed_form& form, char control, const std::string& data) {
     if (control == 'e') return is_low(form, 'E') ? "mux(" + data + ",Q,E)" : "mux(Q," + data + ",E)";
-    if (control == 's') return "or(" + data + "," + active(form, 'S') + ")";
     return form.resets_to_one ? "or(" + data + "," + active(form, 'R') + ")"
                               : "and(" + data + "," + idle(form, 'R') + ")";
 }
@@ -111,7 +109,10 @@ struct pin_maker {
     void add_direct() {
         const std::string_view direct = form.row->direct;
         if (has(direct, 'R')) add_reset();
-        if (has(direct, 'S')) add("SP", "and(" + active(form, 'S') + "," + idle(form, 'R') + ")");
+        if (has(direct, 'S') && form.row->model == latch)
+            add_control("SP", "SN", 'S');
+        else if (has(direct, 'S'))
+            add("SP", "and(" + active(form, 'S') + "," + idle(form, 'R') + ")");
         if (has(direct, 'L')) add_load();
     }
 };
@@ -119,13 +120,13 @@ struct pin_maker {
 std::vector<xp_timed_pin> make_plan(const xp_timed_form& form) {
     std::vector<xp_timed_pin> pins;
     pin_maker maker{form, pins};
-    if (form.row->model == smos) {
+    if (form.row->model == tri) {
         maker.add("EP", "E");
         maker.add("A", "A");
         return pins;
     }
     if (xp_has_port(*form.row, 'D')) maker.add("D", data_formula(form));
-    if (form.row->model == latch) maker.add_control("EP", "EN", 'E');
+    if (form.row->model == latch && xp_has_port(*form.row, 'E')) maker.add_control("EP", "EN", 'E');
     if (xp_has_port(*form.row, 'C')) maker.add_control("CLKP", "CLKN", 'C');
     maker.add_direct();
     return pins;
@@ -162,13 +163,13 @@ bool xp_is_word(const xp_timed_row& row) { return !row.name.starts_with("$_"); }
 
 bool xp_has_port(const xp_timed_row& row, char letter) {
     if (letter == 'D') return row.data != "-";
-    if (letter == 'A') return row.model == smos || has(row.direct, 'L');
+    if (letter == 'A') return row.model == tri || has(row.direct, 'L');
     return letter == 'Q' || has(row.controls, letter);
 }
 
 std::string_view xp_timed_port_name(const xp_timed_row& row, char letter) {
-    if (letter == 'A') return row.model == smos ? "A" : "AD";
-    if (letter == 'Q' && row.model == smos) return "Y";
+    if (letter == 'A') return row.model == tri ? "A" : "AD";
+    if (letter == 'Q' && row.model == tri) return "Y";
     if (xp_is_word(row) && letter == 'R') return reset_name(row);
     for (const port_row& port : port_rows)
         if (xp_is_word(row) && port.letter == letter) return port.name;

@@ -5,8 +5,8 @@
 // A plan says what each input pin of the primitive reads, as a formula over one letter a port:
 //     D data   C clock   E enable   R reset   S set   L asynchronous load   A its data   Q the output
 // An enable is a multiplexer between the output and the new data, a synchronous reset a gate in front of D.
-// Where set and reset are both asynchronous, set reads S and not R, so that it acts when reset is released
-// first. A latch's data is masked by its set and reset, so that it shows its data when they are released.
+// Where set and reset of a flip-flop are both asynchronous, set reads S and not R, so that it acts when reset
+// is released first; a latch does that by itself.
 #pragma once
 
 #include <string>
