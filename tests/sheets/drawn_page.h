@@ -22,11 +22,18 @@ struct drawn_net {
     std::int32_t number = 0;
 };
 
+struct drawn_tap {  // a part of a thick wire, where it comes to the wire
+    std::int32_t bus = 0, part = 0;
+    std::string bits;
+};
+
 struct drawn_page {
     std::vector<net_wire> wires;
-    std::map<std::int32_t, drawn_net> nets;  // by object id, those with a name
-    std::vector<placed_text> pins;           // text: PIN; of: INST
-    std::vector<placed_text> tags;           // text: nvalue; of: kind
+    std::map<std::int32_t, drawn_net> nets;                // by object id, those with a name
+    std::set<std::pair<std::int32_t, sg_point>> vertices;  // of nets
+    std::vector<drawn_tap> taps;
+    std::vector<placed_text> pins;  // text: PIN; of: INST
+    std::vector<placed_text> tags;  // text: nvalue; of: kind
     std::vector<sg_rectangle> bodies;
     std::vector<std::pair<std::string, sg_rectangle>> texts;  // that are seen
     std::map<std::string, std::string> cells;                 // symbol path by INST
@@ -70,6 +77,27 @@ inline void read_instance(tm_file_index_t file, std::int16_t id, drawn_page& pag
     read_texts(file, instance.symbol, tm_placement(instance), page);
 }
 
+// The part is the net whose wire ends on the bus below the text that says which bits it is.
+inline void read_taps(tm_file_index_t file, drawn_page& page) {
+    for (const std::int16_t id : tm_nets(file))
+        for (const std::int16_t property : tm_properties(file, id)) {
+            const auto& text = tm_object_as<tm_type_property_2d>(file, property);
+            if (tm_view(text.name) != "BITS") continue;
+            const std::size_t before = page.taps.size();
+            for (const net_wire& w : page.wires) {
+                const bool is_below = w.wire.from.y == w.wire.to.y && w.wire.from.y < text.origin.y &&
+                                      w.wire.from.y + sg_pitch > text.origin.y &&
+                                      w.wire.from.x <= text.origin.x && w.wire.to.x >= text.origin.x;
+                const bool is_on_bus =
+                    page.vertices.contains({id, w.wire.from}) || page.vertices.contains({id, w.wire.to});
+                if (w.net != id && is_below && is_on_bus)
+                    page.taps.push_back({id, w.net, std::string(tm_view(text.nvalue))});
+            }
+            EXPECT_EQ(page.taps.size(), before + 1)
+                << tm_view(text.nvalue) << " of " << kol_name_of(file, id);
+        }
+}
+
 inline drawn_page read_page(tm_file_index_t file) {
     drawn_page page;
     for (const std::int16_t id : tm_instances(file)) read_instance(file, id, page);
@@ -82,8 +110,10 @@ inline drawn_page read_page(tm_file_index_t file) {
                              net.bus_end, tm_net_number(file, id)};
         for (const std::int16_t segment : tm_segments(file, id)) {
             const auto& s = tm_object_as<tm_type_segment>(file, segment);
-            page.wires.push_back({{place_of(file, s.vertex1), place_of(file, s.vertex2)}, id});
+            page.wires.push_back({{place_of(file, s.vertex1), place_of(file, s.vertex2)}, id, net.is_bus});
         }
+        for (const std::int16_t vertex : tm_vertices(file, id))
+            page.vertices.emplace(id, place_of(file, vertex));
         read_texts(file, id, {}, page);
     }
     for (const std::int16_t id : tm_tags(file)) {
@@ -92,5 +122,6 @@ inline drawn_page read_page(tm_file_index_t file) {
             {place_of(file, id), std::string(tm_view(tag.nvalue)), std::string(tm_view(tag.name))});
         page.texts.emplace_back(tm_view(tag.nvalue), rectangle_of(tm_place_tag(tag).text.box));
     }
+    read_taps(file, page);
     return page;
 }

@@ -1,60 +1,21 @@
-// The drawing of a page: its nets as wires or tags, boxes for the layout, and what the layout says.
+// A page: how its nets look, and the boxes for the layout.
 #include "expand/sheet_page.h"
 
 #include <algorithm>
 #include <map>
 
+#include "expand/sheet_pager.h"
 #include "schematic/object_records.h"
-#include "sheets/label.h"
-#include "sheets/layout.h"
 #include "sheets/write.h"
 
 namespace {
 
-constexpr std::int32_t tag_lead = 5000;  // wire between a pin and its tag
-constexpr std::int32_t tag_half = 5000;  // of a pennant's height
-constexpr std::int32_t page_margin = 20000;
 constexpr std::size_t shown_name = 24;  // longer INST names are not shown
 
 std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 
-struct pin_ref {
-    std::int32_t cell = 0, pin = 0;  // cell of the page's list
-};
-
-enum class style : std::uint8_t { none, alone, wires, tags };
-
-// A net as far as the page shows it.
-struct page_net {
-    std::vector<pin_ref> drivers, readers;
-    std::vector<std::int32_t> ports;
-    bool is_control = false;  // of registers: clocks, sets and resets
-    bool wants_from = false, wants_to = false;
-    style look = style::none;
-};
-
-struct box_tag {  // a tag that is a box of the layout
-    sg_tag_kind kind = sg_tag_kind::input;
-    std::int32_t net = 0;
-    std::string port;  // when its name is not the net's
-};
-
-struct pager {
-    const xp_sheet_plan& plan;
-    std::int32_t page;
-    sg_drawing& drawing;
-    std::vector<page_net> nets;  // as in the plan's list of them, like the graph's and the drawing's
-    std::vector<box_tag> tags;
-    sg_graph graph;  // cells, then tags
-    sg_layout layout;
-    const std::vector<std::int32_t>& cells() const { return plan.page_cells[at(page)]; }
-    const xp_sheet_net& planned(std::int32_t net) const {
-        return plan.nets[at(plan.page_nets[at(page)][at(net)])];
-    }
-};
-
 // The page's number of a net of the plan.
-std::int32_t local(const pager& p, std::int32_t net) {
+std::int32_t local(const xp_pager& p, std::int32_t net) {
     const std::vector<std::int32_t>& nets = p.plan.page_nets[at(p.page)];
     return static_cast<std::int32_t>(std::lower_bound(nets.begin(), nets.end(), net) - nets.begin());
 }
@@ -65,21 +26,21 @@ bool is_control_pin(const xp_sheet_cell& cell, const sg_pin_kind& pin) {
     return cell.is_register && !pin.is_right && !pin.is_bus && !pin.name.starts_with('D');
 }
 
-bool is_at_port(const pager& p, const page_net& net, bool as_driver) {
+bool is_at_port(const xp_pager& p, const xp_page_net& net, bool as_driver) {
     return std::any_of(net.ports.begin(), net.ports.end(), [&](std::int32_t port) {
         const xp_direction direction = p.plan.ports[at(port)].direction;
         return direction != (as_driver ? xp_direction::output : xp_direction::input);
     });
 }
 
-void gather_nets(pager& p) {
+void gather_nets(xp_pager& p) {
     p.nets.resize(p.plan.page_nets[at(p.page)].size());
     for (std::size_t i = 0; i < p.cells().size(); ++i) {
         const xp_sheet_cell& cell = p.plan.cells[at(p.cells()[i])];
         for (std::size_t pin = 0; pin < cell.nets.size(); ++pin) {
             if (cell.nets[pin] < 0) continue;
-            page_net& net = p.nets[at(local(p, cell.nets[pin]))];
-            const pin_ref ref{static_cast<std::int32_t>(i), static_cast<std::int32_t>(pin)};
+            xp_page_net& net = p.nets[at(local(p, cell.nets[pin]))];
+            const xp_pin_ref ref{static_cast<std::int32_t>(i), static_cast<std::int32_t>(pin)};
             (cell.kind.pins[pin].is_right ? net.drivers : net.readers).push_back(ref);
             net.is_control |= is_control_pin(cell, cell.kind.pins[pin]);
         }
@@ -87,10 +48,10 @@ void gather_nets(pager& p) {
 }
 
 // A port stands on every page that its net is on; one that drives nothing there only if a cell drives it.
-void gather_ports(pager& p) {
+void gather_ports(xp_pager& p) {
     for (std::size_t i = 0; i < p.nets.size(); ++i) {
-        page_net& net = p.nets[i];
-        const xp_sheet_net& planned = p.planned(static_cast<std::int32_t>(i));
+        xp_page_net& net = p.nets[i];
+        const xp_sheet_net& planned = p.planned(i);
         const bool is_used = !net.drivers.empty() || !net.readers.empty();
         const bool is_only_here = planned.first_page == planned.last_page;
         for (const std::int32_t port : p.plan.ports_at[at(p.plan.page_nets[at(p.page)][i])]) {
@@ -100,36 +61,73 @@ void gather_ports(pager& p) {
     }
 }
 
-style style_of(const pager& p, const page_net& net, const xp_sheet_net& planned) {
+xp_net_style style_of(const xp_pager& p, const xp_page_net& net, const xp_sheet_net& planned) {
     const std::size_t pins = net.drivers.size() + net.readers.size();
     const bool is_driven = !net.drivers.empty() || is_at_port(p, net, true);
     const std::size_t ends = pins + net.ports.size() + (net.wants_to ? 1 : 0) + (net.wants_from ? 1 : 0);
-    if (pins + net.ports.size() == 0) return style::none;
-    if (!planned.is_bus && planned.bit < 0) return style::tags;
-    if (ends == 1) return style::alone;
-    if (pins > xp_wired_most || (net.is_control && pins > 2)) return style::tags;
-    if (!is_driven && net.readers.size() <= xp_tagged_most) return style::tags;
-    if (net.readers.empty() && net.ports.empty() && net.drivers.size() == 1) return style::tags;
-    return style::wires;
+    if (pins + net.ports.size() == 0) return xp_net_style::none;
+    if (xp_is_constant(planned)) return xp_net_style::tags;
+    if (ends == 1) return xp_net_style::alone;
+    if (pins > xp_wired_most || (net.is_control && pins > 2)) return xp_net_style::tags;
+    if (!is_driven && net.readers.size() <= xp_tagged_most) return xp_net_style::tags;
+    if (net.readers.empty() && net.ports.empty() && net.drivers.size() == 1) return xp_net_style::tags;
+    return xp_net_style::wires;
 }
 
-void style_nets(pager& p) {
+// "->7", "<-3", "->2,5,9", "->2,5...": the pages that are not this one.
+std::string pages_text(const xp_pager& p, const std::vector<std::int32_t>& pages, const char* sign) {
+    constexpr std::size_t shown = 3;
+    std::string text;
+    std::size_t count = 0;
+    if (std::binary_search(pages.begin(), pages.end(), p.page)) return text;
+    for (const std::int32_t page : pages)
+        if (++count <= (pages.size() > shown ? shown - 1 : shown))
+            text += (text.empty() ? sign : ",") + std::to_string(page + 1);
+    return pages.size() > shown ? text + "..." : text;
+}
+
+// Of the net and those that are joined to it by name.
+std::vector<std::int32_t> pages_of(const xp_pager& p, const xp_sheet_net& net,
+                                   std::vector<std::int32_t> xp_sheet_net::*own) {
+    std::vector<std::int32_t> pages = net.*own;
+    for (const std::int32_t other : net.joined) {
+        const std::vector<std::int32_t>& more = p.plan.nets[at(other)].*own;
+        pages.insert(pages.end(), more.begin(), more.end());
+    }
+    std::sort(pages.begin(), pages.end());
+    pages.erase(std::unique(pages.begin(), pages.end()), pages.end());
+    return pages;
+}
+
+void style_nets(xp_pager& p) {
     for (std::size_t i = 0; i < p.nets.size(); ++i) {
-        page_net& net = p.nets[i];
-        const xp_sheet_net& planned = p.planned(static_cast<std::int32_t>(i));
+        xp_page_net& net = p.nets[i];
+        const xp_sheet_net& planned = p.planned(i);
         const bool is_elsewhere = planned.first_page != planned.last_page;
         const bool is_driven = !net.drivers.empty() || is_at_port(p, net, true);
         net.wants_from = !is_driven && (is_elsewhere || planned.is_driven_elsewhere);
         net.wants_to = !net.drivers.empty() && (is_elsewhere || planned.is_read_elsewhere);
         net.look = style_of(p, net, planned);
+        if (net.wants_from)
+            net.from_pages = pages_text(p, pages_of(p, planned, &xp_sheet_net::driven_pages), "<-");
+        if (!net.wants_to) continue;
+        std::vector<std::int32_t> readers = pages_of(p, planned, &xp_sheet_net::read_pages);
+        std::erase(readers, p.page);
+        net.to_pages = pages_text(p, readers, "->");
     }
 }
 
 // ---- boxes
 
-bool shows_name(const xp_sheet_cell& cell) { return cell.name.size() <= shown_name; }
+bool shows_name(const xp_sheet_cell& cell) { return cell.name.size() <= shown_name && !xp_is_joint(cell); }
 
-sg_box box_of_cell(pager& p, const xp_sheet_cell& cell, const sg_symbol& shape) {
+std::int32_t tag_room(const xp_pager& p, std::int32_t net, bool is_right) {
+    const xp_page_net& own = p.nets[at(net)];
+    return sg_tag_room(p.planned(at(net)).name.size()) +
+           xp_room_beside(is_right ? own.to_pages : own.from_pages);
+}
+
+sg_box box_of_cell(xp_pager& p, const xp_sheet_cell& cell, const sg_symbol& shape) {
     sg_box box;
     box.is_register = cell.is_register || cell.module >= 0;
     box.can_flip = shape.is_even;
@@ -142,66 +140,72 @@ sg_box box_of_cell(pager& p, const xp_sheet_cell& cell, const sg_symbol& shape) 
     for (std::size_t pin = 0; pin < cell.nets.size(); ++pin) {
         const bool is_right = cell.kind.pins[pin].is_right;
         const std::int32_t net = cell.nets[pin] < 0 ? -1 : local(p, cell.nets[pin]);
-        const style look = net < 0 ? style::none : p.nets[at(net)].look;
-        box.pins.push_back({look == style::wires ? net : -1, shape.pin_at[pin].y, is_right});
-        if (look != style::tags) continue;
+        const xp_net_style look = net < 0 ? xp_net_style::none : p.nets[at(net)].look;
+        box.pins.push_back({look == xp_net_style::wires ? net : -1, shape.pin_at[pin].y, is_right});
+        if (look != xp_net_style::tags) continue;
         std::int32_t& margin = is_right ? box.margin_right : box.margin_left;
-        margin = std::max(margin, tag_lead + sg_tag_room(p.planned(net).name.size()));
-        box.above = std::max(box.above, shape.pin_at[pin].y + tag_half);
-        box.below = std::max(box.below, tag_half - shape.pin_at[pin].y);
+        margin = std::max(margin, tag_room(p, net, is_right));
+        box.above = std::max(box.above, shape.pin_at[pin].y + xp_tag_half);
+        box.below = std::max(box.below, xp_tag_half - shape.pin_at[pin].y);
     }
     return box;
 }
 
-std::int32_t symbol_of(pager& p, const xp_sheet_cell& cell, const std::string& path,
+sg_drawn_symbol drawn_symbol(const xp_sheet_cell& cell, const std::string& path) {
+    sg_drawn_symbol symbol{cell.kind, {}, path};
+    sg_draw_symbol(symbol.kind, symbol.shape);
+    return symbol;
+}
+
+std::int32_t symbol_of(xp_pager& p, const xp_sheet_cell& cell, const std::string& path,
                        std::map<std::string, std::int32_t>& known) {
+    if (xp_is_joint(cell)) {
+        p.joints.push_back(drawn_symbol(cell, path));
+        return -static_cast<std::int32_t>(p.joints.size());
+    }
     const auto [found, is_new] =
         known.try_emplace(sg_key(cell.kind) + path, static_cast<std::int32_t>(p.drawing.symbols.size()));
-    if (is_new) {
-        sg_drawn_symbol symbol{cell.kind, {}, path};
-        sg_draw_symbol(symbol.kind, symbol.shape);
-        p.drawing.symbols.push_back(std::move(symbol));
-    }
+    if (is_new) p.drawing.symbols.push_back(drawn_symbol(cell, path));
     return found->second;
 }
 
-std::int16_t id_of(std::int32_t net) { return static_cast<std::int16_t>(sg_first_net_id + net); }
-
-void add_cells(pager& p, const std::vector<std::string>& paths) {
+void add_cells(xp_pager& p, const std::vector<std::string>& paths) {
     std::map<std::string, std::int32_t> known;
-    for (const std::int32_t index : p.cells()) {
-        const xp_sheet_cell& cell = p.plan.cells[at(index)];
-        sg_drawn_instance instance;
-        instance.symbol = symbol_of(p, cell, paths[at(index)], known);
+    for (std::size_t i = 0; i < p.cells().size(); ++i) {
+        const xp_sheet_cell& cell = p.cell(i);
+        sg_drawn_instance& instance = p.placed.emplace_back();
+        instance.symbol = symbol_of(p, cell, paths[at(p.cells()[i])], known);
         instance.name = cell.name;
         instance.shows_name = shows_name(cell);
         for (const std::int32_t net : cell.nets)
-            instance.pin_net.push_back(net < 0 ? std::int16_t{0} : id_of(local(p, net)));
-        p.graph.boxes.push_back(box_of_cell(p, cell, p.drawing.symbols[at(instance.symbol)].shape));
-        p.drawing.instances.push_back(std::move(instance));
+            instance.pin_net.push_back(net < 0 ? std::int16_t{0}
+                                               : static_cast<std::int16_t>(sg_first_net_id + local(p, net)));
+        p.graph.boxes.push_back(box_of_cell(p, cell, p.symbol(i).shape));
     }
 }
 
-constexpr bool points_right(sg_tag_kind kind) {  // stands left of the net
-    return kind == sg_tag_kind::input || kind == sg_tag_kind::from_page;
+// A port that nothing on the sheets has to do with.
+bool is_unused(const xp_pager& p, std::int32_t net) {
+    const xp_page_net& own = p.nets[at(net)];
+    const xp_sheet_net& planned = p.planned(at(net));
+    return own.ports.size() == 1 && own.drivers.empty() && own.readers.empty() &&
+           !planned.is_read_elsewhere && !planned.is_driven_elsewhere;
 }
 
-// Beside a tag, for the name of a port that is not its net's.
-std::int32_t port_room(const std::string& port) {
-    return port.empty() ? 0 : sg_text_width(port.size() + 1, sg_tag_text);
-}
-
-void add_tag_box(pager& p, sg_tag_kind kind, std::int32_t net, const std::string& port = {}) {
-    const std::string& name = p.planned(net).name;
+void add_tag_box(xp_pager& p, sg_tag_kind kind, std::int32_t net, const std::string& port = {}) {
+    const std::string& name = p.planned(at(net)).name;
     const std::string other = port == name ? "" : port;
+    const bool is_source = xp_points_right(kind);
+    p.tags.push_back({kind, net, other, -1});
+    if (is_unused(p, net)) return;
     sg_box box;
-    const bool is_source = points_right(kind);
     box.place = is_source ? sg_place::first : kind == sg_tag_kind::to_page ? sg_place::inner : sg_place::last;
-    box.above = box.below = box.place == sg_place::inner ? tag_half + 1000 : tag_half;
-    (is_source ? box.margin_left : box.margin_right) = sg_tag_room(name.size()) + port_room(other);
-    box.pins.push_back({p.nets[at(net)].look == style::wires ? net : -1, 0, is_source});
+    box.above = box.below = box.place == sg_place::inner ? xp_tag_half + 1000 : xp_tag_half;
+    (is_source ? box.margin_left : box.margin_right) = sg_tag_room(name.size()) + xp_room_beside(other) +
+                                                       xp_room_beside(xp_pages_beside(p.nets[at(net)], kind));
+    box.pins.push_back({p.nets[at(net)].look == xp_net_style::wires ? net : -1, 0, is_source});
+    p.tags.back().box = static_cast<std::int32_t>(p.graph.boxes.size());
     p.graph.boxes.push_back(box);
-    p.tags.push_back({kind, net, other});
 }
 
 sg_tag_kind kind_of(xp_direction direction) {
@@ -210,7 +214,7 @@ sg_tag_kind kind_of(xp_direction direction) {
                                                : sg_tag_kind::inout;
 }
 
-void add_tags(pager& p) {
+void add_tags(xp_pager& p) {
     std::vector<std::pair<std::int32_t, std::int32_t>> ports;  // with their nets, in the order of the ports
     for (std::size_t net = 0; net < p.nets.size(); ++net)
         for (const std::int32_t port : p.nets[net].ports) ports.emplace_back(port, net);
@@ -220,122 +224,10 @@ void add_tags(pager& p) {
         add_tag_box(p, kind_of(planned.direction), net, planned.name);
     }
     for (std::size_t net = 0; net < p.nets.size(); ++net) {
-        if (p.nets[net].look != style::wires) continue;
+        if (p.nets[net].look != xp_net_style::wires) continue;
         const auto index = static_cast<std::int32_t>(net);
         if (p.nets[net].wants_from) add_tag_box(p, sg_tag_kind::from_page, index);
         if (p.nets[net].wants_to) add_tag_box(p, sg_tag_kind::to_page, index);
-    }
-}
-
-// ---- the drawing
-
-sg_point pin_place(const pager& p, const pin_ref& ref) {
-    const sg_drawn_instance& instance = p.drawing.instances[at(ref.cell)];
-    return sg_pin_place(instance, p.drawing.symbols[at(instance.symbol)], at(ref.pin));
-}
-
-void draw_tags(pager& p, std::size_t index, sg_drawn_net& drawn) {
-    const page_net& net = p.nets[index];
-    for (const bool is_right : {false, true})
-        for (const pin_ref& ref : is_right ? net.drivers : net.readers) {
-            const sg_point pin = pin_place(p, ref), end{pin.x + (is_right ? tag_lead : -tag_lead), pin.y};
-            drawn.wires.push_back(is_right ? sg_wire{pin, end} : sg_wire{end, pin});
-            p.drawing.tags.push_back(
-                {is_right ? sg_tag_kind::to_page : sg_tag_kind::from_page, end, drawn.name});
-        }
-}
-
-void add_port_name(sg_drawn_net& net, const sg_drawn_tag& tag, const std::string& port) {
-    if (port.empty()) return;
-    const std::int32_t tag_room = sg_tag_room(tag.name.size()), gap = sg_tag_text * 3 / 10;
-    const std::int32_t x =
-        tag.at.x + (points_right(tag.kind) ? gap - tag_room - port_room(port) : tag_room + gap);
-    net.ports.push_back({port, {{x, tag.at.y - sg_tag_text / 2}, sg_tag_text, true}});
-}
-
-void draw_box_tags(pager& p) {
-    for (std::size_t i = 0; i < p.tags.size(); ++i) {
-        const sg_point origin = p.layout.origins[p.cells().size() + i];
-        sg_drawn_net& net = p.drawing.nets[at(p.tags[i].net)];
-        p.drawing.tags.push_back({p.tags[i].kind, origin, net.name});
-        add_port_name(net, p.drawing.tags.back(), p.tags[i].port);
-        if (p.nets[at(p.tags[i].net)].look != style::wires) net.points.push_back(origin);
-    }
-}
-
-void draw_nets(pager& p) {
-    p.drawing.nets.resize(p.nets.size());
-    for (std::size_t i = 0; i < p.nets.size(); ++i) {
-        const xp_sheet_net& planned = p.planned(static_cast<std::int32_t>(i));
-        sg_drawn_net& drawn = p.drawing.nets[i];
-        drawn.id = id_of(static_cast<std::int32_t>(i));
-        drawn.number = planned.number;
-        drawn.name = planned.name;
-        drawn.is_bus = planned.is_bus;
-        drawn.start = planned.start;
-        drawn.end = planned.end;
-        drawn.wires = p.layout.wires[i];
-        drawn.ties = p.layout.ties[i];
-        if (p.nets[i].look == style::tags) draw_tags(p, i, drawn);
-    }
-}
-
-// ---- names of nets
-
-sg_rectangle tag_rectangle(const sg_drawn_tag& tag) {
-    const std::int32_t room = sg_tag_room(tag.name.size());
-    return points_right(tag.kind)
-               ? sg_rectangle{tag.at.x - room, tag.at.y - tag_half, tag.at.x, tag.at.y + tag_half}
-               : sg_rectangle{tag.at.x, tag.at.y - tag_half, tag.at.x + room, tag.at.y + tag_half};
-}
-
-sg_obstacles obstacles_of(const pager& p) {
-    sg_obstacles obstacles;
-    for (std::size_t i = 0; i < p.cells().size(); ++i) {
-        const sg_box& box = p.graph.boxes[i];
-        const sg_point& origin = p.layout.origins[i];
-        const sg_symbol& shape = p.drawing.symbols[at(p.drawing.instances[i].symbol)].shape;
-        obstacles.rectangles.push_back(
-            {origin.x, origin.y - shape.below, origin.x + box.width, origin.y + shape.above});
-        if (p.drawing.instances[i].shows_name)
-            obstacles.rectangles.push_back(
-                {origin.x, origin.y + shape.inst.at.y,
-                 origin.x + shape.inst.at.x + sg_text_width(p.drawing.instances[i].name.size(), sg_text),
-                 origin.y + shape.above});
-    }
-    for (const sg_drawn_tag& tag : p.drawing.tags) obstacles.rectangles.push_back(tag_rectangle(tag));
-    for (const sg_drawn_net& net : p.drawing.nets)
-        obstacles.wires.insert(obstacles.wires.end(), net.wires.begin(), net.wires.end());
-    return obstacles;
-}
-
-void label_nets(pager& p) {
-    sg_obstacles obstacles = obstacles_of(p);
-    for (std::size_t i = 0; i < p.nets.size(); ++i) {
-        if (p.nets[i].look != style::wires) continue;
-        sg_drawn_net& net = p.drawing.nets[i];
-        net.label.height = sg_pin_text;
-        const std::int32_t width = sg_text_width(net.name.size(), sg_pin_text);
-        const bool is_named_by_tag = !p.nets[i].ports.empty() || p.nets[i].wants_from || p.nets[i].wants_to;
-        const sg_label label =
-            is_named_by_tag ? sg_label{} : sg_place_label(net.wires, width, sg_pin_text, obstacles);
-        net.label.is_visible = label.found;
-        net.label.at = label.found ? label.at : net.wires.front().from;
-        if (label.found)
-            obstacles.rectangles.push_back(
-                {label.at.x, label.at.y, label.at.x + width, label.at.y + sg_pin_text});
-    }
-}
-
-void hide_other_labels(pager& p) {
-    for (sg_drawn_net& net : p.drawing.nets) {
-        if (net.label.height != 0) continue;
-        net.label.height = sg_pin_text;
-        net.label.is_visible = false;
-        if (!net.wires.empty())
-            net.label.at = net.wires.front().from;
-        else if (!net.points.empty())
-            net.label.at = net.points.front();
     }
 }
 
@@ -343,7 +235,7 @@ void hide_other_labels(pager& p) {
 
 void xp_draw_page(const xp_sheet_plan& plan, std::int32_t page, const std::vector<std::string>& symbol_paths,
                   sg_drawing& drawing) {
-    pager p{plan, page, drawing, {}, {}, {}, {}};
+    xp_pager p{plan, page, drawing, {}, {}, {}, {}, {}, {}};
     drawing.title = plan.title;
     drawing.page = page + 1;
     drawing.page_count = plan.page_count();
@@ -355,14 +247,5 @@ void xp_draw_page(const xp_sheet_plan& plan, std::int32_t page, const std::vecto
     add_tags(p);
     p.graph.net_count = static_cast<std::int32_t>(p.nets.size());
     sg_lay_out(p.graph, p.layout);
-    for (std::size_t i = 0; i < drawing.instances.size(); ++i) {
-        drawing.instances[i].at = p.layout.origins[i];
-        drawing.instances[i].is_flipped = p.layout.is_flipped[i];
-    }
-    draw_nets(p);
-    draw_box_tags(p);
-    label_nets(p);
-    hide_other_labels(p);
-    const sg_rectangle& e = p.layout.extent;
-    drawing.extent = {e.xmin - page_margin, e.ymin - page_margin, e.xmax + page_margin, e.ymax + page_margin};
+    xp_draw_layout(p);
 }

@@ -212,21 +212,38 @@ void reach(xp_sheet_plan& plan, std::int32_t index, std::int32_t page) {
     plan.page_nets[at(page)].push_back(index);
 }
 
+void add_page(std::vector<std::int32_t>& pages, std::int32_t page) {
+    if (pages.empty() || pages.back() != page) pages.push_back(page);
+}
+
+void list_cell(xp_sheet_plan& plan, const xp_sheet_cell& cell, std::int32_t page) {
+    for (std::size_t pin = 0; pin < cell.nets.size(); ++pin) {
+        if (cell.nets[pin] < 0) continue;
+        reach(plan, cell.nets[pin], page);
+        xp_sheet_net& net = plan.nets[at(cell.nets[pin])];
+        add_page(cell.kind.pins[pin].is_right ? net.driven_pages : net.read_pages, page);
+    }
+}
+
+void list_port(xp_sheet_plan& plan, std::int32_t port) {
+    const xp_sheet_port& p = plan.ports[at(port)];
+    xp_sheet_net& net = plan.nets[at(p.net)];
+    plan.ports_at[at(p.net)].push_back(port);
+    if (net.first_page < 0) reach(plan, p.net, 0);
+    if (p.direction != xp_direction::output && net.driven_pages.empty()) net.driven_pages = {net.first_page};
+    if (p.direction != xp_direction::input && net.read_pages.empty()) net.read_pages = {net.first_page};
+}
+
 void list_pages(xp_sheet_plan& plan, std::int32_t count) {
     plan.page_cells.resize(at(count));
     plan.page_nets.resize(at(count));
     for (std::size_t cell = 0; cell < plan.cells.size(); ++cell)
         plan.page_cells[at(plan.cells[cell].page)].push_back(static_cast<std::int32_t>(cell));
     for (std::int32_t page = 0; page < count; ++page)
-        for (const std::int32_t cell : plan.page_cells[at(page)])
-            for (const std::int32_t net : plan.cells[at(cell)].nets)
-                if (net >= 0) reach(plan, net, page);
+        for (const std::int32_t cell : plan.page_cells[at(page)]) list_cell(plan, plan.cells[at(cell)], page);
     plan.ports_at.resize(plan.nets.size());
-    for (std::size_t port = 0; port < plan.ports.size(); ++port) {
-        const std::int32_t net = plan.ports[port].net;
-        plan.ports_at[at(net)].push_back(static_cast<std::int32_t>(port));
-        if (plan.nets[at(net)].first_page < 0) reach(plan, net, 0);
-    }
+    for (std::size_t port = 0; port < plan.ports.size(); ++port)
+        list_port(plan, static_cast<std::int32_t>(port));
     for (std::vector<std::int32_t>& nets : plan.page_nets) std::sort(nets.begin(), nets.end());
 }
 

@@ -4,96 +4,22 @@
 #include <algorithm>
 #include <map>
 
-namespace {
+#include "expand/sheet_nets.h"
 
-struct owner {  // the vector that a bit of the module belongs to
-    std::int32_t vector = -1;
-    std::uint32_t bit = 0;
-};
+namespace {
 
 struct planner {
     const xp_flat& flat;
     const xp_netlist& netlist;
-    const xp_bus_table& buses;
     std::uint32_t module;
-    const std::string* constant_names;
     xp_sheet_plan& plan;
-    std::vector<xp_net_ref> bit_name;                  // by bit: its first name
-    std::vector<owner> owners;                         // by bit
-    std::map<std::int32_t, std::int32_t> scalar_nets;  // sheet net by bit or constant
-    std::map<std::uint32_t, std::int32_t> bus_nets;    // sheet net by vector
-    std::map<std::uint32_t, xp_model> models;          // by cell: of the gate that drives its output
+    xp_sheet_nets nets;
+    std::map<std::uint32_t, xp_model> models;  // by cell: of the gate that drives its output
 };
 
 const xp_module& module_of(const planner& p) { return p.netlist.modules[p.module]; }
 const xp_body& body_of(const planner& p) { return p.flat.hierarchy->bodies[p.module]; }
 std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
-
-void name_bits(planner& p) {
-    const xp_body& body = body_of(p);
-    const auto bits = at(module_of(p).net_count);
-    std::vector<bool> is_named(bits);
-    p.bit_name.resize(bits);
-    p.owners.resize(bits);
-    for (const std::uint32_t name : xp_naming_order(body))
-        for (std::uint32_t k = 0; k < body.names[name].bits.count; ++k) {
-            const std::int32_t bit = module_of(p).bits[body.names[name].bits.first + k];
-            if (bit < 0 || at(bit) >= bits) continue;
-            if (!is_named[at(bit)]) p.bit_name[at(bit)] = {0, name, k};
-            is_named[at(bit)] = true;
-            if (p.buses[p.module][name] && p.owners[at(bit)].vector < 0)
-                p.owners[at(bit)] = {static_cast<std::int32_t>(name), k};
-        }
-}
-
-// ---- nets
-
-std::int32_t scalar_net(planner& p, std::int32_t bit) {
-    const auto [known, is_new] =
-        p.scalar_nets.try_emplace(bit, static_cast<std::int32_t>(p.plan.nets.size()));
-    if (!is_new) return known->second;
-    xp_sheet_net net;
-    net.bit = bit;
-    if (bit < 0) {
-        net.name = p.constant_names[-1 - bit];
-    } else {
-        const xp_net_ref& ref = p.bit_name[at(bit)];
-        const xp_net_name& name = body_of(p).names[ref.name];
-        net.name = std::string(name.name) + xp_bit_suffix(name, ref.bit);
-        net.is_hidden = name.hidden;
-    }
-    p.plan.nets.push_back(net);
-    return known->second;
-}
-
-std::int32_t bus_net(planner& p, std::uint32_t vector) {
-    const auto [known, is_new] =
-        p.bus_nets.try_emplace(vector, static_cast<std::int32_t>(p.plan.nets.size()));
-    if (!is_new) return known->second;
-    const xp_net_name& name = body_of(p).names[vector];
-    xp_sheet_net net;
-    net.name = std::string(name.name) + xp_range_suffix(name);
-    net.is_bus = true;
-    net.is_hidden = name.hidden;
-    net.start = static_cast<std::int16_t>(xp_bit_label(name, name.bits.count - 1));
-    net.end = static_cast<std::int16_t>(xp_bit_label(name, 0));
-    net.vector = vector;
-    p.plan.nets.push_back(net);
-    return known->second;
-}
-
-// The bus that the bits are the whole of, -1 for none.
-std::int32_t bus_of(const planner& p, const xp_bits& bits) {
-    const std::vector<std::int32_t>& all = module_of(p).bits;
-    if (bits.count < 2 || all[bits.first] < 0) return -1;
-    const std::int32_t vector = p.owners[at(all[bits.first])].vector;
-    if (vector < 0 || body_of(p).names[at(vector)].bits.count != bits.count) return -1;
-    for (std::uint32_t k = 0; k < bits.count; ++k) {
-        const std::int32_t bit = all[bits.first + k];
-        if (bit < 0 || p.owners[at(bit)].vector != vector || p.owners[at(bit)].bit != k) return -1;
-    }
-    return vector;
-}
 
 // ---- cells
 
@@ -120,26 +46,23 @@ void add_pin(xp_sheet_cell& cell, const port_look& port, const std::string& suff
     cell.nets.push_back(net);
 }
 
-bool is_open(const port_look& port, std::int32_t bit) {
-    return port.direction != xp_direction::input && (bit == xp_const_x || bit == xp_const_z);
+std::string range_text(std::int32_t from, std::int32_t to) {
+    return "[" + std::to_string(from) + (from == to ? "" : ":" + std::to_string(to)) + "]";
 }
 
-// One pin at a bus, or one a bit, the most significant on top.
-void add_port(planner& p, xp_sheet_cell& cell, const port_look& port, const xp_bits& bits) {
-    const std::int32_t vector = bus_of(p, bits);
-    const auto range = [&](std::uint32_t k) {
-        return "[" + std::to_string(label(port, bits.count, k)) + "]";
-    };
-    if (vector < 0) {
-        for (std::uint32_t k = bits.count; k-- > 0;) {
-            const std::int32_t bit = module_of(p).bits[bits.first + k];
-            add_pin(cell, port, bits.count > 1 ? range(k) : "", is_open(port, bit) ? -1 : scalar_net(p, bit));
-        }
-        return;
-    }
-    const std::int16_t start = label(port, bits.count, bits.count - 1), end = label(port, bits.count, 0);
-    add_pin(cell, port, "[" + std::to_string(start) + ":" + std::to_string(end) + "]",
-            bus_net(p, static_cast<std::uint32_t>(vector)));
+// One pin, at a thick wire when it has several bits.
+void add_port(planner& p, xp_sheet_cell& cell, const port_look& port, const xp_bits& range) {
+    const auto first = module_of(p).bits.begin() + range.first;
+    std::vector<std::int32_t> bits(first, first + range.count);
+    if (port.direction != xp_direction::input)
+        for (std::int32_t& bit : bits)
+            if (bit == xp_const_x || bit == xp_const_z) bit = xp_open_bit;
+    const bool is_open =
+        std::all_of(bits.begin(), bits.end(), [](std::int32_t bit) { return bit == xp_open_bit; });
+    if (range.count == 1) return add_pin(cell, port, "", is_open ? -1 : xp_sheet_scalar(p.nets, bits[0]));
+    const std::int16_t start = label(port, range.count, range.count - 1), end = label(port, range.count, 0);
+    add_pin(cell, port, range_text(start, end),
+            is_open ? -1 : xp_sheet_word(p.nets, bits, cell.name + "." + port.name));
     cell.kind.pins.back().is_bus = true;
     cell.kind.pins.back().start = start;
     cell.kind.pins.back().end = end;
@@ -252,24 +175,22 @@ void add_cells(planner& p) {
 
 // ---- ports
 
-// A vector port is a tag at a bus if a pin of a cell is, else one tag a bit.
 void add_module_ports(planner& p) {
     const xp_module& module = module_of(p);
     for (std::size_t i = 0; i < module.ports.size(); ++i) {
         const xp_net_name& name = body_of(p).names[i];
-        const std::int32_t vector = bus_of(p, name.bits);
-        if (vector >= 0 && p.bus_nets.contains(static_cast<std::uint32_t>(vector))) {
-            p.plan.ports.push_back({std::string(name.name) + xp_range_suffix(name), name.direction,
-                                    bus_net(p, static_cast<std::uint32_t>(vector))});
-            continue;
-        }
-        for (std::uint32_t k = name.bits.count; k-- > 0;)
-            p.plan.ports.push_back({std::string(name.name) + xp_bit_suffix(name, k), name.direction,
-                                    scalar_net(p, module.bits[name.bits.first + k])});
+        if (name.bits.count == 0) continue;
+        const auto first = module.bits.begin() + name.bits.first;
+        const bool is_word = name.bits.count > 1;
+        p.plan.ports.push_back(
+            {std::string(name.name) + (is_word ? xp_range_suffix(name) : xp_bit_suffix(name, 0)),
+             name.direction,
+             is_word ? xp_sheet_word(p.nets, {first, first + name.bits.count}, "")
+                     : xp_sheet_scalar(p.nets, *first)});
     }
 }
 
-// ---- what is joined by name
+// ---- who reads and drives
 
 struct use {
     bool is_read = false, is_driven = false;
@@ -289,60 +210,104 @@ std::vector<use> uses_of(const xp_sheet_plan& plan) {
     return uses;
 }
 
-void join_bits(planner& p) {
-    const std::vector<use> uses = uses_of(p.plan);
-    for (const auto& [vector, bus] : p.bus_nets) {
-        const xp_bits& bits = body_of(p).names[vector].bits;
-        for (std::uint32_t k = 0; k < bits.count; ++k) {
-            const auto bit = p.scalar_nets.find(module_of(p).bits[bits.first + k]);
-            if (bit == p.scalar_nets.end()) continue;
-            xp_sheet_net& one = p.plan.nets[at(bit->second)];
-            xp_sheet_net& all = p.plan.nets[at(bus)];
-            one.is_read_elsewhere |= uses[at(bus)].is_read;
-            one.is_driven_elsewhere |= uses[at(bus)].is_driven;
-            all.is_read_elsewhere |= uses[at(bit->second)].is_read;
-            all.is_driven_elsewhere |= uses[at(bit->second)].is_driven;
-        }
-    }
+// ---- joints
+
+struct jointing {
+    planner& p;
+    std::vector<use> uses;                  // by net
+    std::vector<std::int32_t> nets_of_bit;  // how many nets have the bit
+};
+
+void count_nets_of_bits(jointing& j) {
+    j.nets_of_bit.resize(at(module_of(j.p).net_count));
+    for (const xp_sheet_net& net : j.p.plan.nets)
+        for (const std::int32_t bit : net.bits)
+            if (bit >= 0) ++j.nets_of_bit[at(bit)];
 }
 
-bool is_bus_in(const xp_flat& flat, const xp_scope& scope, const xp_net_name& name) {
-    const std::vector<std::int32_t>& bits = xp_module_of(flat, scope).bits;
-    const std::int32_t first = xp_net_at(flat, scope, bits[name.bits.first]);
-    if (first < 0 || flat.nets[at(first)].bus < 0) return false;
-    const xp_bus& bus = flat.buses[at(flat.nets[at(first)].bus)];
-    if (bus.first_net != first || xp_name_of(flat, {bus.scope, bus.name, 0}).bits.count != name.bits.count)
-        return false;
-    for (std::uint32_t k = 0; k < name.bits.count; ++k)
-        if (xp_net_at(flat, scope, bits[name.bits.first + k]) != first + static_cast<std::int32_t>(k))
-            return false;
-    return true;
+// A part of a wire that something drives is let out where another net has its bits.
+bool is_part_shown(const jointing& j, std::span<const std::int32_t> bits, bool is_driven) {
+    if (!is_driven) return bits[0] != xp_open_bit;
+    return std::any_of(bits.begin(), bits.end(),
+                       [&](std::int32_t bit) { return bit >= 0 && j.nets_of_bit[at(bit)] > 1; });
+}
+
+void add_joint_pin(xp_sheet_cell& joint, const std::string& name, bool is_right, bool is_bus,
+                   std::int32_t net) {
+    sg_pin_kind pin;
+    pin.name = name;
+    pin.is_right = is_right;
+    pin.is_bus = is_bus;
+    joint.kind.pins.push_back(pin);
+    joint.nets.push_back(net);
+}
+
+void add_joint(jointing& j, std::int32_t word) {
+    const xp_sheet_net net = j.p.plan.nets[at(word)];  // a copy: parts may add nets
+    const bool is_driven = j.uses[at(word)].is_driven;
+    const auto label_of = [&](std::uint32_t k) {
+        return net.start >= net.end ? net.end + static_cast<std::int32_t>(k)
+                                    : net.end - static_cast<std::int32_t>(k);
+    };
+    xp_sheet_cell joint;
+    joint.name = net.name;
+    joint.kind.form = sg_form::joint;
+    for (const xp_word_part& part : xp_parts_of_word(j.p.nets, net.bits)) {
+        const auto bits = std::span(net.bits).subspan(part.first, part.count);
+        if (is_part_shown(j, bits, is_driven))
+            add_joint_pin(joint, range_text(label_of(part.first + part.count - 1), label_of(part.first)),
+                          is_driven, part.count > 1, xp_sheet_part(j.p.nets, bits));
+    }
+    if (joint.nets.empty()) return;
+    add_joint_pin(joint, net.name, !is_driven, true, word);
+    j.p.plan.cells.push_back(std::move(joint));
+}
+
+void add_joints(planner& p) {
+    jointing j{p, uses_of(p.plan), {}};
+    count_nets_of_bits(j);
+    const auto count = static_cast<std::int32_t>(p.plan.nets.size());
+    for (std::int32_t net = 0; net < count; ++net)
+        if (p.plan.nets[at(net)].is_mixture) add_joint(j, net);
+}
+
+// ---- what is joined by name
+
+void join_by_name(planner& p) {
+    const std::vector<use> uses = uses_of(p.plan);
+    std::vector<std::vector<std::int32_t>> nets_at(at(module_of(p).net_count));  // by bit
+    const auto count = static_cast<std::int32_t>(p.plan.nets.size());
+    for (std::int32_t net = 0; net < count; ++net)
+        for (const std::int32_t bit : p.plan.nets[at(net)].bits)
+            if (bit >= 0 && !p.plan.nets[at(net)].is_mixture) nets_at[at(bit)].push_back(net);
+    for (const std::vector<std::int32_t>& nets : nets_at)
+        for (const std::int32_t net : nets)
+            for (const std::int32_t other : nets) {
+                if (net == other) continue;
+                p.plan.nets[at(net)].joined.push_back(other);
+                p.plan.nets[at(net)].is_read_elsewhere |= uses[at(other)].is_read;
+                p.plan.nets[at(net)].is_driven_elsewhere |= uses[at(other)].is_driven;
+            }
+    for (xp_sheet_net& net : p.plan.nets) {
+        std::sort(net.joined.begin(), net.joined.end());
+        net.joined.erase(std::unique(net.joined.begin(), net.joined.end()), net.joined.end());
+    }
 }
 
 }  // namespace
 
-xp_bus_table xp_find_buses(const xp_flat& flat) {
-    xp_bus_table table;
-    for (const xp_body& body : flat.hierarchy->bodies) {
-        table.emplace_back();
-        for (const xp_net_name& name : body.names) table.back().push_back(xp_is_vector(name));
-    }
-    for (const xp_scope& scope : flat.scopes) {
-        const xp_body& body = xp_body_of(flat, scope);
-        std::vector<bool>& is_bus = table[scope.module];
-        for (std::size_t name = 0; name < body.names.size(); ++name)
-            if (is_bus[name]) is_bus[name] = is_bus_in(flat, scope, body.names[name]);
-    }
-    return table;
-}
-
-void xp_plan_sheet(const xp_flat& flat, const xp_bus_table& buses, std::uint32_t module,
-                   const std::string constant_names[xp_constants], xp_sheet_plan& plan) {
-    planner p{flat, *flat.netlist, buses, module, constant_names, plan, {}, {}, {}, {}, {}};
-    plan.title = xp_clean_name(module_of(p).name);
-    name_bits(p);
+void xp_plan_sheet(const xp_flat& flat, std::uint32_t module, const std::string constant_names[xp_constants],
+                   xp_sheet_plan& plan) {
+    const xp_module& contents = flat.netlist->modules[module];
+    const xp_body& body = flat.hierarchy->bodies[module];
+    planner p{
+        flat, *flat.netlist, module, plan, {flat, contents, body, constant_names, plan, {}, {}, {}, {}, {}},
+        {}};
+    plan.title = xp_clean_name(contents.name);
+    xp_name_sheet_bits(p.nets);
     find_models(p);
     add_cells(p);
     add_module_ports(p);
-    join_bits(p);
+    add_joints(p);
+    join_by_name(p);
 }

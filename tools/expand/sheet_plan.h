@@ -1,11 +1,12 @@
 // xp_sheet_plan: what stands on the sheets of a module.  Owns its cells as symbols with the nets of their
 // pins, its ports, its nets, and the pages that they are shared out to; knows no coordinates.
 //
-// A pin of several bits that is connected to one whole vector, which in every instance of the module is a bus
-// of the design, is one pin at a bus; any other becomes one pin a bit.  The bits of a bus that pins of one
-// bit read or drive are nets of their own, joined to the bus by name.
+// A pin of several bits is one pin at a thick wire.  Bits and parts of a vector that other pins read or drive
+// are nets of their own, joined to it by name; a thick wire of unlike bits is joined to them by a joint,
+// which stands among the cells.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -19,16 +20,19 @@ struct xp_sheet_net {
     std::string name;
     bool is_bus = false, is_hidden = false;  // hidden: the netlist has no name for it
     std::int16_t start = 0, end = 0;         // of a bus
-    std::int32_t bit = 0;                    // of the module, or a constant
-    std::uint32_t vector = 0;                // of a bus: which name of the module
-    bool is_read_elsewhere = false;          // by name: as bit of a bus, or as bus by its bits
+    std::vector<std::int32_t> bits;          // of the module, or constants, the lowest first
+    std::int32_t vector = -1;                // of a bus: the name of the module that has these bits
+    bool is_mixture = false;                 // of a bus: joined to other nets by joints only
+    bool is_read_elsewhere = false;          // by name: as part of a bus, or as bus by its parts
     bool is_driven_elsewhere = false;
+    std::vector<std::int32_t> joined;  // the nets with which it is
     std::int32_t first_page = -1, last_page = -1;
-    std::int32_t number = 0;  // on every page of the module
+    std::vector<std::int32_t> read_pages, driven_pages;  // in ascending order
+    std::int32_t number = 0;                             // on every page of the module
 };
 
 struct xp_sheet_cell {
-    std::uint32_t cell = 0;  // of the module
+    std::uint32_t cell = 0;  // of the module; of no meaning for a joint
     std::string name;
     bool is_hidden = false;
     std::int32_t module = -1;  // contents, -1 for a primitive
@@ -54,13 +58,14 @@ struct xp_sheet_plan {
     std::int32_t page_count() const { return static_cast<std::int32_t>(page_cells.size()); }
 };
 
-// By module and name: whether the vector is a whole bus of the design wherever the module stands.
-using xp_bus_table = std::vector<std::vector<bool>>;
-xp_bus_table xp_find_buses(const xp_flat& flat);
+inline bool xp_is_joint(const xp_sheet_cell& cell) { return cell.kind.form == sg_form::joint; }
+inline bool xp_is_constant(const xp_sheet_net& net) {
+    return std::all_of(net.bits.begin(), net.bits.end(), [](std::int32_t bit) { return bit < 0; });
+}
 
 // constant_names: of 0, 1, x and z in this module.
-void xp_plan_sheet(const xp_flat& flat, const xp_bus_table& buses, std::uint32_t module,
-                   const std::string constant_names[xp_constants], xp_sheet_plan& plan);
+void xp_plan_sheet(const xp_flat& flat, std::uint32_t module, const std::string constant_names[xp_constants],
+                   xp_sheet_plan& plan);
 // Shares the cells out to pages by their fan-in cones, and numbers the nets page by page.
 void xp_share_pages(xp_sheet_plan& plan);
 void xp_number_nets(xp_sheet_plan& plan, std::int32_t first_number);

@@ -125,13 +125,12 @@ void refuse(draughtsman& d, module_sheets& m, const std::string& why) {
 }
 
 void plan_modules(draughtsman& d) {
-    const xp_bus_table buses = xp_find_buses(d.flat);
     for (std::uint32_t module = 0; module < d.modules.size(); ++module) {
         module_sheets& m = d.modules[module];
         if (!m.is_reached) continue;
         std::string names[xp_constants];
         name_constants(d, module, names);
-        xp_plan_sheet(d.flat, buses, module, names, m.plan);
+        xp_plan_sheet(d.flat, module, names, m.plan);
         xp_share_pages(m.plan);
         m.is_drawn = true;
         if (m.depth >= levels_most) refuse(d, m, "more than " + std::to_string(levels_most) + " levels");
@@ -181,7 +180,7 @@ void keep_ids(draughtsman& d, std::uint32_t module, std::int32_t page, const std
     std::size_t next = 0;
     const xp_sheet_plan& plan = d.modules[module].plan;
     for (const std::int32_t cell : plan.page_cells[at(page)])
-        of_cells[plan.cells[at(cell)].cell] = ids[next++];
+        if (!xp_is_joint(plan.cells[at(cell)])) of_cells[plan.cells[at(cell)].cell] = ids[next++];
 }
 
 // False: the page does not fit into a file.
@@ -213,7 +212,8 @@ void remove_sheets(draughtsman& d, const module_sheets& m) {
 void draw_module(draughtsman& d, std::uint32_t module) {
     module_sheets& m = d.modules[module];
     std::vector<std::string> paths;
-    for (const xp_sheet_cell& cell : m.plan.cells) paths.push_back(symbol_path(d, cell));
+    for (const xp_sheet_cell& cell : m.plan.cells)
+        paths.push_back(xp_is_joint(cell) ? "" : symbol_path(d, cell));
     for (std::int32_t page = 0; page < m.plan.page_count() && xp_ok(d.status); ++page)
         if (!draw_page(d, module, page, paths)) {
             refuse(d, m, "more than " + std::to_string(tm_max_objects) + " objects in a file");
@@ -222,28 +222,59 @@ void draw_module(draughtsman& d, std::uint32_t module) {
     d.pages += at(m.plan.page_count());
 }
 
-// ---- object ids
+// ---- numbers
 
-bool is_own_name(const xp_flat& flat, const xp_sheet_net& net, const xp_object_id& id) {
-    if (net.is_bus) return flat.buses[at(id.bus)].scope == id.scope;
-    return net.bit >= 0 || id.scope == 0;
+// The bus of the design that has these bits in their order, -1 for none.
+std::int32_t bus_with(const xp_flat& flat, const xp_scope& scope, const std::vector<std::int32_t>& bits) {
+    const std::int32_t first = xp_net_at(flat, scope, bits[0]);
+    if (first < 0 || bits[0] < 0) return -1;
+    const std::int32_t bus = flat.nets[at(first)].bus;
+    for (std::size_t k = 0; k < bits.size(); ++k) {
+        const std::int32_t net = bits[k] < 0 ? -1 : xp_net_at(flat, scope, bits[k]);
+        if (net != first + static_cast<std::int32_t>(k) || flat.nets[at(net)].bus != bus) return -1;
+    }
+    return bus;
 }
 
-void add_object_ids(draughtsman& d) {
+// The net of the design that a wire is; a thick one is the bus that has its bits, or none.
+xp_object_id find_net(const xp_flat& flat, std::uint32_t scope, const xp_sheet_net& net) {
+    const xp_scope& s = flat.scopes[scope];
+    xp_object_id id{scope, -1, -1, net.number, {}};
+    if (net.is_bus) id.bus = bus_with(flat, s, net.bits);
+    if (!net.is_bus || id.bus >= 0) id.net = xp_net_at(flat, s, net.bits[0]);
+    return id;
+}
+
+bool is_part_of_bus(const xp_flat& flat, const xp_sheet_net& net, const xp_object_id& id) {
+    if (id.bus < 0) return false;
+    const xp_bus& bus = flat.buses[at(id.bus)];
+    return xp_name_of(flat, {bus.scope, bus.name, 0}).bits.count != net.bits.size();
+}
+
+// Whether the design does not know the net by its name on the sheet yet.
+bool wants_name(const xp_flat& flat, const xp_sheet_net& net, const xp_object_id& id) {
+    if (!net.is_bus) return net.bits[0] < 0 && id.scope != 0;
+    const xp_bus& bus = flat.buses[at(id.bus)];
+    return bus.scope != id.scope || static_cast<std::int32_t>(bus.name) != net.vector;
+}
+
+// A bus has the number of the whole first, then those of its parts.
+void add_numbers_of(draughtsman& d, std::uint32_t scope, const xp_sheet_plan& plan) {
+    std::vector<xp_object_id> parts;
+    for (const xp_sheet_net& net : plan.nets) {
+        xp_object_id id = find_net(d.flat, scope, net);
+        if (id.net < 0) continue;
+        const bool is_part = is_part_of_bus(d.flat, net, id);
+        if (!is_part && wants_name(d.flat, net, id)) id.name = xp_keep_once(d.netlist.texts, net.name);
+        (is_part ? parts : d.flat.object_ids).push_back(id);
+    }
+    d.flat.object_ids.insert(d.flat.object_ids.end(), parts.begin(), parts.end());
+}
+
+void add_numbers(draughtsman& d) {
     for (std::uint32_t scope = 0; scope < d.flat.scopes.size(); ++scope) {
-        const xp_scope& s = d.flat.scopes[scope];
-        const module_sheets& m = d.modules[s.module];
-        if (!m.is_drawn || s.depth >= levels_most) continue;
-        for (const xp_sheet_net& net : m.plan.nets) {
-            const std::int32_t bit =
-                net.is_bus ? xp_module_of(d.flat, s).bits[xp_body_of(d.flat, s).names[net.vector].bits.first]
-                           : net.bit;
-            xp_object_id id{scope, xp_net_at(d.flat, s, bit), -1, net.number, {}};
-            if (id.net < 0) continue;
-            if (net.is_bus) id.bus = d.flat.nets[at(id.net)].bus;
-            if (!is_own_name(d.flat, net, id)) id.name = xp_keep_once(d.netlist.texts, net.name);
-            d.flat.object_ids.push_back(id);
-        }
+        const module_sheets& m = d.modules[d.flat.scopes[scope].module];
+        if (m.is_drawn && d.flat.scopes[scope].depth < levels_most) add_numbers_of(d, scope, m.plan);
     }
 }
 
@@ -271,7 +302,7 @@ void xp_sheets::draw(xp_netlist& netlist, xp_hierarchy& hierarchy, xp_flat& flat
         flat.cell_ids[module].resize(flat.netlist->modules[module].cells.size());
         draw_module(d, module);
     }
-    if (xp_ok(status)) add_object_ids(d);
+    if (xp_ok(status)) add_numbers(d);
     pages = d.pages;
 }
 

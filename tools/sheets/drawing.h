@@ -22,8 +22,8 @@ struct sg_drawn_instance {
     std::vector<std::int16_t> pin_net;  // by pin, 0 for none
 };
 
-struct sg_drawn_name {
-    std::string name;
+struct sg_drawn_text {
+    std::string property, text;
     sg_words words;
 };
 
@@ -37,9 +37,12 @@ struct sg_drawn_net {
     std::int16_t start = 0, end = 0;
     std::vector<sg_wire> wires;
     std::vector<sg_point> ties;    // where more than two wires meet
+    std::vector<sg_wire> bars;     // of joints, cut where parts come to them
     std::vector<sg_point> points;  // that belong to it without a wire
     sg_words label;
-    std::vector<sg_drawn_name> ports;  // PORT: names of ports that are not the net's, beside their tags
+    // PORT: names of ports that are not the net's, beside their tags; PAGE: other pages, beside tags; BITS:
+    // of a part at a joint.
+    std::vector<sg_drawn_text> texts;
 };
 
 inline sg_point sg_pin_place(const sg_drawn_instance& instance, const sg_drawn_symbol& symbol,

@@ -72,5 +72,3 @@ void sg_order_ranks(sg_layered& l);
 void sg_place_nodes(sg_layered& l);
 // The tracks of a channel, the leftmost column being 0; the result is the number of columns.
 std::int32_t sg_route_channel(const sg_layered& l, const sg_channel& channel, std::vector<sg_track>& tracks);
-// Splits wires where they meet others and joins those that go straight on.
-void sg_normalise(std::vector<sg_wire>& wires, std::vector<sg_point>& ties);

@@ -5,6 +5,7 @@
 #include <map>
 
 #include "sheets/layered.h"
+#include "sheets/wires.h"
 
 namespace {
 

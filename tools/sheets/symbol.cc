@@ -245,6 +245,25 @@ void draw_box(artist& a) {
     a.s.type = {at, sg_pin_text, true};
 }
 
+// ---- joints
+
+// The parts stand at one side, row under row, the word at the other, amid them; what lies between is drawn as
+// wires.
+void draw_joint(artist& a) {
+    const auto parts = static_cast<std::int32_t>(a.kind.pins.size()) - 1;
+    const std::int32_t text = 7000,
+                       names = sg_text_width(longest_name(a.kind, a.kind.pins[0].is_right), text);
+    a.s.width = up_to_pitch(names + 4000);
+    for (std::int32_t i = 0; i <= parts; ++i) {
+        const bool is_right = a.kind.pins[static_cast<std::size_t>(i)].is_right;
+        const std::int32_t y = -sg_pitch * (i < parts ? i : (parts - 1) / 2);
+        a.s.pin_at.push_back({is_right ? a.s.width : 0, y});
+        a.s.pin_name.push_back({{2000, y + gap}, text, i < parts});
+    }
+    a.s.above = sg_pitch;
+    a.s.below = sg_pitch * (parts - 1) + 5000;
+}
+
 }  // namespace
 
 void sg_draw_symbol(const sg_symbol_kind& kind, sg_symbol& symbol) {
@@ -256,6 +275,8 @@ void sg_draw_symbol(const sg_symbol_kind& kind, sg_symbol& symbol) {
             return draw_tristate(a);
         case sg_form::box:
             return draw_box(a);
+        case sg_form::joint:
+            return draw_joint(a);
         default:
             return draw_gate(a);
     }

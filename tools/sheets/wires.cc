@@ -1,9 +1,9 @@
 // Wires split where others meet them.
+#include "sheets/wires.h"
+
 #include <algorithm>
 #include <map>
 #include <set>
-
-#include "sheets/layered.h"
 
 namespace {
 

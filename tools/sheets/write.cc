@@ -243,12 +243,12 @@ void fill_net(scribe& s, const sg_drawn_net& net) {
     std::int16_t type = 0;
     net_points points;
     tm_object_open(s.file, net.id, type, s.status);
-    add_vertices(s, net, points);
+    if (!net.wires.empty() || !net.points.empty()) add_vertices(s, net, points);
     add_plain(s, tm_type_graphics, {}, [&] {
         add_plain(s, tm_type_property_family, {}, [&] {
             add_property(s, "NET", net.name, net.label, {}, magenta);
-            for (const sg_drawn_name& port : net.ports)
-                add_property(s, "PORT", port.name, port.words, {}, cyan);
+            for (const sg_drawn_text& text : net.texts)
+                add_property(s, text.property, text.text, text.words, {}, cyan);
         });
         for (const sg_wire& wire : net.wires)
             add_leaf(s, tm_type_segment, wire.from, [&] {
@@ -286,7 +286,7 @@ std::size_t objects_of(const sg_drawn_symbol& symbol) {
 }
 
 std::size_t objects_of(const sg_drawn_net& net) {
-    return 5 + 3 * net.wires.size() + net.points.size() + net.ports.size();  // at most two vertices a wire
+    return 5 + 3 * net.wires.size() + net.points.size() + net.texts.size();  // at most two vertices a wire
 }
 
 }  // namespace
