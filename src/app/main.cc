@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "app/pauses.h"
 #include "app/startup.h"
 #include "foundation/context.h"
 #include "foundation/platform.h"
@@ -33,7 +34,7 @@ void echo_argument(int index, char* text) {
 bool opens(const char* path, int flags) {
     const int fd = xfopen(path, flags, 0);
     if (fd < 0) return false;
-    xdelayms(1);
+    xdelayms(pause_of_check);
     xfclose(fd);
     return true;
 }

@@ -1,12 +1,14 @@
+// The orderly end: everything that is open is closed, the closing line is printed.
 #include "app/shutdown.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <span>
 
-#include "app/window.h"
+#include "app/pauses.h"
 #include "foundation/context.h"
 #include "foundation/platform.h"
+#include "foundation/shell.h"
 #include "foundation/status.h"
 #include "kernel/context.h"
 #include "netlist/design_file.h"
@@ -40,8 +42,8 @@ void close_view_file() {
 void terminate_package() {
     if (!tm_vext.init_done && tm_vext.num_file_open == 0) tm_fatal(init_or_open_file_not_done);
     if (!tm_vext.init_done) return;
-    tm_win_flush();
-    xdelayms(100);
+    tm_shell.flush();
+    xdelayms(pause_at_close);
 }
 
 void close_trace_file() {

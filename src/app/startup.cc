@@ -1,3 +1,4 @@
+// The way from the command line to the event loop.
 #include "app/startup.h"
 
 #include <fcntl.h>
@@ -11,9 +12,9 @@
 #include <string>
 #include <string_view>
 
-#include "app/shell_hooks.h"
 #include "app/shutdown.h"
-#include "app/window.h"
+#include "app/window/shell_hooks.h"
+#include "app/window/window.h"
 #include "commands/bindings.h"
 #include "commands/interpreter.h"
 #include "foundation/context.h"
@@ -28,6 +29,7 @@
 
 namespace {
 
+constexpr int status_no_window = 2;
 constexpr std::int32_t least_arguments = 2;
 constexpr std::int32_t most_arguments = static_cast<std::int32_t>(tm_max_arguments);
 constexpr std::string_view version_banner = "######   KOLV   version 2.02  22 mar 2004   ###### ";
@@ -131,12 +133,15 @@ tm_bounds_t create_window() {
     tm_bounds_t bitmap;
     std::int16_t planes = 0;
     STATUS_T status;
-    tm_init(name, bitmap, planes, status);
+    std::string trouble;
+    tm_init(name, bitmap, planes, status, trouble);
     if (status.all != 0) {
         tm_trace("!!!  INIT TM package impossible \n");
-        ++tm_vext.num_errors;
-        tm_fatal(file_data_invalid);
+        std::fflush(nullptr);
+        std::fprintf(stderr, "kolv: %s\n", trouble.c_str());
+        std::exit(status_no_window);
     }
+    tm_use_window();
     return bitmap;
 }
 
@@ -280,7 +285,7 @@ void kolv_root(std::int32_t argc, char** argv) {
     }
     print_banner();
     open_trace_files(directory);
-    tm_install_shell_hooks();
+    tm_shell.finalize = finalize;
     initialize();
     if (tm_vext.num_errors == 0) run_session();
     finalize();

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "foundation/platform.h"
@@ -43,9 +44,13 @@ void look_for_end(std::FILE* file) {
 
 }  // namespace
 
+// The root becomes part of command lines and file names, which are printable.
 std::string tm_installation_root() {
-    const char* root = xgetenv("QUILLARN");
-    return root != nullptr && root[0] != '\0' ? root : tm_default_root;
+    const char* const named = xgetenv("QUILLARN");
+    const std::string root = named != nullptr ? named : "";
+    const bool is_usable =
+        !root.empty() && std::all_of(root.begin(), root.end(), [](char c) { return c >= 32 && c <= 126; });
+    return is_usable ? root : tm_default_root;
 }
 
 std::string tm_resolve_path(const tm_string_record_t& pathin) {

@@ -15,6 +15,7 @@ ENTRIES = [  # menu, entry, the last line that the entry shows
     ("r", "t", " VIEw WINdow TRACE "),
     ("r", "l", " VIEw WINdow LIST "),
 ]
+NOBODY = 65534
 PROMPTS = [  # menu, entry, title, what is typed, the line that answers
     ("l", "r", "^Run Extra Simulation Time", "250", " RUN 250 "),
     ("t", "l", "^View Time List Time", "30", " VIEw TIMe List 30 "),
@@ -40,6 +41,10 @@ class Dialogs(Window):
         self.xdotool("key", "Return")
         self.menu("l", "r")
         self.dialog("^Run Extra")
+        self.xdotool("key", "ctrl+s", "Return")  # a character that is none, in place of the value
+        self.see("# RUN ")
+        self.menu("l", "r")
+        self.dialog("^Run Extra")
         self.xdotool("key", "Escape")
         self.wait_for(lambda: self.closed("^Run Extra"), "a cancelled prompt")
         self.assertEqual(sum(line.startswith(" RUN ") for line in self.transcript()), 1)
@@ -63,6 +68,8 @@ class Dialogs(Window):
         for name in ("alu", "cpu 2"):
             (self.directory / name).mkdir()
             (self.directory / name / "sheet.tm").write_text("no sheet")
+        if os.geteuid() == 0:
+            self.user = NOBODY
         self.open("")
         self.menu("f", "o")
         self.dialog("^Quick_Message")
@@ -71,12 +78,16 @@ class Dialogs(Window):
         self.see(" POP ")
         self.menu("g", "g")
         self.dialog("^Open a sheet")
-        self.xdotool("key", "ctrl+a")  # the whole path that stands there
-        self.send(str(self.directory))  # no sheet in this directory
-        self.dialog("^Quick_Message")
-        self.xdotool("key", "Return")
-        self.assertEqual(self.working_directory(), str(self.directory))
-        self.dialog("^Open a sheet")
+        locked = self.directory / "locked"
+        locked.mkdir(mode=0o000)
+        for path, text in ((self.directory / "x", "is Not a Sheet"), (locked / "sheet.tm", "No Enough Unix Rights")):
+            self.xdotool("key", "ctrl+slash")  # the whole path that stands there
+            self.send(str(path))
+            self.dialog("^Quick_Message")
+            self.xdotool("key", "Return")
+            self.wait_for(lambda: self.closed("^Quick_Message"), text)
+            self.assertEqual(self.working_directory(), str(self.directory))
+            self.dialog("^Open a sheet")
         self.xdotool("key", "shift+Tab", "sleep", "0.2", "key", "Down", "sleep", "0.1", "key", "Return")
         self.wait_for(lambda: self.closed("^Open a sheet"), "a chosen sheet")
         self.wait_for(lambda: any(line.lstrip("# ").startswith('VIEw SHEet "%s"' % (self.directory / "cpu 2"))

@@ -51,12 +51,12 @@ class Display:
         env.setdefault("QUILLARN", str(SOURCE / "share"))
         return env
 
-    def start(self, arguments, cwd, stdout=subprocess.PIPE, **environment):
+    def start(self, arguments, cwd, stdout=subprocess.PIPE, user=None, **environment):
         """The program with these arguments, in a session of its own; more variables change its environment."""
         return subprocess.Popen([str(BIN / "kolv"), *map(str, arguments)], cwd=cwd,
                                 env=self.environment(cwd) | environment,
                                 stdin=subprocess.DEVNULL, stdout=stdout, stderr=subprocess.STDOUT,
-                                start_new_session=True)
+                                start_new_session=True, user=user)
 
     def run(self, directory, commands, timing="TYP", design="design_yx", parameters=(), timeout=120, **environment):
         """Runs a session in the directory, whose initial command file holds these commands; the last must end the

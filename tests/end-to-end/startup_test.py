@@ -97,13 +97,35 @@ class StartUp(unittest.TestCase):
                 self.expect([self.directory], title() + lines, status)
                 path.unlink()
 
-    def test_without_a_display_the_trace_file_says_why(self):
-        environment = {k: v for k, v in os.environ.items() if k != "DISPLAY"}
-        result = subprocess.run([BIN / "kolv", self.directory], cwd=self.cwd, env=environment, timeout=60,
-                                stdout=subprocess.PIPE, start_new_session=True)
-        self.assertEqual(result.returncode, ABORTED)
-        self.assertTrue(result.stdout.decode().endswith(BANNER + FATAL % (19, "file_data_invalid")))
-        self.assertIn("!!!  INIT TM package impossible \n", (self.directory / "debug_kolv").read_text())
+    def test_without_a_display_or_a_font_one_line_says_so(self):
+        fonts = self.cwd / "fonts"
+        fonts.mkdir()
+        (self.cwd / "fonts.conf").write_text(
+            "<fontconfig><dir>%s</dir><cachedir>%s/cache</cachedir></fontconfig>" % (fonts, self.cwd))
+        only_these = {"FONTCONFIG_FILE": str(self.cwd / "fonts.conf")}
+        no_font = "kolv: the font cannot be opened : DejaVu Sans\n"
+
+        def spoil():  # behind the back of the cache: the directory stays as it is
+            shutil.copy("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf", fonts)
+            subprocess.run(["fc-list"], env=os.environ | only_these, check=True, stdout=subprocess.DEVNULL)
+            (fonts / "DejaVuSans.ttf").write_bytes(b"")
+        for spoil_it, environment, line in (
+                (None, {"DISPLAY": ":9999"}, "kolv: the display cannot be opened : :9999\n"),
+                (None, only_these, no_font), (spoil, only_these, no_font)):
+            if spoil_it:
+                spoil_it()
+            result = subprocess.run([BIN / "kolv", self.directory], cwd=self.cwd, timeout=60, capture_output=True,
+                                    env=self.display.environment(self.cwd) | environment, start_new_session=True)
+            self.assertEqual((result.returncode, result.stderr.decode()), (2, line))
+            self.assertIn("!!!  INIT TM package impossible \n", (self.directory / "debug_kolv").read_text())
+
+    def test_an_installation_root_that_is_no_text_is_not_used(self):
+        (self.cwd / "s.cmd").write_text("HELP\nQUIT\n")
+        root = self.cwd / "r\u00f6ot"
+        (root / "kolv").mkdir(parents=True)
+        (root / "kolv/init_key").touch()
+        _, status = self.run_kolv([self.directory, "TYP", "s.cmd"], QUILLARN=str(root))
+        self.assertEqual(status, KILLED)
 
     def test_two_letters_choose_the_timing_range(self):
         empty_design(self.directory / "design_yx", errors=1)  # such a design ends at once, without a session

@@ -40,6 +40,7 @@ class Picture:
 class Window(unittest.TestCase):
     design = "designs/iscas85/c17.json"
     manager = ["openbox"]
+    user = None  # whose program it is; the superuser may everything
 
     def setUp(self):
         self.display = Display("1024x768x24").__enter__()
@@ -65,7 +66,10 @@ class Window(unittest.TestCase):
 
     def open(self, commands):
         (self.directory / "s.cmd").write_text(commands)
-        self.program = self.display.start([self.directory, "TYP", self.directory / "s.cmd"], self.directory)
+        if self.user:
+            subprocess.run(["chown", "-R", str(self.user), self.directory], check=True)
+        self.program = self.display.start([self.directory, "TYP", self.directory / "s.cmd"], self.directory,
+                                          user=self.user)
         self.addCleanup(self.program.stdout.close)
         self.addCleanup(self.program.wait)
         self.addCleanup(self.program.kill)

@@ -28,7 +28,7 @@ class UnderAWindowManager(Window):
 
     def test_bound_keys_and_buttons_run_their_texts(self):
         self.open("DEF KEY F12C 'SPIKE MIN 1'\nDEF KEY F5U 'SPIKE MIN 2'\nDEF KEY AU 'SPIKE MIN 3'\nDEF KEY B2 'SPIKE MIN 4'\n"
-                  "DEF KEY CNTL_N 'SPIKE MIN 5'\n")
+                  "DEF KEY CNTL_N 'SPIKE MIN 5'\nDEF KEY F9C 'SPIKE MIN 6'\nDEF KEY F9S 'SPIKE MIN 7'\nDEF KEY F9 'SPIKE MIN 8'\n")
         self.xdotool("key", "ctrl+F12")  # from the entry as well
         self.see(" SPIke MIN 1.000")
         self.at(0.5, 0.4)
@@ -37,6 +37,14 @@ class UnderAWindowManager(Window):
         self.see(" SPIke MIN 4.000")
         self.see(" SPIke MIN 3.000", times=2)  # arrow keys act on the press and on the release
         self.see(" SPIke MIN 2.000")
+        for key, value in (("ctrl+shift+F9", 6), ("ctrl+alt+n", 5), ("shift+alt+F9", 7)):  # one of two counts
+            before = self.transcript().count(" SPIke MIN %d.000" % value)
+            self.xdotool("key", key)
+            self.see(" SPIke MIN %d.000" % value, times=before + 1)
+        for lock in ("Num_Lock", "Caps_Lock"):
+            before = self.transcript().count(" SPIke MIN 8.000")
+            self.xdotool("key", lock, "F9", lock)
+            self.see(" SPIke MIN 8.000", times=before + 1)
         self.xdotool("key", "Prior")  # the programs of the installation
         self.see(" HELp MENUS ")
         self.xdotool("key", "Next")

@@ -4,13 +4,14 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "foundation/context.h"
 
 // Opens the display and shows the window under the given name.  Results: the size of the drawing area in
-// pixels, the number of colour planes.  Status not 0: there is no display.
+// pixels, the number of colour planes.  Status not 0: there is no display or no font, and trouble says which.
 void tm_init(const tm_string_record_t& window_name, tm_bounds_t& bitmap_size, std::int16_t& planes,
-             STATUS_T& status);
+             STATUS_T& status, std::string& trouble);
 void tm_win_flush();      // shows every session line and sends what is buffered
 void tm_win_main_loop();  // runs the event loop; does not return
 void tm_win_close();      // destroys the window's resources and closes the display, if it is open

@@ -3,7 +3,7 @@
 // redrawn from inside its work: the last picture is copied, and the page is drawn anew when the command ends.
 #pragma once
 
-#include "app/window_record.h"
+#include "app/window/window_record.h"
 
 void pages_create_pixmaps();  // at the current page's size, which becomes bitmap_size
 void pages_set_labels();      // the tabs' labels, the current one marked

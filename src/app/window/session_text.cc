@@ -1,4 +1,5 @@
-#include "app/session_text.h"
+// The session text area.
+#include "app/window/session_text.h"
 
 #include <Xm/ScrollBar.h>
 #include <Xm/Text.h>

@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-#include "app/window_record.h"
+#include "app/window/window_record.h"
 
 inline constexpr std::size_t session_kept_lines = 5000;
 

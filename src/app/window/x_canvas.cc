@@ -1,4 +1,5 @@
-#include "app/x_canvas.h"
+// Drawing with Xlib.
+#include "app/window/x_canvas.h"
 
 #include <algorithm>
 #include <array>

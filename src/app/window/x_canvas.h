@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-#include "app/window_record.h"
+#include "app/window/window_record.h"
 #include "canvas/canvas.h"
 
 class x_canvas final : public tm_canvas {

@@ -1,4 +1,5 @@
-#include "app/entry.h"
+// The command entry.
+#include "app/window/entry.h"
 
 #include <Xm/Form.h>
 #include <Xm/Label.h>
@@ -7,10 +8,9 @@
 #include <algorithm>
 #include <string>
 
-#include "app/entry_history.h"
-#include "app/input.h"
-#include "app/session_text.h"
-#include "commands/interpreter.h"
+#include "app/pauses.h"
+#include "app/window/command_line.h"
+#include "app/window/entry_history.h"
 #include "foundation/platform.h"
 
 namespace {
@@ -32,9 +32,7 @@ std::string typed_text() {
     std::string text(raw);
     XtFree(raw);
     text.resize(std::min<std::size_t>(text.size(), entry_characters));
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return c < 32 || c > 126; }, ' ');
-    return text;
+    return printable_text(text);
 }
 
 void history_action(Widget, XEvent*, String* way, Cardinal*) {
@@ -67,7 +65,6 @@ void entry_create(Widget parent) {
     XtAddCallback(tm_window.entrycmd, XmNactivateCallback, kol_cmd_activate_cb, nullptr);
     XtAddCallback(tm_window.entrycmd, XmNmodifyVerifyCallback, modify_cb, nullptr);
     use_history_keys();
-    input_watch_keys(tm_window.entrycmd);
 }
 
 void entry_set_text(std::string_view text) {
@@ -81,21 +78,16 @@ void entry_send() {
     const std::string text = typed_text();
     if (!tm_window.placeholder_shown) history_add(text);
     if (!text.empty() && text.back() == '?') {
-        kol_expand_cmd(tm_string(text));
+        kol_send_question(text);
     } else {
         entry_set_text("");
         kol_send_command(text);
     }
     entry_focus();
     XFlush(tm_window.dpy);
-    xdelayms(50);
+    xdelayms(pause_after_entry);
 }
 
 void entry_focus() { XmProcessTraversal(tm_window.entrycmd, XmTRAVERSE_CURRENT); }
 
 void kol_cmd_activate_cb(Widget, XtPointer, XtPointer) { entry_send(); }
-
-void kol_send_command(std::string_view text) {
-    kol_process_command(tm_string(text), kol_ext.ext_arg, kol_ext.top_var);
-    session_show();
-}

@@ -1,4 +1,5 @@
-#include "app/pages.h"
+// The drawing pages.
+#include "app/window/pages.h"
 
 #include <Xm/DrawingA.h>
 #include <Xm/TabStack.h>
@@ -6,8 +7,9 @@
 #include <algorithm>
 #include <string>
 
-#include "app/mark_band.h"
-#include "app/x_canvas.h"
+#include "app/pauses.h"
+#include "app/window/mark_band.h"
+#include "app/window/x_canvas.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"
 #include "kernel/context.h"
@@ -218,6 +220,6 @@ void cb_tabstack_page_change(Widget, XtPointer, XtPointer call_data) {
         select_page(page);
         set_title();
         XFlush(tm_window.dpy);
-        xdelayms(50);
+        xdelayms(pause_after_page);
     }
 }

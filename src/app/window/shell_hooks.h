@@ -2,6 +2,5 @@
 // redraws, pointer shape, waiting keys.
 #pragma once
 
-// From here on the ends of the program close files; the rest takes effect with the window (tm_use_window).
-void tm_install_shell_hooks();
+// Once the window is made (tm_init).
 void tm_use_window();

@@ -1,4 +1,5 @@
-#include "app/shell_hooks.h"
+// What the floors below ask of the window.
+#include "app/window/shell_hooks.h"
 
 #include <X11/cursorfont.h>
 #include <X11/keysym.h>
@@ -6,12 +7,11 @@
 #include <array>
 #include <chrono>
 
-#include "app/entry.h"
-#include "app/pages.h"
-#include "app/session_text.h"
-#include "app/shutdown.h"
-#include "app/window.h"
-#include "app/window_record.h"
+#include "app/window/entry.h"
+#include "app/window/pages.h"
+#include "app/window/session_text.h"
+#include "app/window/window.h"
+#include "app/window/window_record.h"
 #include "foundation/shell.h"
 
 namespace {
@@ -76,8 +76,6 @@ bool take_control_key(char letter) {
 }
 
 }  // namespace
-
-void tm_install_shell_hooks() { tm_shell.finalize = finalize; }
 
 void tm_use_window() {
     tm_shell.append_session = session_append;

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <span>
 
-#include "app/window_record.h"
+#include "app/window/window_record.h"
 
 enum class menu_kind : std::uint8_t {
     command,       // text is the command line; message, when there is one, is shown behind it

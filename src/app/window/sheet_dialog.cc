@@ -1,17 +1,19 @@
-#include "app/sheet_dialog.h"
+// The choice of a sheet.
+#include "app/window/sheet_dialog.h"
 
 #include <Xm/FileSB.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "app/dialogs.h"
-#include "app/entry.h"
-#include "app/window_record.h"
+#include "app/window/command_line.h"
+#include "app/window/dialogs.h"
+#include "app/window/window_record.h"
 #include "kernel/context.h"
 
 namespace {
@@ -84,13 +86,32 @@ bool is_sheet_directory(const std::string& directory, const std::string& chosen)
     return false;
 }
 
-// Names relative to the schematic directory go on to mean the same files.
-void keep_schematic_directory() {
+// Names relative to the schematic directory go on to mean the same files.  False when its whole path is none
+// that the program can hold.
+bool keep_schematic_directory() {
     for (tm_string_record_t* path : {&tm_vext.argcomline[schematic_directory], &kol_ext.dir_path}) {
+        if (path->char_[0] == '/') continue;
         std::error_code failed;
         const std::string whole = fs::absolute(std::string(tm_view(*path)), failed).string();
-        if (!failed && path->char_[0] != '/' && whole.size() < tm_string_max) *path = tm_string(whole);
+        if (failed || whole.size() >= tm_string_max || printable_text(whole) != whole) return false;
+        *path = tm_string(whole);
     }
+    return true;
+}
+
+// False after a message.
+bool enter(const std::string& directory, const std::string& chosen) {
+    if (!keep_schematic_directory()) {
+        refuse("the path of the working directory is too long or not printable \n\n");
+    } else if (::chdir(directory.c_str()) == 0) {
+        return true;
+    } else if (errno == EACCES) {
+        refuse("No Enough Unix Rights  on '", directory, "'...you can not  edit the Sheet '", directory,
+               "' \n\n");
+    } else {
+        refuse("'", directory, "' is Not a Sheet '", chosen, "' \n\n");
+    }
+    return false;
 }
 
 // In quotes where a command would be split.
@@ -103,13 +124,8 @@ void ok_cb(Widget box, XtPointer, XtPointer call_data) {
     const std::string directory = chosen.substr(0, std::min(chosen.rfind('/'), chosen.size()));
     std::error_code failed;
     const fs::path before = fs::current_path(failed);
-    keep_schematic_directory();
-    if (::chdir(directory.c_str()) != 0 || !is_sheet_directory(directory, chosen)) {
-        if (!fs::is_directory(directory, failed))
-            refuse("'", directory, "' is Not a Sheet '", chosen, "' \n\n");
-        fs::current_path(before, failed);
-        return;
-    }
+    if (!enter(directory, chosen)) return;
+    if (!is_sheet_directory(directory, chosen)) return fs::current_path(before, failed);
     XtUnmanageChild(box);
     kol_send_command(" VIEw Sheet  " + as_keyword(directory));
 }

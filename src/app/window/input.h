@@ -4,7 +4,7 @@
 // keys act wherever the pointer stands.
 #pragma once
 
-#include "app/window_record.h"
+#include "app/window/window_record.h"
 
 void kol_drawing_area_callback_input(Widget area, XtPointer, XtPointer call_data);
 // Handles the keys that arrive at the widget with the keyboard focus.

@@ -1,4 +1,5 @@
-#include "app/window.h"
+// The main window.
+#include "app/window/window.h"
 
 #include <X11/Shell.h>
 #include <Xm/DrawingA.h>
@@ -20,17 +21,18 @@
 #include <string>
 #include <utility>
 
-#include "app/dialogs.h"
-#include "app/entry.h"
-#include "app/input.h"
-#include "app/menu_table.h"
-#include "app/pages.h"
-#include "app/session_text.h"
-#include "app/sheet_dialog.h"
-#include "app/shell_hooks.h"
-#include "app/window_record.h"
-#include "app/window_resources.h"
-#include "app/x_canvas.h"
+#include "app/pauses.h"
+#include "app/window/dialogs.h"
+#include "app/window/entry.h"
+#include "app/window/fonts.h"
+#include "app/window/input.h"
+#include "app/window/menu_table.h"
+#include "app/window/pages.h"
+#include "app/window/session_text.h"
+#include "app/window/sheet_dialog.h"
+#include "app/window/window_record.h"
+#include "app/window/window_resources.h"
+#include "app/window/x_canvas.h"
 #include "foundation/files.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"
@@ -193,6 +195,7 @@ void create_widgets(const char* name) {
     Widget tool_bars = create_tool_bars(form, menu_bar);
     Widget entry_row = create_row(form, "entryRow", tool_bars);
     entry_create(entry_row);
+    input_watch_keys(tm_window.entrycmd);
     create_panes(form, entry_row);
     pages_set_labels();
     XtVaSetValues(form, XmNinitialFocus, entry_row, nullptr);
@@ -220,7 +223,7 @@ void settle() {
     while (steady::now() - start < limit && (!tm_window.exposed || steady::now() - last_event < quiet)) {
         XSync(tm_window.dpy, False);
         if (serve_events()) last_event = steady::now();
-        xdelayms(10);
+        xdelayms(pause_of_settling);
     }
 }
 
@@ -245,13 +248,15 @@ void show_window() {
 }  // namespace
 
 void tm_init(const tm_string_record_t& window_name, tm_bounds_t& bitmap_size, std::int16_t& planes,
-             STATUS_T& status) {
+             STATUS_T& status, std::string& trouble) {
     status.all = tm_status_base + init_or_open_file_not_done;
-    if (!open_display()) return;
+    trouble = open_display() ? "" : "the display cannot be opened : " + std::string(XDisplayName(nullptr));
+    if (!trouble.empty()) return;
     load_resources();
+    trouble = font_trouble(tm_window.dpy);
+    if (!trouble.empty()) return;
     create_widgets(window_name.char_);
     show_window();
-    tm_use_window();
     tm_vext.init_done = true;
     bitmap_size = tm_vext.bitmap_size;
     planes = static_cast<std::int16_t>(DefaultDepth(tm_window.dpy, DefaultScreen(tm_window.dpy)));
@@ -274,6 +279,6 @@ void tm_win_close() {
     if (dpy == nullptr) return;
     XSetCloseDownMode(dpy, DestroyAll);
     XSync(dpy, False);
-    xdelayms(100);
+    xdelayms(pause_at_close);
     XCloseDisplay(dpy);
 }

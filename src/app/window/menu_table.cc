@@ -1,4 +1,5 @@
-#include "app/menu_table.h"
+// The menus.
+#include "app/window/menu_table.h"
 
 #include <Xm/CascadeB.h>
 #include <Xm/PushB.h>
@@ -8,9 +9,9 @@
 #include <string>
 #include <string_view>
 
-#include "app/dialogs.h"
-#include "app/entry.h"
-#include "app/sheet_dialog.h"
+#include "app/window/command_line.h"
+#include "app/window/dialogs.h"
+#include "app/window/sheet_dialog.h"
 #include "foundation/shell.h"
 
 namespace {

@@ -4,13 +4,10 @@
 
 #include <string_view>
 
-#include "app/window_record.h"
+#include "app/window/window_record.h"
 
 void entry_create(Widget parent);            // label_entry and entrycmd
 void entry_set_text(std::string_view text);  // replaces the text, ready to be edited
 void entry_send();                           // executes the text, or expands it behind a "?"
 void entry_focus();
 void kol_cmd_activate_cb(Widget, XtPointer, XtPointer);
-
-// A command line at top level: keys, buttons, menus and the entry end here.
-void kol_send_command(std::string_view text);

@@ -1,9 +1,10 @@
-#include "app/mark_band.h"
+// The rubber band.
+#include "app/window/mark_band.h"
 
 #include <algorithm>
 #include <cstdlib>
 
-#include "app/window_record.h"
+#include "app/window/window_record.h"
 #include "commands/marks.h"
 
 namespace {

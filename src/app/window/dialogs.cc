@@ -1,4 +1,5 @@
-#include "app/dialogs.h"
+// Messages and prompts.
+#include "app/window/dialogs.h"
 
 #include <Xm/MessageB.h>
 #include <Xm/TextF.h>
@@ -7,8 +8,8 @@
 #include <array>
 #include <string>
 
-#include "app/entry.h"
-#include "app/window_record.h"
+#include "app/window/command_line.h"
+#include "app/window/window_record.h"
 
 namespace {
 

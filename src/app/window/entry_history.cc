@@ -1,4 +1,5 @@
-#include "app/entry_history.h"
+// The lines that were sent.
+#include "app/window/entry_history.h"
 
 #include <deque>
 
