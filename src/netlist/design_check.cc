@@ -187,7 +187,7 @@ void check_pin_chains(const pin_chains_t& chains, yxc_fault_t& fault) {
                           add_name(*yx_ptrto_net_rec(yx_ptrto_pin_rec(pin)->net_ind), named[pin]);
                       });
     // Members of one bus may share the chain of its pins; all chains together stay walkable.
-    std::int64_t steps_left = std::int64_t{yx_max_index} * yx_max_bus_bits;
+    std::int64_t steps_left = std::int64_t{yx_sext.max_index} * yx_max_bus_bits;
     each_record(yxl_nets, yx_ptrto_net_rec, yx_sext.max_net_cur, fault, [&](const yx_net_record_t& net) {
         const std::int32_t first = net.*chains.first;
         if (!names_fit(named[first], net))

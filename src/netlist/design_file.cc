@@ -60,6 +60,8 @@ void read_records(reader_t& reader, const lay_layout<Record>& layout, std::int32
 // Calls read(block, first, count) for every block of 1000 records and the rest of a kind.
 template <typename Record, typename Read>
 void each_block(reader_t& reader, yx_block_table<Record>& blocks, std::int32_t total, Read read) {
+    if (yxc_is_sound(reader.fault))
+        blocks.resize((static_cast<std::size_t>(total) + yx_block_records - 1) / yx_block_records);
     for (std::int32_t done = 0; done < total && yxc_is_sound(reader.fault); done += yx_block_records) {
         auto& block = blocks[static_cast<std::size_t>(done / yx_block_records)];
         block = std::make_unique<Record[]>(yx_block_records);
@@ -100,7 +102,12 @@ void read_names(reader_t& reader, const lay_layout<yx_prop_type_record_t>& layou
 
 void read_header(reader_t& reader) {
     yx_general_info_record_t& info = yx_sext.general_info;
-    read_records(reader, yxl_header, 1, 1, &info);
+    read_block(reader, yxl_header.section, yxl_header.bytes, 1, 1);
+    if (!yxc_is_sound(reader.fault)) return;
+    std::size_t at = 0;
+    lay_get(yxl_header, reader.buffer, at, info);
+    yx_sext.max_index = yx_max_index_of(info.software_revision);
+    yxc_check_record(yxl_header, info, 1, reader.fault);
     yxc_check_header(info, reader.fault);
     if (!yxc_is_sound(reader.fault)) return;
     yx_sext.nbof_property_instance = info.nbof_prop_instance;

@@ -27,7 +27,7 @@ bool within_limit(const std::vector<Record>& records, const char* what, std::siz
 }
 
 bool counts_within_limits(const yx_design_image_t& image, std::string& why) {
-    constexpr std::size_t limit = yx_max_index;
+    const auto limit = static_cast<std::size_t>(yx_max_index_of(image.info.software_revision));
     if (image.chars.size() > limit) {
         why = "characters of names: " + std::to_string(image.chars.size()) + ", at most " +
               std::to_string(limit);
@@ -159,7 +159,10 @@ std::int32_t yxw_string(yx_design_image_t& image, std::string_view text) {
     if (text.empty()) return 0;
     const auto next = static_cast<std::int32_t>(image.strings.size() + 1);
     const auto [known, is_new] = image.string_index.try_emplace(std::string(text), next);
-    if (!is_new) return known->second;
+    return is_new ? yxw_new_string(image, text) : known->second;
+}
+
+std::int32_t yxw_new_string(yx_design_image_t& image, std::string_view text) {
     yx_string_record_t string;
     if (text.size() > longest_text) {
         string.len = too_long;
@@ -171,7 +174,7 @@ std::int32_t yxw_string(yx_design_image_t& image, std::string_view text) {
         image.chars += text;
     }
     image.strings.push_back(string);
-    return next;
+    return static_cast<std::int32_t>(image.strings.size());
 }
 
 bool yxw_write(const yx_design_image_t& image, const std::string& path, std::string& why) {

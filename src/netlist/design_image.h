@@ -1,7 +1,8 @@
 // yxw: the design file writer.  Owns no state: a design image is a plain value, the sections of a design file
 // in file order, that a tool fills and hands to yxw_write.  Indexes inside it are 1-based, 0 for none; record
 // k of a section is element k-1.  Strings go through yxw_string, which keeps each string's characters inside
-// one block of 1000 characters and gives equal texts the same string.
+// one block of 1000 characters and gives equal texts the same string.  The revision in the header decides how
+// many records a kind may have.
 #pragma once
 
 #include <string>
@@ -28,6 +29,8 @@ struct yx_design_image_t {
 
 // The index of the text's string, stored on first use.  Texts of 1..127 characters; 0 for an empty text.
 std::int32_t yxw_string(yx_design_image_t& image, std::string_view text);
+// The same for a text that comes once, such as a path: always a new string, and not kept for later ones.
+std::int32_t yxw_new_string(yx_design_image_t& image, std::string_view text);
 
 // Writes the image to a temporary file beside path and renames it.  False: why says what is wrong (a count
 // over the store's limits, a text too long, a write failure); nothing is left behind.

@@ -16,7 +16,7 @@ constexpr lay_range one_or_none(const std::int32_t& counter) { return {lay_bound
 
 constexpr auto a_string = one_of(yx_sext.max_string_cur);
 constexpr auto a_string_or_none = one_or_none(yx_sext.max_string_cur);
-constexpr lay_range a_count = within(0, yx_max_index);
+constexpr lay_range a_count = one_or_none(yx_sext.max_index);
 constexpr lay_range a_name_count = within(0, yx_max_names);
 
 template <typename Record>

@@ -51,8 +51,7 @@ constexpr kind_t<yx_macro_record_t> macros{&store::arrayof_bmacroptr, &store::ma
 
 void check_index(const char* accessor, std::int32_t index, std::int32_t lowest, const char* count_name,
                  std::int32_t count) {
-    if (index < lowest || index > yx_max_index || index > count)
-        stop_at_index(accessor, index, count_name, count);
+    if (index < lowest || index > count) stop_at_index(accessor, index, count_name, count);
 }
 
 template <typename Record>

@@ -1,8 +1,10 @@
 // yx: the netlist store.  Owns the flattened design: nets, net children, pins, instances, macros, macro pins,
-// property values, strings and characters, each kind in blocks of 1000 records that never move, at most 500
-// blocks a kind, addressed by 1-based 32-bit indexes (0: none).  The design file reader fills it once; the
-// set-up turns indexes into references; the kernel keeps the running state in the same records.  Times and
-// delays are time steps.  An index out of range is a fatal internal error: a trace line, then yx_error_stop.
+// property values, strings and characters, each kind in blocks of 1000 records that never move, addressed by
+// 1-based 32-bit indexes (0: none).  How many records a kind may have depends on the revision of the design
+// file; there are as many blocks as the design needs.  The design file reader fills it once; the set-up turns
+// indexes into references; the kernel keeps the running state in the same records.  Times and delays are time
+// steps.  An index beyond the records of its kind is a fatal internal error: a trace line, then
+// yx_error_stop.
 #pragma once
 
 #include <array>
@@ -10,12 +12,17 @@
 #include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <vector>
 
 #include "foundation/strings.h"
 
 inline constexpr std::int32_t yx_block_records = 1000;
-inline constexpr std::int32_t yx_max_blocks = 500;
-inline constexpr std::int32_t yx_max_index = yx_block_records * yx_max_blocks;
+inline constexpr float yx_large_revision = 3.0F;           // of design files, from this one on large
+inline constexpr std::int32_t yx_max_index = 500'000;      // records of a kind
+inline constexpr std::int32_t yx_max_large = 100'000'000;  // of a large file
+constexpr std::int32_t yx_max_index_of(float revision) {
+    return revision >= yx_large_revision ? yx_max_large : yx_max_index;
+}
 inline constexpr std::int32_t yx_max_names = 16;      // entries of a property name table
 inline constexpr std::int32_t yx_max_bus_bits = 128;  // bit states of a pin that spans bits
 inline constexpr std::int32_t yx_timing_indexes = 120;
@@ -40,8 +47,8 @@ struct yx_macro_record_t;
 // -----------------------------------------------------------------------------------------
 
 struct yx_string_record_t {
-    std::int32_t index = 0;       // first character in the character area, 1-based
-    const char* charp = nullptr;  // the same character; not terminated
+    const char* charp = nullptr;  // the first character; not terminated
+    std::int32_t index = 0;       // the same in the character area, 1-based
     std::int8_t len = 0;          // 0..127
 };
 
@@ -304,11 +311,12 @@ struct yx_global_net_record_t {
 };
 
 template <typename T>
-using yx_block_table = std::array<std::unique_ptr<T[]>, yx_max_blocks>;
+using yx_block_table = std::vector<std::unique_ptr<T[]>>;
 
 struct yx_defref_exp_rec_t {
     std::int32_t max_char_cur = 0, max_string_cur = 0, max_prop_cur = 0, max_pin_cur = 0, max_inst_cur = 0;
     std::int32_t max_net_cur = 0, max_net_child_cur = 0, max_pinm_cur = 0, max_macro_cur = 0;
+    std::int32_t max_index = yx_max_index;  // records that a kind may have in a file of this revision
     yx_block_table<char> arrayof_bcharptr;
     yx_block_table<yx_string_record_t> arrayof_bstringptr;
     yx_block_table<yx_prop_record_t> arrayof_bpropptr;

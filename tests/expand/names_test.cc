@@ -1,12 +1,11 @@
 // The names of a design as the command language meets them: typeable names, the hierarchy, vectors as buses,
-// and what is left of names when they would overflow.
+// and names that are many or long.
 #include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
 
 #include "commands/all_commands.h"
 #include "commands/interpreter.h"
-#include "expand/design_out.h"
 #include "expansion.h"
 #include "foundation/context.h"
 #include "kernel/lookup.h"
@@ -141,7 +140,7 @@ TEST_F(names, of_buses_are_defined_by_the_command_file_most_significant_bit_firs
     for (std::string line; std::getline(text, line);) EXPECT_LE(line.size(), 198U);
 }
 
-// ---- economies
+// ---- many names, and long ones
 
 void expect_distinct_paths() {
     std::set<std::string> paths;
@@ -149,42 +148,6 @@ void expect_distinct_paths() {
         EXPECT_TRUE(paths.emplace(kol_path(yx_ptrto_net_rec(i)->sim_path)).second) << *paths.rbegin();
     for (std::int32_t i = 1; i <= yx_sext.max_inst_cur; ++i)
         EXPECT_TRUE(paths.emplace(kol_path(yx_ptrto_inst_rec(i)->sim_path)).second) << i;
-}
-
-TEST_F(names, of_ports_and_the_function_stay_whatever_the_economy) {
-    const std::string text =
-        netlist_json(std::string(two_levels) +
-                     "hide $hidden 20; cell $_MUX_ $m A=2 B=4 S=10 Y=20\n"
-                     "out m 21; cell $_XNOR_ w1 A=20 B=3 Y=21; out w1_ 22; cell $_BUF_ g1 A=2 Y=22");
-    for (const xp_economy& economy : xp_economies()) {
-        SCOPED_TRACE(economy.name);
-        xp_netlist netlist;
-        xp_hierarchy hierarchy;
-        xp_flat flat;
-        xp_timing timing;
-        std::vector<xp_delays> delays;
-        yx_design_image_t image;
-        xp_paths paths;
-        status = {};
-        xp_parse_netlist("", text, netlist, status);
-        xp_choose_top(netlist, "", hierarchy, status);
-        xp_map_modules(netlist, hierarchy, status);
-        xp_flatten(netlist, hierarchy, flat, status);
-        xp_find_delays(flat, timing, delays, status);
-        xp_build_design(flat, delays, 1, std::span(&economy, 1), image, paths, status);
-        ASSERT_TRUE(xp_ok(status)) << xp_message_text(status);
-        tst_load(image);
-        tst_set_up();
-        EXPECT_EQ(tst_take_lines(), lines{});
-        kol_ext.spike_on = false;
-        expect_distinct_paths();
-        for (const char* const port : {"a", "z", "m", "w1_", "w[0]", "w[2]"})
-            EXPECT_EQ(found(port), std::string("/") + port);
-        for (const char a : {'0', '1'}) {
-            force({{"a", a}, {"w[0]", '1'}});
-            EXPECT_TRUE(value("z") == a && value("m") == '1' && value("w1_") == a);
-        }
-    }
 }
 
 // A chain of inverters with long names.
@@ -199,34 +162,55 @@ std::string chain(int count, const std::string& name) {
     return text;
 }
 
-TEST_F(names, are_shortened_as_far_as_the_design_needs_and_mapped_back) {
-    const std::tuple<int, std::string, const char*> rows[] = {{2000, "quite_a_long_name", "full"},
-                                                              {8000, "$quite_a_long_name", "hidden"},
-                                                              {20000, "a_long_name", "derived"},
-                                                              {30000, "quite_a_long_name", "short"}};
-    for (const auto& [count, name, economy] : rows) {
-        start(chain(count, name) + "net count 900000,900001\ncell $dff " + name +
-                  "_cell_f D=2,2 CLK=2 Q=900000,900001",
-              "--names", "map");
-        EXPECT_EQ(text_of("design.buses").find("count") == std::string::npos,
-                  economy == std::string("short"));
-        EXPECT_EQ(summary.economy, economy) << count;
+// Paths of the map to those of the netlist.
+std::map<std::string, std::string> read_map(const std::string& text) {
+    std::map<std::string, std::string> full_of;
+    std::istringstream map(text);
+    for (std::string path, full, kind; std::getline(map, path, '\t');) {
+        std::getline(map, full, '\t');
+        std::getline(map, kind);
+        full_of[path] = full;
+    }
+    return full_of;
+}
+
+TEST_F(names, are_kept_whole_however_many_there_are) {
+    for (const auto& [count, revision] : {std::pair(2000, 1.0F), std::pair(40000, 3.0F)}) {
+        start(chain(count, "quite_a_long_name"), "--names", "map");
+        EXPECT_EQ(text_of("map"), "");
+        EXPECT_EQ(yx_sext.general_info.software_revision, revision);
         expect_distinct_paths();
+        const std::string last = std::to_string(count - 1), before = std::to_string(count - 2);
+        EXPECT_EQ(found("/quite_a_long_name_cell_" + last + "/A"), "/quite_a_long_name_net_" + before);
         force({{"a", '1'}});
         EXPECT_EQ(value("z"), '1');
-        std::map<std::string, std::string> full_of;
-        std::istringstream map(text_of("map"));
-        for (std::string path, full, kind; std::getline(map, path, '\t');) {
-            std::getline(map, full, '\t');
-            std::getline(map, kind);
-            full_of[path] = full;
-        }
-        for (std::int32_t i = 1; i <= yx_sext.max_inst_cur && !HasFailure(); ++i) {
-            const std::string path(kol_path(yx_ptrto_inst_rec(i)->sim_path));
-            const std::string& full = full_of.contains(path) ? full_of[path] : path;
-            EXPECT_TRUE(full.starts_with("/" + name + "_cell_")) << path;
-        }
     }
+}
+
+TEST_F(names, that_the_netlist_made_up_are_numbered_and_mapped_back) {
+    start(chain(20, "$abc$1") + "net n3 4; hide $dff 900; cell $_DFF_P_ $r D=900 C=2 Q=900", "--names",
+          "map");
+    EXPECT_EQ(found("/n3"), "/n3");
+    EXPECT_EQ(found("/g20/A"), "/n18");
+    std::map<std::string, std::string> full_of = read_map(text_of("map"));
+    EXPECT_EQ(full_of["/n3_2"], "/$abc$1_net_10");  // in the order of the file
+    EXPECT_EQ(full_of["/g1"], "/$abc$1_cell_0");
+    expect_distinct_paths();
+}
+
+TEST_F(names, of_paths_beyond_the_length_of_a_string_are_short_and_mapped_back) {
+    const std::string long_name(80, 'l');
+    start("module m; in i 2; out o 3; net inner_" + long_name + " 3; cell $_NOT_ " + long_name +
+              " A=2 Y=4; net m" + long_name +
+              " 4; cell $_NOT_ h A=4 Y=3; module top top; in a 2; out z 3; cell m " + long_name + " i=2 o=3",
+          "--names", "map");
+    std::map<std::string, std::string> full_of = read_map(text_of("map"));
+    EXPECT_EQ(full_of["/" + long_name + "/n1"], "/" + long_name + "/m" + long_name);
+    EXPECT_EQ(full_of["/" + long_name + "/g2"], "/" + long_name + "/" + long_name);
+    expect_distinct_paths();
+    force({{"a", '1'}});
+    EXPECT_EQ(value("z"), '1');
+    EXPECT_EQ(value("/" + long_name + "/n1"), '0');
 }
 
 }  // namespace

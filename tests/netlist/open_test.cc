@@ -69,6 +69,23 @@ TEST(writer, what_cannot_be_written_is_named_and_leaves_nothing) {
     EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 1);
 }
 
+TEST(writer, files_of_a_large_revision_hold_more_than_others) {
+    const tst_directory directory;
+    yx_design_image_t design;
+    design.props.resize(500001);
+    std::string said;
+    for (const auto& [revision, is_large] : {std::pair(2.99F, false), std::pair(3.0F, true)}) {
+        design.info.software_revision = 3.0F;
+        std::string bytes = tst_file_of(design);
+        std::memcpy(&bytes[8], &revision, sizeof revision);
+        EXPECT_EQ(tst_load(bytes, said) == 0, is_large) << said;
+        EXPECT_EQ(said.find("record 1 : nbof_prop 500001 outside 0..500000") != said.npos, !is_large) << said;
+        EXPECT_EQ(yx_sext.max_prop_cur, is_large ? 500001 : 0);
+        design.info.software_revision = revision;
+        EXPECT_EQ(yxw_write(design, "new", said), is_large);
+    }
+}
+
 TEST(writer, an_older_file_is_replaced_and_readable_as_the_mask_says) {
     const tst_directory directory;
     tst_write("design", "old");

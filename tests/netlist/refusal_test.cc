@@ -133,7 +133,7 @@ TEST_F(refusal, holds_strings_inside_one_block_and_to_printable_characters) {
     for (const auto& [index, len, what] : rows) {
         yx_design_image_t text;
         text.chars = std::string(1100, 'c');
-        text.strings.push_back({index, nullptr, len});
+        text.strings.push_back({nullptr, index, len});
         std::string file = tst_file_of(text);
         file[yxl_header_bytes + 4] = static_cast<char>(200);
         expect("strings", 1, what, file);

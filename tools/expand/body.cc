@@ -39,15 +39,14 @@ void name_ports(xp_mapping& m) {
     }
 }
 
-// What a name made up by the netlist is replaced with where they are shortened.
+// What a name made up by the netlist is replaced with.
 std::string short_name(char letter, std::size_t& count) { return letter + std::to_string(++count); }
 
 void name_nets(xp_mapping& m, bool hidden) {
     std::size_t count = 0;
     for (const xp_netname& net : m.module.netnames)
         if (net.hidden == hidden && net.bits.count > 0 && !m.body.port_index.contains(net.name)) {
-            const std::string wanted =
-                hidden && m.shortens_hidden ? short_name('n', count) : xp_clean_name(net.name);
+            const std::string wanted = hidden ? short_name('n', count) : xp_clean_name(net.name);
             add_name(m, {net.name, {}, hidden, false, xp_direction::none, net.bits, net.offset, net.upto},
                      wanted);
         }
@@ -57,8 +56,7 @@ void name_cells(xp_mapping& m, bool hidden) {
     std::size_t count = 0;
     for (std::size_t i = 0; i < m.module.cells.size(); ++i)
         if (const std::string_view raw = m.module.cells[i].name; m.module.cells[i].hidden == hidden)
-            m.body.cell_names[i] =
-                take_name(m, raw, hidden && m.shortens_hidden ? short_name('g', count) : xp_clean_name(raw));
+            m.body.cell_names[i] = take_name(m, raw, hidden ? short_name('g', count) : xp_clean_name(raw));
 }
 
 // The port of the module whose name differs in case only.

@@ -74,10 +74,10 @@ struct xp_mapping {
     std::string path;  // of the instance by which the module was met first, with a "/" at its end
     xp_status& status;
     std::vector<std::uint32_t> leaf_part;  // by place in module.bits: 1 + the part that last read that bit
-    bool shortens_hidden = false;          // hidden nets become n1, n2 ..., hidden cells g1, g2 ...
 };
 
-// Gives ports, nets and cells their names: ports first, then what is not hidden, then the rest.
+// Gives ports, nets and cells their names: ports first, then what is not hidden, then the rest, which becomes
+// n1, n2 ... (nets) and g1, g2 ... (cells).
 void xp_name_module(xp_mapping& m);
 // Adds a name of one bit for a net that came with none.
 void xp_add_net_name(xp_mapping& m, std::int32_t net, std::string_view raw, std::string_view wanted);

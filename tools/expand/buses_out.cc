@@ -1,3 +1,4 @@
+// The command file of the vector ports and registers.
 #include "expand/buses_out.h"
 
 namespace {
@@ -34,15 +35,14 @@ bool is_register(const xp_flat& flat, const xp_net_name& name) {
 
 }  // namespace
 
-std::string xp_buses_text(const xp_flat& flat, bool has_inner_names) {
+std::string xp_buses_text(const xp_flat& flat) {
     std::string text = "# The vector ports of the top module.\n";
     const std::vector<xp_net_name>& names = xp_body_of(flat, flat.scopes[0]).names;
     for (const xp_net_name& name : names)
         if (name.is_port && xp_is_vector(name)) add_bus(name, text);
     std::string registers;
     for (const xp_net_name& name : names)
-        if (has_inner_names && !name.is_port && !name.hidden && is_register(flat, name))
-            add_bus(name, registers);
+        if (!name.is_port && !name.hidden && is_register(flat, name)) add_bus(name, registers);
     if (!registers.empty()) text += "# Its registers.\n" + registers;
     return text;
 }

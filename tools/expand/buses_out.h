@@ -9,5 +9,4 @@
 
 inline constexpr std::size_t xp_command_words = 30, xp_command_characters = 198;
 
-// has_inner_names: nets other than ports have kept their names.
-std::string xp_buses_text(const xp_flat& flat, bool has_inner_names = true);
+std::string xp_buses_text(const xp_flat& flat);

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr float revision = 1.0F;
+constexpr float small_revision = 1.0F;
 
 struct property_name {
     std::string_view name, type;
@@ -385,7 +385,7 @@ void add_instances(builder& b) {
 
 std::int32_t macro_pin_path(builder& b, std::size_t scope, const std::string& pin) {
     const std::string text = std::string(xp_string_text(b.image, b.paths.macro_path[scope])) + "/" + pin;
-    if (b.paths.economy->share_pins || text.size() > xp_text_max) return b.paths.macro_path[scope];
+    if (text.size() > xp_text_max) return b.paths.macro_path[scope];
     return yxw_string(b.image, text);
 }
 
@@ -457,29 +457,26 @@ void add_macro(builder& b, std::size_t scope) {
 
 // ---- the whole
 
-void clear_records(yx_design_image_t& image) {
-    image.props.clear();
-    image.insts.clear();
-    image.pins.clear();
-    image.nets.clear();
-    image.net_children.clear();
-    image.macros.clear();
-    image.pinms.clear();
-}
-
 void set_header(yx_design_image_t& image, float time_step, const xp_status& status) {
     std::int16_t hour = 0, minute = 0;
     tm_get_date(image.info.day, image.info.month, image.info.year, hour, minute);
-    image.info.software_revision = revision;
     image.info.time_step = time_step;
     image.info.num_warnings =
         static_cast<std::int16_t>(std::min<std::size_t>(status.warnings.size(), INT16_MAX));
 }
 
-bool build(const xp_flat& flat, const std::vector<xp_delays>& delays, const xp_economy& economy,
-           bool with_object_ids, yx_design_image_t& image, xp_paths& paths, xp_status& status) {
-    clear_records(image);
-    if (!xp_make_paths(flat, economy, with_object_ids, image, paths)) return false;
+// The lower revision where the design fits.
+float revision_of(const yx_design_image_t& image) {
+    const auto fits = [](const auto& records) { return records.size() <= yx_max_index; };
+    const bool all_fit = fits(image.chars) && fits(image.strings) && fits(image.props) && fits(image.insts) &&
+                         fits(image.pins) && fits(image.nets) && fits(image.net_children) &&
+                         fits(image.macros) && fits(image.pinms);
+    return all_fit ? small_revision : yx_large_revision;
+}
+
+void build(const xp_flat& flat, const std::vector<xp_delays>& delays, yx_design_image_t& image,
+           xp_paths& paths, xp_status& status) {
+    xp_make_paths(flat, image, paths);
     builder b{flat, delays, image, paths, status, {}, {}, {}, {}, {}, {}, 0};
     add_nets(b);
     add_buses(b);
@@ -487,31 +484,17 @@ bool build(const xp_flat& flat, const std::vector<xp_delays>& delays, const xp_e
     add_object_ids(b);
     add_instances(b);
     for (std::size_t scope = 1; scope < flat.scopes.size(); ++scope) add_macro(b, scope);
-    return xp_strings_fit(image) && image.props.size() <= yx_max_index;
 }
 
 }  // namespace
 
 void xp_build_design(const xp_flat& flat, const std::vector<xp_delays>& delays, float time_step,
-                     std::span<const xp_economy> economies, yx_design_image_t& image, xp_paths& paths,
-                     xp_status& status) {
+                     yx_design_image_t& image, xp_paths& paths, xp_status& status) {
     if (!xp_ok(status)) return;
     add_names(instance_properties, image.prop_instance);
     add_names(pin_properties, image.prop_pin);
     add_names(net_properties, image.prop_net);
     set_header(image, time_step, status);
-    for (const bool with_object_ids : {true, false}) {
-        if (!with_object_ids && flat.object_ids.empty()) continue;
-        if (!with_object_ids)
-            xp_warn(status, "--sheets",
-                    "the object ids do not fit into the design file: nets are found by name only");
-        for (const xp_economy& economy : economies)
-            if (build(flat, delays, economy, with_object_ids, image, paths, status)) return;
-    }
-    const bool by_strings = image.strings.size() > yx_max_index;
-    xp_fail(status, xp_fault::too_large, "",
-            std::string(image.chars.size() > yx_max_index ? "characters of names"
-                        : by_strings                      ? "strings"
-                                                          : "property values") +
-                ": more than " + std::to_string(yx_max_index) + ", the limit, with the shortest names");
+    build(flat, delays, image, paths, status);
+    image.info.software_revision = revision_of(image);
 }

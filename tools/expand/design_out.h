@@ -21,8 +21,6 @@ enum xp_net_kinds : std::int16_t {
 // The delays of every part of the design, in order.  A cell of the delay file that is not there is refused.
 void xp_find_delays(const xp_flat& flat, xp_timing& timing, std::vector<xp_delays>& delays,
                     xp_status& status);
-// Tries the economies in their order until the strings and properties fit, then again without the object ids
-// of sheets.
+// The header has the lowest revision that holds the design.
 void xp_build_design(const xp_flat& flat, const std::vector<xp_delays>& delays, float time_step,
-                     std::span<const xp_economy> economies, yx_design_image_t& image, xp_paths& paths,
-                     xp_status& status);
+                     yx_design_image_t& image, xp_paths& paths, xp_status& status);

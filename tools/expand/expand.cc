@@ -71,7 +71,7 @@ void write_outputs(const xp_options& options, const xp_flat& flat, const xp_path
                    const yx_design_image_t& image, xp_status& status) {
     if (!xp_ok(status)) return;
     pending_file buses(options.output + ".buses"), names(options.names);
-    buses.write(xp_buses_text(flat, !paths.economy->short_visible), status);
+    buses.write(xp_buses_text(flat), status);
     if (!options.names.empty()) names.write(xp_name_map(flat, paths, image), status);
     write_design(options.output, image, status);
     buses.keep(status);
@@ -97,10 +97,9 @@ void xp_expand(const xp_options& options, xp_summary& summary, xp_status& status
     xp_find_delays(flat, timing, delays, status);
     xp_sheets sheets(std::filesystem::path(options.output).parent_path());
     if (options.sheets) sheets.draw(netlist, hierarchy, flat, status);
-    xp_build_design(flat, delays, options.time_step, xp_economies(), image, paths, status);
+    xp_build_design(flat, delays, options.time_step, image, paths, status);
     write_outputs(options, flat, paths, image, status);
     if (options.sheets) sheets.install(status);
     if (!xp_ok(status)) return;
-    summary = {image.insts.size(), flat.nets.size(), image.macros.size(), sheets.pages,
-               std::string(paths.economy->name)};
+    summary = {image.insts.size(), flat.nets.size(), image.macros.size(), sheets.pages};
 }

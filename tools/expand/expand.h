@@ -7,7 +7,6 @@
 
 struct xp_summary {
     std::size_t instances = 0, nets = 0, macros = 0, pages = 0;
-    std::string economy;  // which of xp_economies was needed
 };
 
 void xp_expand(const xp_options& options, xp_summary& summary, xp_status& status);

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr std::size_t bits_max = 50'000'000;  // bits of all module instances together
-constexpr auto limit = static_cast<std::size_t>(yx_max_index);
+constexpr std::size_t limit = yx_max_large;
+constexpr std::size_t bits_max = 4 * limit;  // bits of all module instances together
 
 // Joined bits, before they are numbered as nets.  The constants are the first four elements.
 struct joints {

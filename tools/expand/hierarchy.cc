@@ -80,7 +80,7 @@ void map_module(walk& w, std::uint32_t module, const std::string& path, std::siz
         return xp_fail(w.status, xp_fault::too_deep, path,
                        "at most " + std::to_string(xp_depth_max) + " levels");
     w.is_open[module] = true;
-    xp_mapping m{w.netlist, w.netlist.modules[module], body, path, w.status, {}, w.hierarchy.draws_sheets};
+    xp_mapping m{w.netlist, w.netlist.modules[module], body, path, w.status, {}};
     xp_name_module(m);
     for (std::uint32_t cell = 0; cell < m.module.cells.size() && xp_ok(w.status); ++cell)
         map_one_cell(w, m, cell, depth);

@@ -21,9 +21,6 @@ void print_summary(const xp_options& options, const xp_summary& summary) {
     std::printf("%s: %zu instances, %zu nets, %zu macros\n", options.output.c_str(), summary.instances,
                 summary.nets, summary.macros);
     if (options.sheets) std::printf("sheets: %zu page%s\n", summary.pages, summary.pages == 1 ? "" : "s");
-    if (summary.economy != "full")
-        std::printf("names are shortened to fit (%s); --names FILE writes the map\n",
-                    summary.economy.c_str());
 }
 
 }  // namespace
