@@ -70,6 +70,7 @@ bool is_open(std::int32_t bit) { return bit == xp_const_x || bit == xp_const_z; 
 
 void bind_port(xp_mapping& m, const std::string& where, const xp_connection& connection,
                const xp_net_name& port, const xp_module& contents) {
+    if (connection.bits.count == 0) return;
     if (connection.bits.count != port.bits.count)
         return xp_fail(m.status, xp_fault::bad_width, where,
                        "port " + xp_quoted(port.raw) + " has " + std::to_string(port.bits.count) +

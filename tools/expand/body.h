@@ -24,6 +24,7 @@ struct xp_pin {  // input pin of a gate
 struct xp_gate {
     xp_model model = nullptr;
     std::string_view raw, name;
+    std::string_view config;  // a further property of its instance: the table of a LUT
     std::int32_t output = 0;
     std::uint32_t part = 0;
     std::uint32_t first_pin = 0, pin_count = 0;

@@ -25,6 +25,7 @@ void add_gate(xp_cell_gates& c, xp_model model, const std::vector<xp_signal>& op
     xp_gate gate{model,
                  raw,
                  name,
+                 {},
                  net,
                  static_cast<std::uint32_t>(body.parts.size() - 1),
                  static_cast<std::uint32_t>(body.pins.size()),
@@ -54,6 +55,23 @@ std::int32_t xp_output_net(xp_cell_gates& c, const xp_bits& output, std::uint32_
     if (bit == xp_const_0 || bit == xp_const_1)
         xp_fail(c.m.status, xp_fault::driven_constant, c.where, "port " + xp_quoted(port));
     return bit >= 0 ? bit : c.m.module.net_count++;
+}
+
+xp_bits xp_open_port(xp_cell_gates& c, std::string_view port, bool is_output, std::int64_t width) {
+    xp_module& module = c.m.module;
+    std::vector<std::int32_t> nets;
+    for (std::int64_t k = 0; k < std::max<std::int64_t>(width, 1); ++k) {
+        nets.push_back(is_output ? xp_const_x : module.net_count++);
+        const std::string place = "." + std::string(port) + (width > 1 ? "[" + std::to_string(k) + "]" : "");
+        if (!is_output)
+            xp_add_net_name(c.m, nets.back(), std::string(xp_cell_of(c).name) + place,
+                            std::string(c.m.body.cell_names[c.cell]) + place);
+    }
+    const xp_bits bits{static_cast<std::uint32_t>(module.bits.size()),
+                       static_cast<std::uint32_t>(nets.size())};
+    module.bits.insert(module.bits.end(), nets.begin(), nets.end());
+    c.m.leaf_part.resize(module.bits.size());
+    return bits;
 }
 
 void xp_begin_part(xp_cell_gates& c, const xp_bits& output, std::uint32_t k) {

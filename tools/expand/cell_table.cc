@@ -47,6 +47,7 @@ constexpr xp_cell_type cell_types[] = {
     {"$logic_not",    reduce,   "A",      "nor(A*)"},
     {"$logic_and",    reduce,   "AB",     "and(or(A*),or(B*))"},
     {"$logic_or",     reduce,   "AB",     "or(A*,B*)"},
+    {"$lut",          table,    "A",      ""},
     {"$pmux",         selector, "ABS",    ""},
     {"$scopeinfo",    ignored,  "",       ""},
     {"$assert",       ignored,  "",       ""},

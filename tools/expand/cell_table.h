@@ -40,6 +40,7 @@ enum class xp_shape : std::uint8_t {
     gate,      // ports of one bit
     word,      // one formula per bit of Y; A and B are extended to its width, S serves every bit
     reduce,    // Y bit 0 from whole ports, the other bits 0
+    table,     // Y bit 0 from the bits of A and the parameter LUT
     selector,  // Y is A, or the word of B whose bit of S is 1
     ignored,   // carries no function
 };

@@ -12,7 +12,8 @@ struct property_name {
     std::string_view name, type;
 };
 // In the order of need: an object carries the values of the first names only.
-constexpr property_name instance_properties[] = {{"MODEL", "string"}, {"INST", "string"}};
+constexpr property_name instance_properties[] = {
+    {"MODEL", "string"}, {"INST", "string"}, {"TABLE", "string"}};
 constexpr property_name pin_properties[] = {
     {"PIN", "string"},     {"RISE", "time"},          {"FALL", "time"},
     {"DRIVE", "string"},   {"EDGE", "string"},        {"SETUP_TIME", "time"},
@@ -105,16 +106,20 @@ property_run name_run(builder& b, std::int32_t string) {  // of a net or a macro
     return run;
 }
 
-property_run instance_run(builder& b, std::string_view model, std::int32_t own_name) {
+property_run instance_run(builder& b, std::string_view model, std::int32_t own_name,
+                          std::string_view config = {}) {
     const std::int32_t model_string = yxw_string(b.image, model);
-    if (own_name == 0) {
+    if (own_name == 0 && config.empty()) {
         const auto [known, is_new] = b.model_runs.try_emplace(model_string);
         if (is_new) known->second = name_run(b, model_string);
         return known->second;
     }
-    const property_run run{next_property(b), 2};
+    property_run run{next_property(b), 2};
     add_string_property(b, model_string);
     add_string_property(b, own_name);
+    if (config.empty()) return run;
+    add_string_property(b, yxw_string(b.image, config));
+    ++run.count;
     return run;
 }
 
@@ -363,8 +368,8 @@ void add_instance(builder& b, const xp_scope& scope, std::uint32_t index) {
     record.file_path = yxw_string(b.image, cell.type);
     record.nb_of_pin = static_cast<std::int16_t>(gate.pin_count + 1);
     record.first_pin_ind = static_cast<std::int32_t>(b.image.pins.size()) + 1;
-    set_properties(record,
-                   instance_run(b, gate.model->model.name, b.paths.gate_name[scope.first_gate + index]));
+    set_properties(record, instance_run(b, gate.model->model.name,
+                                        b.paths.gate_name[scope.first_gate + index], gate.config));
     const xp_delays& of_cell = b.delays[scope.first_part + gate.part];
     add_gate_pins(b, scope, gate, is_last ? xp_last_gate_delays(of_cell, part.depth) : one_step,
                   is_last ? cell.drive : "");

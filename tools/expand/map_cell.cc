@@ -1,3 +1,5 @@
+// The gates of the cells that a formula or a table describes.
+#include <algorithm>
 #include <cstdint>
 
 #include "expand/cell_gates.h"
@@ -30,11 +32,13 @@ std::int64_t declared_width(const cell_context& c, char port) {
 xp_bits port_bits(cell_context& c, char port) {
     const std::string_view name(&port, 1);
     const xp_connection* connection = xp_find_connection(c.m.module, xp_cell_of(c), name);
-    if (connection == nullptr || connection->bits.count == 0) {
+    if (connection == nullptr) {
         xp_fail(c.m.status, xp_fault::missing_port, c.where, xp_quoted(name));
         return {};
     }
-    const std::int64_t wanted = c.type.shape == xp_shape::gate ? 1 : declared_width(c, port);
+    const bool is_bit = c.type.shape == xp_shape::gate || (c.type.shape == xp_shape::table && port == 'Y');
+    const std::int64_t wanted = is_bit ? 1 : declared_width(c, port);
+    if (connection->bits.count == 0) return xp_open_port(c, name, port == 'Y', wanted);
     if (wanted >= 0 && wanted != connection->bits.count)
         xp_fail(c.m.status, xp_fault::bad_width, c.where,
                 "port " + xp_quoted(name) + " has " + std::to_string(wanted) + " bits, the connection " +
@@ -123,6 +127,53 @@ void add_steps(cell_context& c, const xp_steps& steps, std::uint32_t k, std::int
     }
 }
 
+// The hexadecimal digits of a table whose binary ones are given, 2 to the number of inputs.
+std::string hexadecimal(std::string_view binary) {
+    std::string text;
+    for (std::size_t end = binary.size(); end > 0; end -= std::min<std::size_t>(end, 4)) {
+        unsigned digit = 0;
+        for (std::size_t at = end - std::min<std::size_t>(end, 4); at < end; ++at)
+            digit = digit * 2 + (binary[at] == '1' ? 1 : 0);
+        text.insert(text.begin(), "0123456789ABCDEF"[digit]);
+    }
+    return text;
+}
+
+// The table over the lowest inputs; the halves of one that is too large are chosen between by the highest.
+std::vector<signal> table_operands(cell_context& c, std::string_view binary, std::size_t count,
+                                   std::string& table) {
+    std::vector<signal> operands;
+    if (count <= kol_lut_max_inputs) {
+        for (std::size_t i = 0; i < count; ++i)
+            operands.push_back(leaf(c, 0, static_cast<std::uint32_t>(i), c.inputs[0].count > 1));
+        table = hexadecimal(binary);
+        return operands;
+    }
+    for (const std::string_view half :
+         {binary.substr(binary.size() / 2), binary.substr(0, binary.size() / 2)}) {
+        const std::vector<signal> of_half = table_operands(c, half, count - 1, table);
+        operands.push_back(xp_add_inner_gate(c, xp_model_named("LUT"), of_half));
+        c.m.body.gates.back().config = xp_keep_once(c.m.netlist.texts, table);
+    }
+    operands.push_back(leaf(c, 0, static_cast<std::uint32_t>(count - 1), true));
+    table = "CA";
+    return operands;
+}
+
+void add_table(cell_context& c, std::int32_t net) {
+    constexpr std::size_t inputs_max = 16;
+    const std::size_t count = c.inputs[0].count;
+    const std::string_view binary = xp_bits_of_parameter(c.m.module, xp_cell_of(c), "LUT");
+    if (count > inputs_max || binary.size() != std::size_t{1} << count || c.output.count != 1)
+        return xp_fail(c.m.status, xp_fault::bad_width, c.where,
+                       "a table of " + std::to_string(binary.size()) + " bits for " + std::to_string(count) +
+                           " inputs, at most " + std::to_string(inputs_max));
+    std::string table;
+    const std::vector<signal> operands = table_operands(c, binary, count, table);
+    add_last_gate(c, xp_model_named("LUT"), operands, net);
+    c.m.body.gates.back().config = xp_keep_once(c.m.netlist.texts, table);
+}
+
 // Bit k of A when no bit of S is 1, else of the word of B that S chooses.
 void add_selector(cell_context& c, std::uint32_t k, std::int32_t net) {
     constexpr std::size_t a = 0, b = 1, s = 2;
@@ -153,9 +204,11 @@ void map_bit(cell_context& c, std::uint32_t k) {
     xp_begin_part(c, c.output, k);
     if (c.type.shape == xp_shape::selector)
         add_selector(c, k, net);
+    else if (c.type.shape == xp_shape::table)
+        add_table(c, net);
     else
         add_steps(c, c.type.shape == xp_shape::reduce && k > 0 ? zero : steps_of(c.type), k, net);
-    xp_end_part(c);
+    if (xp_ok(c.m.status)) xp_end_part(c);
 }
 
 }  // namespace

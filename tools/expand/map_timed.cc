@@ -13,9 +13,16 @@ constexpr std::size_t output_port = xp_timed_ports.find('Q');
 
 const xp_bits& output_of(const timed_context& c) { return c.ports[output_port]; }
 
-xp_bits find_port(timed_context& c, std::string_view name) {
+xp_bits find_port(timed_context& c, char letter) {
+    const std::string_view name = xp_timed_port_name(*c.form.row, letter);
     const xp_connection* connection = xp_find_connection(c.m.module, xp_cell_of(c), name);
     if (connection != nullptr && connection->bits.count > 0) return connection->bits;
+    if (connection != nullptr) {
+        const std::int64_t width = xp_is_word(*c.form.row) && xp_is_per_bit(*c.form.row, letter)
+                                       ? xp_parameter_of(c.m.module, xp_cell_of(c), "WIDTH", 1)
+                                       : 1;
+        return xp_open_port(c, name, letter == 'Q', width);
+    }
     xp_fail(c.m.status, xp_fault::missing_port, c.where, xp_quoted(name));
     return {};
 }
@@ -44,8 +51,7 @@ void refuse_other_ports(timed_context& c) {
 
 void find_ports(timed_context& c) {
     for (std::size_t i = 0; i < xp_timed_ports.size(); ++i)
-        if (xp_has_port(*c.form.row, xp_timed_ports[i]))
-            c.ports[i] = find_port(c, xp_timed_port_name(*c.form.row, xp_timed_ports[i]));
+        if (xp_has_port(*c.form.row, xp_timed_ports[i])) c.ports[i] = find_port(c, xp_timed_ports[i]);
     for (std::size_t i = 0; i < xp_timed_ports.size(); ++i)
         if (xp_has_port(*c.form.row, xp_timed_ports[i])) check_width(c, xp_timed_ports[i], c.ports[i]);
     refuse_other_ports(c);

@@ -152,8 +152,9 @@ bool set_init(reader& r, const scalar& value) {
 bool add_parameter(reader& r, const scalar& value) {
     std::int64_t number = 0;
     if (!number_of(value, number)) return true;
+    const bool has_digits = value.kind == scalar::kind::text || key_of(r).ends_with("_VALUE");
     const std::string_view bits =
-        key_of(r).ends_with("_VALUE") ? xp_keep_once(r.netlist.texts, digits_of(value)) : std::string_view();
+        has_digits ? xp_keep_once(r.netlist.texts, digits_of(value)) : std::string_view();
     module_of(r).parameters.push_back({xp_keep_once(r.netlist.texts, key_of(r)), number, bits});
     ++module_of(r).cells.back().parameter_count;
     return true;

@@ -49,7 +49,7 @@ struct xp_connection {
 struct xp_parameter {
     std::string_view name;
     std::int64_t value = 0;
-    std::string_view bits;  // of a parameter that ends in "_VALUE", most significant first
+    std::string_view bits;  // of a text, or of a number that ends in "_VALUE", most significant first
 };
 
 struct xp_cell {

@@ -112,7 +112,8 @@ void add_ports(planner& p, xp_sheet_cell& drawn, const std::vector<port_look>& p
                const std::vector<std::string_view>& names) {
     const xp_cell& cell = module_of(p).cells[drawn.cell];
     for (std::size_t i = 0; i < ports.size(); ++i)
-        if (const xp_connection* c = xp_find_connection(module_of(p), cell, names[i]); c != nullptr)
+        if (const xp_connection* c = xp_find_connection(module_of(p), cell, names[i]);
+            c != nullptr && c->bits.count > 0)
             add_port(p, drawn, ports[i], c->bits);
         else
             add_pin(drawn, ports[i], "", -1);
