@@ -150,7 +150,7 @@ void schedule_forces(benchmark::State& state) {
         kol_ext.last_force = &forces.back();
         kol_ext.start_time = 0;
         kol_ext.end_time = 3 * count;
-        kol_expand_stimuli();
+        kol_schedule_stimuli(kol_stimuli_of_window());
         kol_ext.last_force = nullptr;
         for (; kol_ext.cur_event != nullptr; kol_retire_cur_event())
             benchmark::DoNotOptimize(kol_next_change(*kol_ext.cur_event));

@@ -15,6 +15,7 @@
 #include "foundation/files.h"
 #include "foundation/replacement.h"
 #include "foundation/shell.h"
+#include "kernel/cell_records.h"
 #include "kernel/resume.h"
 
 namespace {
@@ -178,6 +179,7 @@ kol_result_t failed(const kol_rejection_t& why, const tm_string_record_t& path) 
 }  // namespace
 
 kol_result_t kol_save_state_cmd(const kol_line_t& line) {
+    kol_bring_records_up();
     const tm_string_record_t path = state_file_path(line);
     tm_replacement file(path);
     if (!file.is_open()) return failed(cannot_open, path);
@@ -188,6 +190,7 @@ kol_result_t kol_save_state_cmd(const kol_line_t& line) {
 }
 
 kol_result_t kol_restore_state_cmd(const kol_line_t& line) {
+    kol_bring_records_up();
     const tm_string_record_t path = state_file_path(line);
     const tm_stream file = open_state_file(path);
     if (!file) return failed(cannot_open, path);

@@ -1,6 +1,7 @@
 // What clearing the simulator takes, room by room.
 #include "kernel/clear.h"
 
+#include "kernel/cells.h"
 #include "kernel/context.h"
 #include "kernel/history.h"
 #include "kernel/model.h"
@@ -51,6 +52,7 @@ void kol_context_clear() {
     kol_clear_history();
     kol_clear_network();
     kol_forget_names();
+    kol_forget_cells();
     kol_ext = {};
     kol_max_delay = 0;
     kol_init_do_file = {};

@@ -64,7 +64,6 @@ void check_fan_out_spike(const yx_pin_record_t& pin, const change_t& change) {
 
 void take_state(yx_net_record_t& net, std::int32_t time, std::int8_t state) {
     net.UU.U1.old_state.state = net.UU.U1.cur_state.state;
-    net.UU.U1.old_state.time = net.UU.U1.cur_state.time;
     net.UU.U1.cur_state.state = state;
     net.UU.U1.cur_state.time = time;
 }

@@ -3,6 +3,8 @@
 
 #include <deque>
 
+#include "kernel/cells.h"
+
 namespace {
 
 std::deque<yx_list_state_rec_t> records;
@@ -55,13 +57,18 @@ void reset_signal(yx_signal_rec_t& signal) {
 }  // namespace
 
 yx_list_state_rec_t* kol_observe_net(yx_net_record_t* net) {
-    if (net->UU.U1.nb_of_observer++ == 0) begin_history(net);
+    if (net->UU.U1.nb_of_observer++ == 0) {
+        begin_history(net);
+        kol_watch_cell(*net);
+    }
     return net->UU.U1.first_state;
 }
 
 void kol_forget_net(yx_net_record_t* net) {
     yx_net_u1_t& u1 = net->UU.U1;
-    if (u1.nb_of_observer > 0 && --u1.nb_of_observer == 0) end_history(u1);
+    if (u1.nb_of_observer == 0 || --u1.nb_of_observer > 0) return;
+    end_history(u1);
+    kol_watch_cell(*net);
 }
 
 void kol_append_history(yx_net_record_t* net, std::int32_t time, std::int8_t state) {

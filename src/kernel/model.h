@@ -7,6 +7,23 @@
 
 #include "netlist/store.h"
 
+// The value of a gate's output for those of its inputs, in pin order.
+using kol_value_of_t = std::int16_t (*)(std::span<const std::int16_t>);
+
+// What an instance does, when that is so little that a run does it without calling handlers.
+struct kol_short_way_t {
+    kol_value_of_t value_of = nullptr;  // of a gate
+    // Of a register that nothing overrides and that checks the setup time of its data only; at an active
+    // change of the clock the output takes the value of the data.
+    const yx_pin_record_t* data = nullptr;
+    const yx_pin_record_t* clock = nullptr;
+    const yx_pin_record_t* output = nullptr;
+    bool is_inverted = false;             // the output takes the inverse
+    std::uint16_t active = 0;             // a bit for each change: old value x 4 + new value
+    const std::int32_t* setup = nullptr;  // by timing range; the clock's handler is called for a violation
+    void (*note_data_time)(const yx_inst_record_t&, std::int32_t) = nullptr;  // of the data's last change
+};
+
 struct kol_model_t {
     std::string_view name;  // MODEL value, compared without regard to case, exact length
     yx_procedure_t set_up;  // for kol_ext.cur_inst
@@ -16,6 +33,7 @@ struct kol_model_t {
     yx_procedure_t clear = nullptr;    // forgets the data of every instance
     yx_procedure_t restart = nullptr;  // the data of every instance to what the states of the nets say
     yx_procedure_t refresh = nullptr;  // takes the timing of kol_ext.cur_inst over from its properties again
+    kol_short_way_t (*short_way)(const yx_inst_record_t&) = nullptr;  // none: its handlers are called
 };
 
 void kol_set_models(std::span<const kol_model_t> table);

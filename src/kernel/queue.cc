@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "foundation/status.h"
+#include "kernel/cells.h"
 #include "kernel/net_events.h"
 #include "kernel/network.h"
 #include "kernel/queue_check.h"
@@ -168,6 +169,10 @@ void kol_schedule(yx_pin_record_t* pin, yx_net_record_t* root, std::int16_t prio
                   std::int8_t state) {
     const auto new_time = static_cast<std::int32_t>(
         std::min<std::int64_t>(static_cast<std::int64_t>(kol_ext.cur_time) + delay, last_time));
+    if (kol_cells.is_running) {
+        if (kol_schedule_cell(*pin, *root, new_time, state)) return;
+        stop(" KOL_OUTPUT_STATE : new_time < cur_ev.time ");
+    }
     yx_event_rec_t* const earlier = kol_newest_event(*pin, *root);
     if (earlier != nullptr && earlier->time >= new_time) {
         earlier->state = state;
@@ -186,6 +191,20 @@ void kol_create_force_event(yx_net_record_t* net, std::int32_t abs_time, std::in
     if (abs_time < kol_ext.cur_time) stop(" KOL_CREATE_FORCE_EVENT :er_8_01:  force_time < cur_time ");
     yx_event_rec_t* const event = make_event(nullptr, kol_root_net(net), force_priority, abs_time, state);
     place_last(event, kol_group_of(abs_time));
+    kol_add_net_event(event);
+}
+
+void kol_append_event(yx_pin_record_t* pin, yx_net_record_t* root, std::int32_t time, std::int8_t state) {
+    const std::int16_t priority = pin == nullptr ? force_priority : pin->pin_hdl_priority;
+    yx_event_rec_t* const event = make_event(pin, root, priority, time, state);
+    kol_time_group_t& group = kol_group_of(time);
+    yx_event_rec_t* const last = group.last;
+    if (last == nullptr || pin == nullptr) {
+        place_last(event, group);
+    } else {
+        link_behind(last, event);
+        kol_join_ranked(group, event, last, nullptr);
+    }
     kol_add_net_event(event);
 }
 

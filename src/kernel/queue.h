@@ -16,6 +16,9 @@ void kol_schedule(yx_pin_record_t* pin, yx_net_record_t* root, std::int16_t prio
                   std::int8_t state);
 // Schedules a FORCE event at an absolute time, behind every queued event of that time.
 void kol_create_force_event(yx_net_record_t* net, std::int32_t abs_time, std::int8_t state);
+// Puts an event of a root net back behind every queued one, which it does not outrank; none for the pin: a
+// FORCE event.
+void kol_append_event(yx_pin_record_t* pin, yx_net_record_t* root, std::int32_t time, std::int8_t state);
 // Takes the head off the queue and recycles its record.
 void kol_retire_cur_event();
 // Empties the queue; the records go to the free list with time -1.

@@ -1,6 +1,7 @@
 // What stands beside restored states is made to fit them.
 #include "kernel/resume.h"
 
+#include "kernel/cells.h"
 #include "kernel/history.h"
 #include "kernel/model.h"
 #include "kernel/network.h"
@@ -52,6 +53,7 @@ void kol_take_states_of_bits(yx_pin_record_t& pin) {
 
 void kol_resume_at(std::int32_t time) {
     kol_empty_queue();
+    kol_forget_cell_states();
     forget_times();
     kol_restart_models();
     kol_ext.time_breaked = false;

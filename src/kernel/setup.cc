@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "kernel/cell_records.h"
 #include "kernel/context.h"
 #include "kernel/name_index.h"
 #include "kernel/network.h"
@@ -49,6 +50,7 @@ void compute_max_delay() {
 
 void kol_init_object_ptr() {
     kol_forget_names();
+    kol_forget_cells();
     kol_clear_models();
     kol_link_nets();
     kol_link_instances();
@@ -61,6 +63,7 @@ void kol_init_object_ptr() {
 
 void kol_init_net_state() {
     kol_empty_queue();
+    kol_forget_cell_states();
     init_states_of_nets();
     compute_max_delay();
     for (std::int32_t i = 1; i <= yx_sext.max_inst_cur; ++i)
@@ -71,6 +74,8 @@ void kol_init_net_state() {
 }
 
 void kol_refresh_timing() {
+    kol_bring_records_up();
+    kol_forget_cells();
     for (std::int32_t i = 1; i <= yx_sext.max_inst_cur; ++i) {
         kol_ext.cur_inst = yx_ptrto_inst_rec(i);
         const kol_model_t* model = kol_model_of(*kol_ext.cur_inst);

@@ -2,22 +2,14 @@
 #include "kernel/stimuli.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "kernel/queue.h"
 
 namespace {
 
-struct stimulus_t {
-    std::int32_t time;
-    std::int8_t state;
-    yx_net_record_t* net;
-};
-using stimuli_t = std::vector<stimulus_t>;
-
 bool is_in_window(std::int64_t time) { return time >= kol_ext.start_time && time < kol_ext.end_time; }
 
-void add_stimulus(const kol_force_rec_t& force, std::int64_t time, stimuli_t& stimuli) {
+void add_stimulus(const kol_force_rec_t& force, std::int64_t time, kol_stimuli_t& stimuli) {
     if (is_in_window(time)) stimuli.push_back({static_cast<std::int32_t>(time), force.state, force.net});
 }
 
@@ -27,7 +19,7 @@ std::int64_t base_of(const kol_forceblk_rec_t& block) {
     return past <= 0 ? block.start_time : block.start_time + past / block.clock_period * block.clock_period;
 }
 
-void expand_clocked(const kol_forceblk_rec_t& block, const kol_force_rec_t& force, stimuli_t& stimuli) {
+void expand_clocked(const kol_forceblk_rec_t& block, const kol_force_rec_t& force, kol_stimuli_t& stimuli) {
     if (force.stop_time > 0 && kol_ext.cur_time >= force.stop_time) return;
     for (std::int64_t time = base_of(block) + force.time; time < kol_ext.end_time;
          time += block.clock_period) {
@@ -38,10 +30,8 @@ void expand_clocked(const kol_forceblk_rec_t& block, const kol_force_rec_t& forc
 
 }  // namespace
 
-// Gathered first and then scheduled by time: events of one time keep the order of their stimuli, and each is
-// appended to the queue where it would have been inserted.
-void kol_expand_stimuli() {
-    stimuli_t stimuli;
+kol_stimuli_t kol_stimuli_of_window() {
+    kol_stimuli_t stimuli;
     for (const kol_force_rec_t* force = kol_ext.last_force; force != nullptr; force = force->previous)
         add_stimulus(*force, force->time, stimuli);
     for (const auto* block = kol_ext.start_clock_force_blk; block != nullptr; block = block->next) {
@@ -49,7 +39,13 @@ void kol_expand_stimuli() {
         for (const kol_force_rec_t* force = block->start_force; force != nullptr; force = force->next)
             expand_clocked(*block, *force, stimuli);
     }
-    std::ranges::stable_sort(stimuli, {}, &stimulus_t::time);
-    for (const stimulus_t& stimulus : stimuli)
+    std::ranges::stable_sort(stimuli, {}, &kol_stimulus_t::time);
+    return stimuli;
+}
+
+// By time: events of one time keep the order of their stimuli, and each is appended to the queue where it
+// would have been inserted.
+void kol_schedule_stimuli(const kol_stimuli_t& stimuli) {
+    for (const kol_stimulus_t& stimulus : stimuli)
         kol_create_force_event(stimulus.net, stimulus.time, stimulus.state);
 }

@@ -20,6 +20,12 @@ constexpr kol_pin_plan_t plan = {role_rules, kol_other_pin::output, true, true};
 
 kol_user_data<kol_dff_userdata_rec_t> user_data;
 
+// Of data that is checked at any change, the later of both times counts.
+void note_data_time(const yx_inst_record_t& inst, std::int32_t time) {
+    kol_timing_role_t& data = static_cast<kol_dff_userdata_rec_t*>(inst.user_data_area)->d;
+    data.rising_time = data.falling_time = time;
+}
+
 }  // namespace
 
 void kol_dff_init() {
@@ -34,6 +40,20 @@ void kol_dff_restart() {
 }
 
 void kol_dff_refresh() { kol_refresh_pins(plan, user_data.current().roles()); }
+
+kol_short_way_t kol_dff_short_way(const yx_inst_record_t& inst) {
+    const auto* const dff = static_cast<const kol_dff_userdata_rec_t*>(inst.user_data_area);
+    if (dff == nullptr || dff->d.pin == nullptr || dff->control.pin == nullptr) return {};
+    if (dff->s.found || dff->r.found || kol_has_limits(dff->control) || !kol_checks_setup_only(dff->d))
+        return {};
+    const kol_outputs_t& outputs = dff->outputs;
+    if (outputs.nb_q + outputs.nb_qb != 1) return {};
+    const bool is_inverted = outputs.nb_qb == 1;
+    return {nullptr,          dff->d.pin,
+            dff->control.pin, is_inverted ? outputs.qb_pin[0] : outputs.q_pin[0],
+            is_inverted,      kol_active_changes(dff->control.edge),
+            dff->d.setup,     note_data_time};
+}
 
 void kol_dff_d_hdler() {
     kol_dff_userdata_rec_t& dff = user_data.current();

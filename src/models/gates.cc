@@ -186,6 +186,38 @@ void kol_or_i1_hdler() { evaluate<or_of>(); }
 void kol_nor_i1_hdler() { evaluate<nor_of>(); }
 void kol_xor_i1_hdler() { evaluate<xor_of>(); }
 
+namespace {
+
+template <fold_t fold>
+std::int16_t folded_values(std::span<const std::int16_t> values, std::int16_t value) {
+    for (const std::int16_t input : values) value = fold(input, value);
+    return value;
+}
+
+}  // namespace
+
+kol_short_way_t kol_and_short_way(const yx_inst_record_t& /*inst*/) {
+    return {[](std::span<const std::int16_t> in) { return folded_values<kol_and_value>(in, kol_v1); }};
+}
+kol_short_way_t kol_nand_short_way(const yx_inst_record_t& /*inst*/) {
+    return {[](std::span<const std::int16_t> in) {
+        return kol_nand_value(kol_v1, folded_values<kol_and_value>(in, kol_v1));
+    }};
+}
+kol_short_way_t kol_or_short_way(const yx_inst_record_t& /*inst*/) {
+    return {[](std::span<const std::int16_t> in) { return folded_values<kol_or_value>(in, kol_v0); }};
+}
+kol_short_way_t kol_nor_short_way(const yx_inst_record_t& /*inst*/) {
+    return {[](std::span<const std::int16_t> in) {
+        return kol_nor_value(kol_v0, folded_values<kol_or_value>(in, kol_v0));
+    }};
+}
+kol_short_way_t kol_xor_short_way(const yx_inst_record_t& /*inst*/) {
+    return {[](std::span<const std::int16_t> in) {
+        return folded_values<kol_xor_value>(in.subspan(1), in.front());
+    }};
+}
+
 void kol_gate_refresh() {
     kol_refresh_pin_delays(*kol_ext.cur_inst);
     gate_of(*kol_ext.cur_inst).range = 0;

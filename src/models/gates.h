@@ -3,6 +3,8 @@
 // it.  User errors of set-up are shown, counted, and end that instance's set-up.
 #pragma once
 
+#include "kernel/model.h"
+
 void kol_and_init();
 void kol_nand_init();
 void kol_or_init();
@@ -13,6 +15,11 @@ void kol_nand_i1_hdler();
 void kol_or_i1_hdler();
 void kol_nor_i1_hdler();
 void kol_xor_i1_hdler();
+kol_short_way_t kol_and_short_way(const yx_inst_record_t& inst);
+kol_short_way_t kol_nand_short_way(const yx_inst_record_t& inst);
+kol_short_way_t kol_or_short_way(const yx_inst_record_t& inst);
+kol_short_way_t kol_nor_short_way(const yx_inst_record_t& inst);
+kol_short_way_t kol_xor_short_way(const yx_inst_record_t& inst);
 // Forgets every gate.
 void kol_clear_gates();
 // Takes the delays of the current instance over from its properties again, silently.

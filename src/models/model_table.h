@@ -99,9 +99,11 @@ yx_procedure_t kol_every_input(std::string_view) {
     return handler;
 }
 
-template <yx_procedure_t set_up, yx_procedure_t handler>
+template <yx_procedure_t set_up, yx_procedure_t handler,
+          kol_short_way_t (*short_way)(const yx_inst_record_t&)>
 constexpr kol_model_row_t kol_gate(std::string_view name, kol_symbol symbol, bool is_inverted) {
-    return {{name, set_up, false, kol_every_input<handler>, kol_clear_gates, nullptr, kol_gate_refresh},
+    return {{name, set_up, false, kol_every_input<handler>, kol_clear_gates, nullptr, kol_gate_refresh,
+             short_way},
             kol_model_kind::gate,
             symbol,
             is_inverted,
@@ -113,13 +115,13 @@ constexpr kol_model_row_t kol_gate(std::string_view name, kol_symbol symbol, boo
 
 // clang-format off
 inline constexpr kol_model_row_t kol_model_rows[] = {
-    kol_gate<kol_and_init,  kol_and_i1_hdler> ("AND",  kol_symbol::and_gate, false),
-    kol_gate<kol_nand_init, kol_nand_i1_hdler>("NAND", kol_symbol::and_gate, true),
-    kol_gate<kol_or_init,   kol_or_i1_hdler>  ("OR",   kol_symbol::or_gate,  false),
-    kol_gate<kol_nor_init,  kol_nor_i1_hdler> ("NOR",  kol_symbol::or_gate,  true),
-    kol_gate<kol_xor_init,  kol_xor_i1_hdler> ("XOR",  kol_symbol::xor_gate, false),
+    kol_gate<kol_and_init,  kol_and_i1_hdler, kol_and_short_way> ("AND",  kol_symbol::and_gate, false),
+    kol_gate<kol_nand_init, kol_nand_i1_hdler, kol_nand_short_way>("NAND", kol_symbol::and_gate, true),
+    kol_gate<kol_or_init,   kol_or_i1_hdler, kol_or_short_way>  ("OR",   kol_symbol::or_gate,  false),
+    kol_gate<kol_nor_init,  kol_nor_i1_hdler, kol_nor_short_way> ("NOR",  kol_symbol::or_gate,  true),
+    kol_gate<kol_xor_init,  kol_xor_i1_hdler, kol_xor_short_way> ("XOR",  kol_symbol::xor_gate, false),
     //  MODEL     set-up           by PIN  handler of an input pin       clear             restart             refresh
-    {{ "DFF",     kol_dff_init,    true,   kol_by_pin<kol_dff_pins>,     kol_dff_clear,    kol_dff_restart,    kol_dff_refresh },
+    {{ "DFF",     kol_dff_init,    true,   kol_by_pin<kol_dff_pins>,     kol_dff_clear,    kol_dff_restart,    kol_dff_refresh, kol_dff_short_way },
      kol_model_kind::register_, kol_symbol::box, false, "Q", "CLK"},
     {{ "LATCH",   kol_latch_init,  true,   kol_by_pin<kol_latch_pins>,   kol_latch_clear,  kol_latch_restart,  kol_latch_refresh },
      kol_model_kind::register_, kol_symbol::box, false, "Q", "E"},

@@ -23,6 +23,10 @@ kol_change last_change(const kol_timing_role_t& role) {
     return classify(kol_value_of(net.old_state.state), kol_value_of(net.cur_state.state));
 }
 
+bool is_limit(const std::int32_t (&limit)[3]) {
+    return std::ranges::any_of(limit, [](std::int32_t time) { return time != 0; });
+}
+
 std::int32_t opposite_time(const kol_timing_role_t& role, kol_change change) {
     switch (change) {
         case kol_change::rising:
@@ -90,6 +94,24 @@ bool kol_is_active(char edge, kol_change change) {
     if (is_edge(edge, 'F')) return change == kol_change::falling;
     if (is_edge(edge, 'R')) return change == kol_change::rising;
     return true;
+}
+
+std::uint16_t kol_active_changes(char edge) {
+    unsigned changes = 0;
+    for (std::int16_t old_value = 0; old_value < 4; ++old_value)
+        for (std::int16_t value = 0; value < 4; ++value)
+            if (kol_is_active(edge, classify(old_value, value))) changes |= 1U << (old_value * 4 + value);
+    return static_cast<std::uint16_t>(changes);
+}
+
+bool kol_has_limits(const kol_timing_role_t& role) {
+    return is_limit(role.setup) || is_limit(role.hold) || is_limit(role.min_time_high) ||
+           is_limit(role.min_time_low);
+}
+
+bool kol_checks_setup_only(const kol_timing_role_t& role) {
+    const bool has_edge = is_edge(role.edge, 'R') || is_edge(role.edge, 'F');
+    return !is_limit(role.hold) && (!has_edge || !is_limit(role.setup));
 }
 
 std::int32_t kol_reference_time(const kol_timing_role_t& role) {

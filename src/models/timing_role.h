@@ -38,6 +38,12 @@ kol_transition_t kol_record_transition(kol_timing_role_t& role);
 kol_transition_t kol_record_both_edges(kol_timing_role_t& role);
 // True for a change that the edge names: falling for F, rising for R, every one otherwise.
 bool kol_is_active(char edge, kol_change change);
+// Those changes as bits, of which each stands for old value x 4 + new value.
+std::uint16_t kol_active_changes(char edge);
+// True when a check of the role may find a violation in some timing range.
+bool kol_has_limits(const kol_timing_role_t& role);
+// True when that check is setup at most, and the role is checked at any change.
+bool kol_checks_setup_only(const kol_timing_role_t& role);
 // Time of the last transition that the role's edge names; the later of both for any other edge than R and F.
 std::int32_t kol_reference_time(const kol_timing_role_t& role);
 // The enable rule of checker and switch: on after the edge's change, off after the opposite one, inverted by

@@ -269,7 +269,7 @@ TEST(run, turns_forces_and_clocks_of_its_window_into_events) {
         kol_ext.start_clock_force_blk = kol_ext.last_clock_force_blk = block;
         kol_ext.start_time = kol_ext.cur_time = 23;
         kol_ext.end_time = 60;
-        kol_expand_stimuli();
+        kol_schedule_stimuli(kol_stimuli_of_window());
         EXPECT_EQ(tst_queue_text(), events) << period << " from " << start;
     }
 }

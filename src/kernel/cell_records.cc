@@ -1,0 +1,81 @@
+// What has to be built or read anew, and what a run has changed.
+#include "kernel/cell_records.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "kernel/cell_build.h"
+
+namespace {
+
+constexpr std::int32_t last_time = std::numeric_limits<std::int32_t>::max();
+
+void build_when_changed() {
+    kol_cells_made_t& made = kol_cells.made;
+    if (made.is_made && made.sim_range_type == kol_ext.sim_range_type && made.timing_ar == kol_ext.timing_ar)
+        return;
+    kol_bring_records_up();
+    const bool is_possible = kol_build_cells();
+    made = {true, is_possible, false, kol_ext.sim_range_type, kol_ext.timing_ar};
+}
+
+void mark_breaks() {
+    for (const auto* record = kol_ext.break_signal; record != nullptr; record = record->previous)
+        kol_cells.cell[static_cast<std::size_t>(record->net->self)].flags |= kol_cell_breaks;
+}
+
+void mark_stale(std::uint32_t at) {
+    if (!kol_cells.is_stale[at]) kol_cells.stale.push_back(at);
+    kol_cells.is_stale[at] = true;
+}
+
+void write_back(yx_net_record_t& root, kol_cell_t& cell) {
+    yx_net_u1_t& net = root.UU.U1;
+    if ((cell.flags & kol_cell_single) != 0) {
+        yx_signal_state_rec& seen = kol_pin_state(*kol_drivers_of(root)[0].pin, root);
+        seen.state = cell.seen;
+        seen.time = cell.seen_time;
+    }
+    if ((cell.flags & kol_cell_changed) != 0) {
+        kol_write_net(cell, net);
+        mark_stale(static_cast<std::uint32_t>(root.self));
+    }
+    cell.flags &= static_cast<std::uint8_t>(~(kol_cell_listed | kol_cell_changed));
+}
+
+}  // namespace
+
+bool kol_prepare_cells() {
+    build_when_changed();
+    if (!kol_cells.made.is_possible) return false;
+    if (!kol_cells.made.has_states) kol_read_cell_states();
+    kol_cells.made.has_states = true;
+    mark_breaks();
+    const std::int64_t longest = std::min<std::int64_t>(2 * std::int64_t{kol_max_delay}, last_time);
+    kol_cells.wheel.begin(kol_ext.cur_time, static_cast<std::int32_t>(longest),
+                          kol_first_force() << kol_what_shift, kol_first_driver() << kol_what_shift);
+    kol_cells.drivers.clear();
+    kol_cells.driver_of.clear();
+    return true;
+}
+
+void kol_write_back_cells() {
+    for (const std::uint32_t at : kol_cells.listed)
+        write_back(*yx_ptrto_net_rec(static_cast<std::int32_t>(at)), kol_cells.cell[at]);
+    kol_cells.listed.clear();
+}
+
+void kol_note_data_time(const kol_register_t& clocked) {
+    const yx_inst_record_t& inst = *kol_cells.called[clocked.clock].pin->instance_ptr;
+    clocked.note_data_time(inst, std::max(kol_cells.cell[clocked.data].cur_time, 0));
+}
+
+void kol_bring_records_up() {
+    for (const std::uint32_t at : kol_cells.stale) {
+        kol_write_fed_pins(kol_cells.cell[at], *yx_ptrto_net_rec(static_cast<std::int32_t>(at)));
+        kol_cells.is_stale[at] = false;
+    }
+    kol_cells.stale.clear();
+    if (!kol_cells.made.is_made || !kol_cells.made.has_states) return;
+    for (const kol_register_t& clocked : kol_cells.registers) kol_note_data_time(clocked);
+}

@@ -1,0 +1,42 @@
+// Breaks, keys and the limit, in this order.
+#include "kernel/run_end.h"
+
+#include "foundation/context.h"
+#include "foundation/shell.h"
+#include "kernel/run_messages.h"
+
+namespace {
+
+constexpr std::int32_t run_limit = 50;  // errors and warnings of a run
+
+bool breaks_at(const kol_executed_t& executed) {
+    const yx_net_u1_t& net = executed.net->UU.U1;
+    return executed.time != kol_ext.start_time && net.break_signal != nullptr &&
+           net.break_signal->state == net.cur_state.state;
+}
+
+// True ends the run.
+bool ask_user(const kol_executed_t& executed) {
+    if (!executed.is_force) return false;
+    if (tm_shell.take_control_key('s')) {
+        kol_say_break_request(kol_ext.cur_time);
+        return true;
+    }
+    if (tm_shell.take_control_key('b')) kol_say_status(kol_ext.cur_time);
+    return false;
+}
+
+}  // namespace
+
+std::int32_t kol_counted() { return tm_vext.num_errors + tm_vext.num_warnings; }
+
+bool kol_is_run_ended(const kol_executed_t& executed, std::int32_t counted_before) {
+    if (breaks_at(executed)) {
+        kol_say_break(*executed.net, kol_ext.cur_time);
+        return true;
+    }
+    if (ask_user(executed)) return true;
+    if (kol_counted() - counted_before <= run_limit) return false;
+    kol_say_limit(kol_ext.cur_time);
+    return true;
+}

@@ -1,0 +1,254 @@
+// The run over cells against the general way: the same designs, stimuli and interruptions, every change,
+// message and record compared.
+#include "kernel/cell_run.h"
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <random>
+
+#include "foundation/context.h"
+#include "kernel/cell_records.h"
+#include "kernel/history.h"
+#include "kernel/queue.h"
+#include "kernel/setup.h"
+#include "support/design_build.h"
+#include "support/session.h"
+#include "support/stimuli.h"
+
+namespace {
+
+constexpr int inputs = 5, nets = 14;
+
+struct dice {
+    std::mt19937 random;
+    int of(int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); }
+    bool one_in(int n) { return of(n) == 0; }
+    template <typename... Word>
+    std::string choose(const Word&... words) {
+        const std::array<std::string, sizeof...(words)> all{words...};
+        return all[static_cast<std::size_t>(of(static_cast<int>(all.size())))];
+    }
+};
+
+std::string input_name(int k) { return "a" + std::to_string(k); }
+std::string net_name(int k) { return "n" + std::to_string(k); }
+
+// A net that something may read: a stimulus, a driven net, a sub-net or a bit of the bus.
+std::string any_net(dice& d) {
+    if (d.one_in(3)) return input_name(d.of(inputs));
+    if (d.one_in(12)) return d.choose("s1", "s2", "d.0", "d.1", "d.2");
+    return net_name(d.of(nets));
+}
+
+std::string delays(dice& d, int longest) {
+    std::string text;
+    for (const char* property : {" rise ", " fall "}) text += property + std::to_string(d.of(longest));
+    if (d.one_in(4)) text += " irise " + std::to_string(d.of(4)) + " ifall " + std::to_string(d.of(3));
+    return text;
+}
+
+std::string gate(dice& d, int number, const std::string& output, int longest) {
+    std::string text =
+        d.choose("and", "nand", "or", "nor", "xor") + " g" + std::to_string(number) + " " + output + " =";
+    for (int k = d.one_in(6) ? 5 : 1 + d.of(3); k > 0; --k) text += " " + any_net(d);
+    if (d.one_in(12)) text += " d";
+    text += delays(d, longest);
+    return text + (d.one_in(5) ? " drive " + d.choose("SZSS", "WWWW", "ZSRW", "UUSS") : "");
+}
+
+// Limits of the data: none, a setup time, or a hold time, too.
+std::string register_of(dice& d, int number, const std::string& output, int longest) {
+    const std::string name = d.choose("dff", "dff", "latch") + " g" + std::to_string(number);
+    const bool is_latch = name.starts_with("latch");
+    const std::string clock = is_latch ? "EN:" : d.choose("CLKP:", "CLKN:", "CLKX:");
+    std::string text =
+        name + " " + d.choose("Q:", "QB:") + output + " = D:" + any_net(d) + " " + clock + any_net(d);
+    if (d.one_in(4)) text += " RP:" + any_net(d);
+    text += delays(d, longest) + "; pin /g" + std::to_string(number) + "/D edge " + d.choose("X", "X", "R");
+    if (d.one_in(2)) text += " setup " + std::to_string(d.of(6));
+    if (d.one_in(6)) text += " hold " + std::to_string(d.of(6));
+    return text;
+}
+
+std::string random_design(dice& d) {
+    const int longest = d.one_in(5) ? 3000 : d.one_in(3) ? 3 : 9;
+    std::string text =
+        "bus d 3; net t; sub s1 of t; sub s2 of s1; net n13 init 1; net n12 " + d.choose("fixed", "kind 4");
+    for (int k = 0; k < inputs; ++k) text += "; net " + input_name(k);
+    for (int k = 0; k < nets; ++k) {
+        const std::string output = k == 3 ? "s2" : k == 4 ? "d.1" : k == 5 ? "d" : net_name(k);
+        text +=
+            "; " + (d.one_in(4) && k != 5 ? register_of(d, k, output, longest) : gate(d, k, output, longest));
+    }
+    if (d.one_in(2)) text += "; " + gate(d, nets, net_name(d.of(nets)), longest);  // a second driver
+    if (d.one_in(3))
+        text += "; smos w = A:" + net_name(6) + " B:" + net_name(7) + " EP:a0; pin /w/A io 4; pin /w/B io 4";
+    return text;
+}
+
+const auto all_names = [] {
+    std::vector<std::string> names{"t", "d[0]", "d[1]", "d[2]"};
+    for (int k = 0; k < inputs; ++k) names.push_back(input_name(k));
+    for (int k = 0; k < nets; ++k)
+        if (k < 3 || k > 5) names.push_back(net_name(k));
+    return names;
+}();
+
+struct force_t {
+    std::string net;
+    std::int8_t state;
+    std::int32_t time;
+};
+
+struct schedule_t {
+    std::string stimuli;          // queued at once
+    std::vector<force_t> forces;  // entered by the runs
+    std::vector<force_t> clocked;
+    std::int32_t period;
+    std::vector<std::string> observed;
+    std::string broken;  // the net with a break
+    int ends[3];
+    bool looks_for_spikes[3];
+};
+
+std::string random_stimuli(dice& d, int from, int to) {
+    std::string text;
+    for (int k = 2 + d.of(25); k > 0; --k) {
+        const std::string net = d.one_in(15) ? d.choose("n12", "n1", "t") : input_name(d.of(inputs));
+        text += net + "=" + d.choose("0", "1", "0", "1", "x", "0z", "i") + "@" +
+                std::to_string(from + d.of(to - from)) + " ";
+    }
+    return text;
+}
+
+std::vector<force_t> random_forces(dice& d, int count, int span) {
+    std::vector<force_t> forces;
+    for (; count > 0; --count)
+        forces.push_back({input_name(d.of(inputs)),
+                          static_cast<std::int8_t>(d.one_in(8) ? 18 : 17 + 2 * d.of(2)), d.of(span)});
+    return forces;
+}
+
+schedule_t random_schedule(dice& d, int span) {
+    schedule_t s{};
+    s.stimuli = random_stimuli(d, 0, 3 * span);
+    s.forces = random_forces(d, d.of(20), 3 * span + 5);
+    s.period = 1 + d.of(span);
+    s.clocked = random_forces(d, d.one_in(2) ? d.of(3) : 0, 2 * s.period);
+    const int share = 1 + d.of(3);
+    for (const std::string& name : all_names)
+        if (d.one_in(share)) s.observed.push_back(name);
+    if (d.one_in(3)) s.broken = all_names[static_cast<std::size_t>(d.of(static_cast<int>(all_names.size())))];
+    for (int k = 0; k < 3; ++k) {
+        s.ends[k] = span * (k + 1) + d.of(3);
+        s.looks_for_spikes[k] = d.one_in(6);
+    }
+    return s;
+}
+
+// The user's forces and clocks while it lives.
+struct entered_t {
+    std::deque<kol_force_rec_t> records;
+    kol_forceblk_rec_t block;
+
+    kol_force_rec_t* chain(const std::vector<force_t>& forces, kol_force_rec_t*& last) {
+        kol_force_rec_t* first = nullptr;
+        for (const force_t& force : forces) {
+            kol_force_rec_t& record = records.emplace_back();
+            record.net = &tst_net(force.net);
+            record.state = force.state;
+            record.time = force.time;
+            record.previous = last;
+            (last == nullptr ? first : last->next) = &record;
+            last = &record;
+        }
+        return first;
+    }
+    explicit entered_t(const schedule_t& s) {
+        kol_ext.start_force = chain(s.forces, kol_ext.last_force);
+        block.clock_period = s.period;
+        block.start_force = chain(s.clocked, block.last_force);
+        kol_ext.start_clock_force_blk = kol_ext.last_clock_force_blk = &block;
+    }
+    ~entered_t() {
+        kol_ext.start_force = kol_ext.last_force = nullptr;
+        kol_ext.start_clock_force_blk = kol_ext.last_clock_force_blk = nullptr;
+    }
+};
+
+void restart(const schedule_t& s) {
+    kol_ext.cur_time = kol_ext.end_time = 0;
+    kol_ext.spiked = false;
+    tm_vext.num_errors = tm_vext.num_warnings = 0;
+    kol_init_net_state();
+    tst_take_text();
+    for (const std::string& name : s.observed) kol_observe_net(&tst_net(name));
+}
+
+std::string seen_by(const yx_signal_state_rec& seen) {
+    return tst_state_text(seen.state) + std::to_string(seen.time) + " ";
+}
+
+// What can be seen of nets, pins and queue.
+std::string records() {
+    kol_bring_records_up();
+    std::string text;
+    for (std::int32_t i = 1; i <= yx_sext.max_net_cur; ++i) {
+        const yx_net_record_t& net = *yx_ptrto_net_rec(i);
+        if (net.net_type != YX_TSTD_BUS)
+            text += seen_by(net.UU.U1.cur_state) + tst_state_text(net.UU.U1.old_state.state) + " ";
+    }
+    for (std::int32_t i = 1; i <= yx_sext.max_pin_cur; ++i) {
+        yx_pin_record_t& pin = *yx_ptrto_pin_rec(i);
+        for (std::int32_t bit = pin.pin_start; pin.pin_end != 0 && bit <= pin.pin_end; ++bit)
+            text += seen_by(kol_pin_state(pin, *yx_ptrto_net_rec(kol_member_index(pin, bit))));
+        if (pin.pin_end == 0) text += seen_by(pin.pin_state.std);
+    }
+    return text + tst_queue_text();
+}
+
+std::string follow(const schedule_t& s, bool on_cells) {
+    kol_cells_are_used = on_cells;
+    restart(s);
+    yx_break_signal_rec_t record;
+    if (!s.broken.empty()) {
+        record.net = &tst_net(s.broken);
+        record.state = 19;
+        kol_ext.break_signal = record.net->UU.U1.break_signal = &record;
+    }
+    const entered_t entered(s);
+    std::string text;
+    tst_schedule(s.stimuli);
+    for (int k = 0; k < 3; ++k) {
+        kol_ext.spike_on = s.looks_for_spikes[k];
+        tst_run_until(std::max(s.ends[k], kol_ext.cur_time));
+        text +=
+            std::to_string(kol_ext.cur_time) + (kol_ext.time_breaked ? " broken\n" : "\n") + records() + "\n";
+        for (const std::string& name : s.observed) text += name + " " + tst_history_of(name) + "\n";
+    }
+    if (!s.broken.empty()) kol_ext.break_signal = record.net->UU.U1.break_signal = nullptr;
+    for (const std::string& name : s.observed) kol_forget_net(&tst_net(name));
+    return text + tst_take_text();
+}
+
+TEST(cell_run, does_what_the_general_way_does) {
+    std::size_t changes = 0;
+    for (unsigned round = 0; round < 150; ++round) {
+        dice d{std::mt19937(round)};
+        const std::string design = random_design(d);
+        tst_build(design);
+        for (int k = 0; k < 40; ++k) {
+            const schedule_t schedule = random_schedule(d, d.one_in(5) ? 4000 : 40);
+            const std::string text = follow(schedule, true);
+            changes += text.size();
+            ASSERT_EQ(text, follow(schedule, false)) << "round " << round << " schedule " << k << "\n"
+                                                     << design << "\n"
+                                                     << schedule.stimuli;
+        }
+    }
+    EXPECT_GT(changes, 1000000U);
+    kol_cells_are_used = true;
+}
+
+}  // namespace
