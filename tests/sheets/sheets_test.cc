@@ -393,8 +393,8 @@ TEST_F(walked_sheets, draw_every_word_as_a_thick_wire_joined_to_its_parts) {
                                      "q[7:0]", "turned.A[1:0]", "u1.x[3:0]", "u1.z[3:0]", "u2.z[3:0]"}));
     EXPECT_EQ(page.taps.size(), 2U + 2U + 2U + 2U)
         << "of u1.x, u1.z without what nothing reads, u2.z and turned";
-    EXPECT_EQ(page.cells.at("u1"), "x_paramod_page_2/sheet.tm_1");
-    EXPECT_TRUE(std::filesystem::exists(folder / "x_paramod_page_2/symbol.tm"));
+    EXPECT_EQ(page.cells.at("u1"), "xpage_2_2/sheet.tm_1");
+    EXPECT_TRUE(std::filesystem::exists(folder / "xpage_2_2/symbol.tm"));
     type("view down u2");
     EXPECT_NE(net_named("N_5"), net_named("/N_5")) << "the number is that of the sheet in the window";
 }

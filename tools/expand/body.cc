@@ -1,6 +1,8 @@
 // The names of a module, and how its module instances are bound.
 #include "expand/body.h"
 
+#include "expand/register_names.h"
+
 namespace {
 
 std::string_view keep(xp_mapping& m, std::string_view text) { return xp_keep(m.netlist.texts, text); }
@@ -54,9 +56,15 @@ void name_nets(xp_mapping& m, bool hidden) {
 
 void name_cells(xp_mapping& m, bool hidden) {
     std::size_t count = 0;
-    for (std::size_t i = 0; i < m.module.cells.size(); ++i)
-        if (const std::string_view raw = m.module.cells[i].name; m.module.cells[i].hidden == hidden)
-            m.body.cell_names[i] = take_name(m, raw, hidden ? short_name('g', count) : xp_clean_name(raw));
+    const std::vector<std::string> registers = hidden ? xp_register_names(m) : std::vector<std::string>();
+    for (std::size_t i = 0; i < m.module.cells.size(); ++i) {
+        const std::string_view raw = m.module.cells[i].name;
+        if (m.module.cells[i].hidden != hidden) continue;
+        const std::string wanted = !hidden                 ? xp_clean_name(raw)
+                                   : !registers[i].empty() ? registers[i]
+                                                           : short_name('g', count);
+        m.body.cell_names[i] = take_name(m, raw, wanted);
+    }
 }
 
 // The port of the module whose name differs in case only.

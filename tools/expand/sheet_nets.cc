@@ -43,17 +43,22 @@ void find_seen(naming& n) {
 // where nothing else does.
 struct candidate {
     std::uint32_t name = 0;
-    bool is_used = false;
+    bool is_used = false, is_mixed = false;  // mixed: with constants
 };
 
 std::vector<candidate> vectors_by_need(const naming& n) {
     std::vector<candidate> vectors;
     for (const std::uint32_t name : xp_naming_order(n.nets.body))
-        if (xp_is_vector(n.nets.body.names[name]))
-            vectors.push_back({name, n.uses.contains(bits_of(n.nets.module, n.nets.body.names[name].bits))});
+        if (xp_is_vector(n.nets.body.names[name])) {
+            const std::vector<std::int32_t> bits = bits_of(n.nets.module, n.nets.body.names[name].bits);
+            const bool is_mixed =
+                std::any_of(bits.begin(), bits.end(), [](std::int32_t bit) { return bit < 0; });
+            vectors.push_back({name, n.uses.contains(bits), is_mixed});
+        }
     std::stable_sort(vectors.begin(), vectors.end(), [&](const candidate& a, const candidate& b) {
         const xp_net_name &left = n.nets.body.names[a.name], &right = n.nets.body.names[b.name];
         if (a.is_used != b.is_used) return a.is_used;
+        if (a.is_mixed != b.is_mixed) return b.is_mixed;
         if (left.hidden != right.hidden) return right.hidden;
         return left.bits.count > right.bits.count;
     });
@@ -81,6 +86,18 @@ void give_names(naming& n, std::uint32_t name) {
         n.nets.names[at(bit)] = {0, name, k};
         n.is_named[at(bit)] = true;
     }
+}
+
+// What no vector names as a whole: single bits before parts of vectors.
+std::vector<std::uint32_t> remaining_names(const naming& n) {
+    std::vector<std::uint32_t> names = xp_naming_order(n.nets.body);
+    const auto rank = [&](std::uint32_t name) {
+        const xp_net_name& own = n.nets.body.names[name];
+        return (own.hidden ? 2 : 0) + (xp_is_vector(own) ? 1 : 0);
+    };
+    std::stable_sort(names.begin(), names.end(),
+                     [&](std::uint32_t a, std::uint32_t b) { return rank(a) < rank(b); });
+    return names;
 }
 
 // ---- words
@@ -178,7 +195,7 @@ void xp_name_sheet_bits(xp_sheet_nets& nets) {
         nets.whole.try_emplace(bits_of(nets.module, nets.body.names[vector.name].bits), vector.name);
         if (can_name(n, vector)) give_names(n, vector.name);
     }
-    for (const std::uint32_t name : xp_naming_order(nets.body)) give_names(n, name);
+    for (const std::uint32_t name : remaining_names(n)) give_names(n, name);
 }
 
 std::int32_t xp_sheet_scalar(xp_sheet_nets& nets, std::int32_t bit) {

@@ -144,7 +144,9 @@ void add_primitive(planner& p, xp_sheet_cell& drawn) {
 void add_module(planner& p, xp_sheet_cell& drawn, const xp_child& child) {
     const std::vector<port_look> ports = ports_of_module(p, child.module);
     drawn.module = static_cast<std::int32_t>(child.module);
-    drawn.kind.model = xp_clean_name(p.netlist.modules[child.module].name);
+    const std::string_view name = p.netlist.modules[child.module].name;
+    drawn.kind.model = xp_clean_name(xp_readable_name(name));
+    if (xp_clean_name(name) != drawn.kind.model) drawn.kind.module = name;
     std::vector<std::string_view> names;
     for (const xp_port& port : p.netlist.modules[child.module].ports) names.push_back(port.name);
     add_ports(p, drawn, ports, names);
@@ -297,6 +299,14 @@ void join_by_name(planner& p) {
 
 }  // namespace
 
+// Of "$paramod\\alu\\W=..." and "$paramod$1f3a...\\alu".
+std::string_view xp_readable_name(std::string_view module) {
+    const std::size_t begin = module.find('\\');
+    if (!module.starts_with("$paramod") || begin == std::string_view::npos) return module;
+    const std::string_view name = module.substr(begin + 1);
+    return name.substr(0, name.find('\\'));
+}
+
 void xp_plan_sheet(const xp_flat& flat, std::uint32_t module, const std::string constant_names[xp_constants],
                    xp_sheet_plan& plan) {
     const xp_module& contents = flat.netlist->modules[module];
@@ -304,7 +314,7 @@ void xp_plan_sheet(const xp_flat& flat, std::uint32_t module, const std::string 
     planner p{
         flat, *flat.netlist, module, plan, {flat, contents, body, constant_names, plan, {}, {}, {}, {}, {}},
         {}};
-    plan.title = xp_clean_name(contents.name);
+    plan.title = xp_clean_name(xp_readable_name(contents.name));
     xp_name_sheet_bits(p.nets);
     find_models(p);
     add_cells(p);

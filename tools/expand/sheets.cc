@@ -104,7 +104,7 @@ void find_modules(draughtsman& d) {
     for (const xp_scope& scope : d.flat.scopes) {
         module_sheets& m = d.modules[scope.module];
         if (!m.is_reached && scope.parent >= 0)
-            m.folder = free_folder(d, xp_clean_name(xp_module_of(d.flat, scope).name), "");
+            m.folder = free_folder(d, xp_clean_name(xp_readable_name(xp_module_of(d.flat, scope).name)), "");
         m.is_reached = true;
         m.depth = std::min(m.depth, scope.depth);
     }

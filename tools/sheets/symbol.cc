@@ -284,7 +284,7 @@ void sg_draw_symbol(const sg_symbol_kind& kind, sg_symbol& symbol) {
 
 std::string sg_key(const sg_symbol_kind& kind) {
     std::string key = std::to_string(static_cast<int>(kind.form)) + (kind.is_inverted ? "!" : ":") +
-                      kind.model + "/" + kind.type;
+                      kind.model + "/" + kind.type + "/" + kind.module;
     for (const sg_pin_kind& pin : kind.pins) {
         (key += '|') += pin.name;
         for (const bool flag : {pin.is_right, pin.is_bus, pin.is_clock, pin.is_low, pin.is_control})

@@ -32,8 +32,9 @@ struct sg_pin_kind {
 struct sg_symbol_kind {
     sg_form form = sg_form::box;
     bool is_inverted = false;
-    std::string model;  // MODEL: that of the simulator, or the module
-    std::string type;   // TYPE: of the cell, where the model does not say it
+    std::string model;   // MODEL: that of the simulator, or the module
+    std::string type;    // TYPE: of the cell, where the model does not say it
+    std::string module;  // MODULE: the full name of a module that is called MODEL, empty for the same
     std::vector<sg_pin_kind> pins;
 };
 

@@ -104,6 +104,10 @@ std::int16_t add_symbol(author& a, const sg_drawn_symbol& symbol) {
                         add_property(a, "MODEL", symbol.kind.model, symbol.shape.model, {}, shape_colour);
                         if (!symbol.kind.type.empty())
                             add_property(a, "TYPE", symbol.kind.type, symbol.shape.type, {}, shape_colour);
+                        if (!symbol.kind.module.empty())
+                            add_property(a, "MODULE", symbol.kind.module,
+                                         {symbol.shape.model.at, symbol.shape.model.height, false}, {},
+                                         shape_colour);
                     });
                     add_shapes(a, symbol.shape);
                 });
@@ -282,7 +286,7 @@ bool save_file(author& a, std::string& why) {
 
 std::size_t objects_of(const sg_drawn_symbol& symbol) {
     const sg_symbol& shape = symbol.shape;
-    return 7 + shape.lines.size() + shape.arcs.size() + shape.circles.size() + 2 * symbol.kind.pins.size();
+    return 8 + shape.lines.size() + shape.arcs.size() + shape.circles.size() + 2 * symbol.kind.pins.size();
 }
 
 std::size_t objects_of(const sg_drawn_net& net) {
