@@ -37,6 +37,7 @@ struct drawn_page {
     std::vector<sg_rectangle> bodies;
     std::vector<std::pair<std::string, sg_rectangle>> texts;  // that are seen
     std::map<std::string, std::string> cells;                 // symbol path by INST
+    std::map<std::string, sg_point> origins;                  // by INST
 };
 
 inline sg_point place_of(tm_file_index_t file, std::int16_t id) {
@@ -65,6 +66,7 @@ inline void read_instance(tm_file_index_t file, std::int16_t id, drawn_page& pag
     EXPECT_TRUE(
         page.cells.emplace(name, tm_view(tm_object_as<tm_type_symbol>(file, instance.symbol).path)).second)
         << name << " twice";
+    page.origins[name] = place_of(file, id);
     sg_rectangle body{INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN};
     for (const kol_placed_pin_t& pin : kol_pins_of(file, id)) {
         page.pins.push_back({place_of(file, pin.placed), kol_pin_name(file, pin), name});

@@ -399,6 +399,80 @@ TEST_F(walked_sheets, draw_every_word_as_a_thick_wire_joined_to_its_parts) {
     EXPECT_NE(net_named("N_5"), net_named("/N_5")) << "the number is that of the sheet in the window";
 }
 
+// ---- what stands together
+
+json flip_flop(json d, json q) { return word_cell("$_DFF_P_", 0, {{"C", {2}}, {"D", {d}}, {"Q", {q}}}); }
+
+// A register of 8 bits that counts oddly, its cells in no order; a shift register of 6; 60 inverters, each
+// with three readers on two further levels.
+json mixed_registers() {
+    json cells = json::object();
+    const auto gate = [&](const std::string& name, const char* type, json connections) {
+        cells[name] = word_cell(type, 0, std::move(connections));
+    };
+    for (int bit = 0; bit < 8; ++bit) {
+        cells["f" + std::to_string(bit * 5 % 8)] = flip_flop(40 + bit, 20 + bit);
+        gate("x" + std::to_string(bit), "$_XOR_",
+             {{"A", {20 + bit}}, {"B", {20 + (bit + 3) % 8}}, {"Y", {40 + bit}}});
+    }
+    for (int bit = 0; bit < 6; ++bit)
+        cells["s" + std::to_string(bit)] = flip_flop(bit == 0 ? 3 : 59 + bit, 60 + bit);
+    for (int i = 0; i < 60; ++i) {
+        gate("i" + std::to_string(i), "$_NOT_", {{"A", {100 + i}}, {"Y", {200 + i}}});
+        gate("a" + std::to_string(i), "$_AND_",
+             {{"A", {200 + i}}, {"B", {200 + (i + 1) % 60}}, {"Y", {300 + i}}});
+        gate("o" + std::to_string(i), "$_OR_", {{"A", {200 + i}}, {"B", {300 + i}}, {"Y", {400 + i}}});
+    }
+    const auto range = [](int first, int count) {
+        std::vector<int> bits(static_cast<std::size_t>(count));
+        std::iota(bits.begin(), bits.end(), first);
+        return bits;
+    };
+    const json ports = {{"clk", port("input", {2})},          {"d", port("input", {3})},
+                        {"a", port("input", range(100, 60))}, {"y", port("output", range(400, 60))},
+                        {"out", port("output", {65})},        {"q", port("output", range(20, 8))}};
+    return {{"modules",
+             {{"mixed",
+               {{"attributes", {{"top", "1"}}},
+                {"ports", ports},
+                {"cells", cells},
+                {"netnames", {{"shift", {{"bits", range(60, 6)}}}}}}}}}};
+}
+
+// The page with the instance, and where it stands.
+std::pair<std::size_t, sg_point> place_of(const std::vector<drawn_page>& pages, const std::string& name) {
+    for (std::size_t page = 0; page < pages.size(); ++page)
+        if (const auto at = pages[page].origins.find(name); at != pages[page].origins.end())
+            return {page, at->second};
+    ADD_FAILURE() << name << " is nowhere";
+    return {};
+}
+
+TEST_F(walked_sheets, keep_together_what_belongs_together) {
+    walk(file("mixed.json", mixed_registers().dump()));
+    std::vector<drawn_page> pages;
+    type("view sheet");
+    do pages.push_back(read_page(sheet()));
+    while (type("view sheet page next").size() == 1);
+    EXPECT_GT(pages.size(), 3U);
+    for (int bit = 7; bit > 0; --bit) {
+        const auto upper = place_of(pages, "f" + std::to_string(bit * 5 % 8));
+        const auto lower = place_of(pages, "f" + std::to_string((bit - 1) * 5 % 8));
+        EXPECT_EQ(upper.first, lower.first) << bit;
+        EXPECT_EQ(upper.second.x, lower.second.x) << bit;
+        EXPECT_GT(upper.second.y, lower.second.y) << bit;
+        EXPECT_EQ(upper.first, place_of(pages, "x" + std::to_string(bit)).first) << "its logic";
+        if (bit < 2 || bit > 6) continue;
+        const auto from = place_of(pages, "s" + std::to_string(bit - 2)),
+                   to = place_of(pages, "s" + std::to_string(bit - 1));
+        EXPECT_EQ(from.first, to.first) << bit;
+        EXPECT_LT(from.second.x, to.second.x) << bit;
+    }
+    for (const drawn_page& page : pages)
+        EXPECT_TRUE(std::any_of(page.cells.begin(), page.cells.end(),
+                                [](const auto& cell) { return !cell.first.starts_with('i'); }));
+}
+
 std::string inverters(const std::string& name, int count, const std::string& below) {
     json cells = json::object(), module;
     for (int i = 0; i < count; ++i)

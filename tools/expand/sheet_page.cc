@@ -131,6 +131,7 @@ sg_box box_of_cell(xp_pager& p, const xp_sheet_cell& cell, const sg_symbol& shap
     sg_box box;
     box.is_register = cell.is_register || cell.module >= 0;
     box.can_flip = shape.is_even;
+    box.column = cell.column;
     box.width = shape.width;
     box.above = shape.above;
     box.below = shape.below;

@@ -119,6 +119,17 @@ void add_ports(planner& p, xp_sheet_cell& drawn, const std::vector<port_look>& p
             add_pin(drawn, ports[i], "", -1);
 }
 
+void find_vector(const planner& p, xp_sheet_cell& drawn) {
+    for (std::size_t pin = 0; pin < drawn.nets.size(); ++pin) {
+        const std::int32_t net = drawn.nets[pin];
+        if (!drawn.kind.pins[pin].is_right || net < 0 || p.plan.nets[at(net)].is_bus) continue;
+        const std::int32_t bit = p.plan.nets[at(net)].bits[0];
+        if (bit < 0 || !xp_is_vector(body_of(p).names[p.nets.names[at(bit)].name])) continue;
+        drawn.vector = static_cast<std::int32_t>(p.nets.names[at(bit)].name);
+        drawn.vector_bit = p.nets.names[at(bit)].bit;
+    }
+}
+
 void add_primitive(planner& p, xp_sheet_cell& drawn) {
     const xp_cell& cell = module_of(p).cells[drawn.cell];
     const xp_connection* input = xp_find_connection(module_of(p), cell, "A");
@@ -139,6 +150,7 @@ void add_primitive(planner& p, xp_sheet_cell& drawn) {
     std::vector<std::string_view> names;
     for (const port_look& port : ports) names.push_back(port.name);
     add_ports(p, drawn, ports, names);
+    if (drawn.is_register) find_vector(p, drawn);
 }
 
 void add_module(planner& p, xp_sheet_cell& drawn, const xp_child& child) {

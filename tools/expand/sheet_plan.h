@@ -39,7 +39,9 @@ struct xp_sheet_cell {
     sg_symbol_kind kind;
     bool is_register = false;
     std::vector<std::int32_t> nets;  // by pin, -1 for none
-    std::int32_t page = 0;
+    std::int32_t vector = -1;        // of a register of one bit: the name of the module whose bit it stores
+    std::uint32_t vector_bit = 0;
+    std::int32_t column = -1;  // registers of one column stand in it in their order
 };
 
 struct xp_sheet_port {
@@ -54,7 +56,7 @@ struct xp_sheet_plan {
     std::vector<xp_sheet_cell> cells;
     std::vector<xp_sheet_port> ports;
     std::vector<std::vector<std::int32_t>> ports_at;               // by net
-    std::vector<std::vector<std::int32_t>> page_cells, page_nets;  // by page, in ascending order
+    std::vector<std::vector<std::int32_t>> page_cells, page_nets;  // by page; nets in ascending order
     std::int32_t page_count() const { return static_cast<std::int32_t>(page_cells.size()); }
 };
 

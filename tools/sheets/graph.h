@@ -39,8 +39,9 @@ struct sg_box_pin {
 struct sg_box {
     sg_place place = sg_place::inner;
     bool is_register = false;
-    bool can_flip = false;   // may be turned upside down: the rows of its pins lie evenly about the origin
-    std::int32_t width = 0;  // between the columns of its pins
+    bool can_flip = false;     // may be turned upside down: the rows of its pins lie evenly about the origin
+    std::int32_t column = -1;  // boxes of one column stand in one rank, one below the other in their order
+    std::int32_t width = 0;    // between the columns of its pins
     std::int32_t above = 0, below = 0;               // its extent with its texts, from the origin
     std::int32_t margin_left = 0, margin_right = 0;  // beyond the columns of its pins
     std::vector<sg_box_pin> pins;

@@ -1,6 +1,7 @@
 // The order of the nodes within their ranks, in which few wires cross.
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "sheets/layered.h"
 
@@ -15,6 +16,32 @@ struct ordering {
     sg_reaches reaches;
 };
 
+std::int32_t column_of(const sg_layered& l, std::int32_t node) {
+    const std::int32_t box = l.nodes[at(node)].box;
+    return box < 0 ? -1 : l.graph.boxes[at(box)].column;
+}
+
+// Gives the boxes of a column one key, so that they stand together.
+void join_columns(const sg_layered& l, const std::vector<std::int32_t>& nodes, std::vector<double>& key) {
+    std::map<std::int32_t, std::pair<double, int>> sums;
+    for (const std::int32_t node : nodes)
+        if (const std::int32_t column = column_of(l, node); column >= 0) {
+            sums[column].first += key[at(node)];
+            ++sums[column].second;
+        }
+    for (const std::int32_t node : nodes)
+        if (const std::int32_t column = column_of(l, node); column >= 0)
+            key[at(node)] = sums[column].first / sums[column].second;
+}
+
+// Whether a must stand above b: in a column by their order, beside it as the keys say.
+bool is_above(const sg_layered& l, const std::vector<double>& key, std::int32_t a, std::int32_t b) {
+    if (key[at(a)] != key[at(b)]) return key[at(a)] < key[at(b)];
+    const std::int32_t column_a = column_of(l, a), column_b = column_of(l, b);
+    if (column_a != column_b) return column_a < column_b;
+    return column_a >= 0 && l.nodes[at(a)].box < l.nodes[at(b)].box;
+}
+
 void sort_rank(ordering& o, std::int32_t rank, const std::vector<std::vector<sg_reach>>& reaches) {
     std::vector<std::int32_t>& nodes = o.l.ranks[at(rank)];
     std::vector<double> key(o.l.nodes.size());
@@ -24,8 +51,9 @@ void sort_rank(ordering& o, std::int32_t rank, const std::vector<std::vector<sg_
         key[at(node)] = reaches[at(node)].empty() ? o.l.nodes[at(node)].y
                                                   : sum / static_cast<double>(reaches[at(node)].size());
     }
+    join_columns(o.l, nodes, key);
     std::stable_sort(nodes.begin(), nodes.end(),
-                     [&](std::int32_t a, std::int32_t b) { return key[at(a)] < key[at(b)]; });
+                     [&](std::int32_t a, std::int32_t b) { return is_above(o.l, key, a, b); });
     std::vector<double> wanted;
     for (const std::int32_t node : nodes) wanted.push_back(key[at(node)]);
     sg_spread_rank(o.l, nodes, wanted, std::vector<double>(nodes.size(), 1));
@@ -87,6 +115,7 @@ void exchange_neighbours(ordering& o) {
                     return crossings_of_pair(o, o.reaches.to_left[at(upper)], o.reaches.to_left[at(lower)]) +
                            crossings_of_pair(o, o.reaches.to_right[at(upper)], o.reaches.to_right[at(lower)]);
                 };
+                if (column_of(o.l, nodes[i]) >= 0 || column_of(o.l, nodes[i + 1]) >= 0) continue;
                 if (cost(nodes[i + 1], nodes[i]) >= cost(nodes[i], nodes[i + 1])) continue;
                 std::swap(nodes[i], nodes[i + 1]);
                 is_changed = true;

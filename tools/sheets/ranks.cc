@@ -1,5 +1,6 @@
 // The ranks of boxes: loops cut, pages shaped, wires shortened.
 #include <algorithm>
+#include <map>
 #include <numeric>
 
 #include "sheets/layered.h"
@@ -17,19 +18,36 @@ using edges = std::vector<std::vector<std::int32_t>>;
 
 struct ranking {
     const sg_graph& graph;
+    std::vector<std::int32_t> leader;  // by box: the first of its column, which stands for it
+    std::vector<std::int32_t> height;  // by box: of the column that it leads
     std::vector<std::vector<std::int32_t>> drivers, sinks;  // boxes by net
     edges next, previous;                                   // without a loop
 };
 
 std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 
+void find_columns(ranking& r) {
+    std::map<std::int32_t, std::int32_t> first;  // box by column
+    for (std::size_t box = 0; box < r.graph.boxes.size(); ++box) {
+        const sg_box& b = r.graph.boxes[box];
+        const auto own = static_cast<std::int32_t>(box);
+        r.leader.push_back(b.column < 0 ? own : first.try_emplace(b.column, own).first->second);
+        r.height.push_back(0);
+        r.height[at(r.leader.back())] += b.above + b.below;
+    }
+}
+
 void find_ends(ranking& r) {
     r.drivers.resize(at(r.graph.net_count));
     r.sinks.resize(at(r.graph.net_count));
     for (std::size_t box = 0; box < r.graph.boxes.size(); ++box)
         for (const sg_box_pin& pin : r.graph.boxes[box].pins)
-            if (pin.net >= 0)
-                (pin.is_right ? r.drivers : r.sinks)[at(pin.net)].push_back(static_cast<std::int32_t>(box));
+            if (pin.net >= 0) (pin.is_right ? r.drivers : r.sinks)[at(pin.net)].push_back(r.leader[box]);
+    for (auto* ends : {&r.drivers, &r.sinks})
+        for (std::vector<std::int32_t>& boxes : *ends) {
+            std::sort(boxes.begin(), boxes.end());
+            boxes.erase(std::unique(boxes.begin(), boxes.end()), boxes.end());
+        }
 }
 
 bool reaches(const ranking& r, std::int32_t from, std::int32_t to) {
@@ -70,7 +88,8 @@ std::vector<edge> edges_by_need(const ranking& r) {
     std::vector<edge> all;
     for (std::size_t net = 0; net < r.drivers.size(); ++net)
         for (const std::int32_t from : r.drivers[net])
-            for (const std::int32_t to : r.sinks[net]) all.push_back({from, to});
+            for (const std::int32_t to : r.sinks[net])
+                if (from != to || r.graph.boxes[at(from)].column < 0) all.push_back({from, to});
     const std::vector<std::int32_t> distance = distances(r);
     const auto key = [&](const edge& e) {
         const bool is_register = r.graph.boxes[at(e.from)].is_register;
@@ -93,7 +112,10 @@ std::vector<std::int32_t> in_order(const ranking& r) {
     return order;
 }
 
-bool is_inner(const ranking& r, std::int32_t box) { return r.graph.boxes[at(box)].place == sg_place::inner; }
+// A box that stands for itself or for a column.
+bool is_inner(const ranking& r, std::int32_t box) {
+    return r.graph.boxes[at(box)].place == sg_place::inner && r.leader[at(box)] == box;
+}
 
 // Boxes on the longest way from each box to the right, without itself.
 std::vector<std::int32_t> ways_ahead(const ranking& r, const std::vector<std::int32_t>& order) {
@@ -135,10 +157,6 @@ void cut_loops(ranking& r) {
     }
 }
 
-std::int32_t height(const ranking& r, std::int32_t box) {
-    return r.graph.boxes[at(box)].above + r.graph.boxes[at(box)].below;
-}
-
 // Inner boxes, those with the longest way ahead first.
 std::vector<std::int32_t> most_urgent_first(const ranking& r, const std::vector<std::int32_t>& order,
                                             const std::vector<std::int32_t>& ahead) {
@@ -168,13 +186,13 @@ std::int32_t fill_ranks(const ranking& r, std::vector<std::int32_t> open, std::i
         std::int32_t used = 0;
         std::vector<std::int32_t> later;
         for (const std::int32_t box : open) {
-            const bool has_room = used == 0 || used + height(r, box) <= limit;
+            const bool has_room = used == 0 || used + r.height[at(box)] <= limit;
             if (!has_room || !has_drivers_before(r, rank, box, current)) {
                 later.push_back(box);
                 continue;
             }
             rank[at(box)] = current;
-            used += height(r, box);
+            used += r.height[at(box)];
         }
         open = std::move(later);
     }
@@ -232,7 +250,7 @@ std::int32_t best_rank(const arrangement& a, std::int32_t box, std::int32_t last
     for (const std::int32_t other : a.r.next[at(box)]) high = std::min(high, a.rank[at(other)] - 1);
     std::int32_t best = a.rank[at(box)], best_cost = cost_at(a, box, best);
     for (std::int32_t to = low; to <= high; ++to) {
-        if (a.used[at(to)] + height(a.r, box) > a.limit) continue;
+        if (a.used[at(to)] + a.r.height[at(box)] > a.limit) continue;
         const std::int32_t cost = cost_at(a, box, to);
         if (cost < best_cost) best = to;
         best_cost = std::min(best_cost, cost);
@@ -242,8 +260,8 @@ std::int32_t best_rank(const arrangement& a, std::int32_t box, std::int32_t last
 
 bool move_box(arrangement& a, std::int32_t box, std::int32_t to) {
     if (to == a.rank[at(box)]) return false;
-    a.used[at(a.rank[at(box)])] -= height(a.r, box);
-    a.used[at(to)] += height(a.r, box);
+    a.used[at(a.rank[at(box)])] -= a.r.height[at(box)];
+    a.used[at(to)] += a.r.height[at(box)];
     a.rank[at(box)] = to;
     return true;
 }
@@ -252,20 +270,22 @@ void shorten_wires(const ranking& r, std::int32_t last, std::vector<std::int32_t
     constexpr int passes = 8;
     arrangement a{r, rank, std::vector<std::int32_t>(at(last) + 1)};
     const auto boxes = static_cast<std::int32_t>(rank.size());
-    for (std::int32_t box = 0; box < boxes; ++box) a.used[at(rank[at(box)])] += height(r, box);
+    for (std::int32_t box = 0; box < boxes; ++box) a.used[at(rank[at(box)])] += r.height[at(box)];
     a.limit = *std::max_element(a.used.begin() + 1, a.used.end() - 1);
     bool is_changed = true;
     for (int pass = 0; pass < passes && is_changed; ++pass) {
         is_changed = false;
         for (std::int32_t box = 0; box < boxes; ++box)
-            if (is_inner(r, box)) is_changed |= move_box(a, box, best_rank(a, box, last));
+            if (is_inner(r, box) && r.graph.boxes[at(box)].column < 0)
+                is_changed |= move_box(a, box, best_rank(a, box, last));
     }
 }
 
 }  // namespace
 
 void sg_choose_ranks(sg_layered& l, double shape) {
-    ranking r{l.graph, {}, {}, {}, {}};
+    ranking r{l.graph, {}, {}, {}, {}, {}, {}};
+    find_columns(r);
     find_ends(r);
     cut_loops(r);
     l.rank_of_box.assign(l.graph.boxes.size(), 0);
@@ -274,4 +294,6 @@ void sg_choose_ranks(sg_layered& l, double shape) {
     for (std::size_t box = 0; box < l.graph.boxes.size(); ++box)
         if (l.graph.boxes[box].place == sg_place::last) l.rank_of_box[box] = inner + 1;
     if (inner > 0) shorten_wires(r, inner + 1, l.rank_of_box);
+    for (std::size_t box = 0; box < l.graph.boxes.size(); ++box)
+        l.rank_of_box[box] = l.rank_of_box[at(r.leader[box])];
 }
