@@ -1,7 +1,12 @@
 // Every command of the program, one row each.
 #include "commands/all_commands.h"
 
-#include "commands/handlers.h"
+#include "commands/files/handlers.h"
+#include "commands/language/handlers.h"
+#include "commands/observation/handlers.h"
+#include "commands/session/handlers.h"
+#include "commands/sheets/handlers.h"
+#include "commands/stimulus/handlers.h"
 
 namespace {
 

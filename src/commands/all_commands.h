@@ -1,6 +1,6 @@
 // kol: every command of the program, in the order in which rows are tried.
 #pragma once
 
-#include "commands/command_table.h"
+#include "commands/language/command_table.h"
 
 kol_command_rows_t kol_all_commands();

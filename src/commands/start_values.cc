@@ -1,8 +1,8 @@
 // Start values of all simulation parameters.
+#include "commands/start_values.h"
+
 #include "commands/all_commands.h"
-#include "commands/interpreter.h"
-#include "commands/procedures.h"
-#include "commands/sheet.h"
+#include "commands/language/procedures.h"
 #include "foundation/context.h"
 
 namespace {
@@ -28,6 +28,5 @@ void kol_initparam_before() {
     tm_vext.file_id_edit = 0;
     tm_vext.file_id_context = 0;
     kol_use_commands(kol_all_commands());
-    kol_use_level_sheets();
     kol_register_procedures();
 }

@@ -26,6 +26,7 @@ constexpr tm_shell_t windowless = {
     .set_command_entry = [](std::string_view) {},
     .redraw_results = no_action,
     .redraw_context = no_action,
+    .redraw_states = no_action,
     .show_other_page = no_action,
     .copy_to_window = no_action,
     .busy = [](bool) {},

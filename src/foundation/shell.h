@@ -13,6 +13,7 @@ struct tm_shell_t {
     void (*set_command_entry)(std::string_view text);  // replaces the text of the command entry
     void (*redraw_results)();                          // Results page: draw, then copy to the window
     void (*redraw_context)();                          // Context page: the same
+    void (*redraw_states)();                           // whatever shows states of nets
     void (*show_other_page)();                         // Results page to Context page and back
     void (*copy_to_window)();                          // the current page's off-screen picture to the window
     void (*busy)(bool on);                             // busy or normal pointer

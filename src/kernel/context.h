@@ -45,6 +45,7 @@ inline constexpr std::size_t kol_max_levels = 28;
 struct kol_file_record_t {         // the sheet open at a level of the hierarchy
     std::int8_t file_index = 0;    // of the schematic database, 1..32; anything else: no sheet
     tm_string_record_t file_path;  // of its data file
+    std::int32_t highest_net = 0;  // number of a net of the sheet; 0: no sheet
 };
 
 enum kol_spike_models : std::int16_t {

@@ -18,7 +18,12 @@ enum name_results : std::int16_t {
     user_bus = 7,
 };
 
-std::int32_t no_sheet() { return 0; }
+// Of the current level's sheet.
+std::int32_t highest_net() {
+    const std::int16_t level = kol_ext.file_level_cur;
+    const bool is_level = level >= 1 && static_cast<std::size_t>(level) <= kol_max_levels;
+    return is_level ? kol_ext.arrayof_file[static_cast<std::size_t>(level - 1)].highest_net : 0;
+}
 
 bool begins_with(std::string_view text, std::string_view capitals) {
     if (text.size() < capitals.size()) return false;
@@ -87,8 +92,6 @@ std::int16_t find_record(Record* first, tm_string_record_t Record::*record_name,
 
 }  // namespace
 
-std::int32_t (*kol_current_sheet_max_object)() = no_sheet;
-
 std::int16_t kol_find_net(const tm_string_record_t& name, yx_net_record_t*& net) {
     net = nullptr;
     const std::string_view text = tm_view(name);
@@ -124,7 +127,7 @@ std::int16_t kol_find_net_path(const tm_string_record_t& name, yx_net_record_t*&
     const std::string_view last = slash == text.npos ? text : text.substr(slash + 1);
     std::int32_t object_id = 0;
     if (!is_object_form(last) || kol_ext.cur_sim_path.len < 1) return not_found;
-    if (!number_behind(last, 2, kol_current_sheet_max_object(), object_id)) return not_found;
+    if (!number_behind(last, 2, highest_net(), object_id)) return not_found;
     return root_found(net_of_object(object_id), absolute, net);
 }
 
@@ -132,7 +135,7 @@ std::int16_t kol_find_net_rid(const tm_string_record_t& name, yx_net_record_t*& 
     net = nullptr;
     std::int32_t object_id = 0;
     if (!is_object_form(tm_view(name))) return not_found;
-    if (!number_behind(tm_view(name), 2, kol_current_sheet_max_object(), object_id)) return not_found;
+    if (!number_behind(tm_view(name), 2, highest_net(), object_id)) return not_found;
     return root_found(kol_find_named(full_name(name)).net_alone, by_object_id, net);
 }
 

@@ -17,6 +17,3 @@ std::int16_t kol_find_listsig_inrec(const tm_string_record_t& name, yx_signal_re
 std::int16_t kol_find_tracesig_inrec(const tm_string_record_t& name, yx_signal_rec_t*& record);     // 1, 2
 bool kol_find_pin_rel(const tm_string_record_t& instance, const tm_string_record_t& pin_name,
                       yx_pin_record_t*& pin);
-
-// The largest object id of the current sheet, 0 when no sheet is open; the sheet's owner installs its own.
-extern std::int32_t (*kol_current_sheet_max_object)();

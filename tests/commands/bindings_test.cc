@@ -1,4 +1,4 @@
-#include "commands/bindings.h"
+#include "commands/language/bindings.h"
 
 #include <algorithm>
 
@@ -54,12 +54,10 @@ TEST_F(bindings, are_defined_and_shown_by_command) {
 TEST_F(bindings, start_with_the_installation_key_file_and_no_variables_of_the_session) {
     const std::string path = file("kolv/init_key", "DEFINE KEY F9 'RUN $VAR1$ARG1'\n");
     kol_ext.top_var[0] = tm_string("mine");
-    tm_vext.bitmap_size.ymax = 440;
     kol_init_menu_action();
     EXPECT_EQ(seen.shown.front(), "# DO " + path + " ");
     EXPECT_EQ(bound("F9") + bound("ADS") + bound("ARC") + bound("AUA"), "RUN  $VPTD5 $CR4 $VPTU20 ");
-    EXPECT_EQ((numbers{tm_vext.base_point.x, tm_vext.obj_pos.y, tm_vext.display_on, kol_ext.list_sig1n_y0}),
-              (numbers{512, 290, 1, 200}));
+    EXPECT_EQ((numbers{tm_vext.base_point.x, tm_vext.obj_pos.y, tm_vext.display_on}), (numbers{512, 290, 1}));
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <functional>
 
-#include "commands/sheet_faults.h"
+#include "commands/sheets/sheet_faults.h"
 #include "sheet_session.h"
 
 namespace {

@@ -9,11 +9,12 @@
 #include <string>
 #include <vector>
 
-#include "kernel/clear.h"
-#include "commands/interpreter.h"
+#include "commands/language/interpreter.h"
+#include "commands/start_values.h"
 #include "foundation/context.h"
 #include "foundation/files.h"
 #include "foundation/shell.h"
+#include "kernel/clear.h"
 
 using lines = std::vector<std::string>;
 using numbers = std::vector<std::int64_t>;
@@ -43,6 +44,7 @@ protected:
         tm_shell.append_session = [](std::string_view line) { seen.shown.emplace_back(line); };
         tm_shell.set_command_entry = [](std::string_view text) { seen.entry = text; };
         tm_shell.redraw_results = tm_shell.redraw_context = [] { ++seen.redraws; };
+        tm_shell.redraw_states = [] { ++seen.redraws; };
         tm_shell.flush = [] { ++seen.flushes; };
         tm_shell.take_control_key = [](char key) { return key == 'a' && seen.keys_before_control_a-- == 0; };
         tm_shell.end_process = [] { ++seen.ends; };

@@ -1,5 +1,5 @@
 // FORGET: what goes, and what a view keeps.
-#include "commands/keyword.h"
+#include "commands/shared/parameters.h"
 #include "design_session.h"
 #include "results/list/layout.h"
 

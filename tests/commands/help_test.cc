@@ -2,9 +2,9 @@
 #include <algorithm>
 
 #include "command_session.h"
-#include "commands/bindings.h"
-#include "commands/command_line.h"
-#include "commands/command_table.h"
+#include "commands/language/bindings.h"
+#include "commands/language/command_line.h"
+#include "commands/language/command_table.h"
 #include "support/places/places.h"
 
 namespace {

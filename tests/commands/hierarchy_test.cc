@@ -1,5 +1,5 @@
 // VIEW SHEET, VIEW DOWN and VIEW UP: the levels, the simulation path, and what is refused in which order.
-#include "commands/sheet.h"
+#include "commands/shared/sheet_levels.h"
 #include "sheet_session.h"
 #include "support/places/places.h"
 
@@ -38,19 +38,19 @@ TEST_F(hierarchy, checks_come_in_order) {
     expect_refused("view up", {"# VIEw UP ", no_design});
     kol_ext.file_level_cur = 1;
     tm_vext.file_id_context = 33;
-    kol_level(1).file_index = 33;
+    kol_ext.arrayof_file[0].file_index = 33;
     expect_refused("view down", {"# VIEw DOWn ", no_valid});
     tm_vext.file_id_context = 0;
-    kol_level(1).file_index = 0;
+    kol_ext.arrayof_file[0].file_index = 0;
     type("view sheet;view sheet adder");
     expect_refused("view down U1",
                    {"# VIEw DOWn \"U1\"   ", "# !! Error : No valid design Sheet to view down in Context "});
     expect_refused("view up", {"# VIEw UP ", "# !! Error : No valid design Sheet to view up in Context "});
     type("view sheet");
-    kol_level(3) = {static_cast<std::int8_t>(tm_vext.file_id_context), {}};
+    kol_set_level(3, static_cast<tm_file_index_t>(tm_vext.file_id_context));
     kol_ext.file_level_cur = kol_ext.file_level_max = 3;
     expect_refused("view up", {"# VIEw UP ", "# !! Error : No VIEw UP valid design Sheet available "});
-    kol_level(28) = kol_level(3);
+    kol_set_level(28, kol_level(3).file_index);
     kol_ext.file_level_cur = 28;
     expect_refused("view down U1", {"# VIEw DOWn \"U1\"   ", "# !! Error : Too many sheet levels ? : "});
 }

@@ -1,6 +1,7 @@
 // The commands of the session itself and the expansion of the entry.
 #include "command_session.h"
-#include "commands/command_table.h"
+#include "commands/language/command_table.h"
+#include "commands/language/entry_expansion.h"
 
 namespace {
 

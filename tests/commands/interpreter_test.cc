@@ -1,8 +1,8 @@
 // Lines, commands, keywords, and the row that each command selects.
 #include "command_session.h"
-#include "commands/command_line.h"
-#include "commands/command_table.h"
-#include "commands/substitution.h"
+#include "commands/language/command_line.h"
+#include "commands/language/command_table.h"
+#include "commands/language/substitution.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // LIST, TRACE, DEFINE BUS, MOVE SIGNAL and the STATUS reports: what they show, and what is observed
 // afterwards.
-#include "commands/keyword.h"
+#include "commands/shared/parameters.h"
 #include "design_session.h"
 
 namespace {

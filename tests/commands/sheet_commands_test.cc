@@ -1,4 +1,5 @@
 // What viewing, finding, selecting and the settings do to the sheet in the window.
+#include "commands/language/entry_expansion.h"
 #include "schematic/viewport.h"
 #include "sheet_session.h"
 

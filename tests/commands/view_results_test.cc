@@ -1,5 +1,5 @@
 // VIEW: which view the Results page shows, and from which time.
-#include "commands/marks.h"
+#include "commands/shared/marks.h"
 #include "design_session.h"
 
 namespace {

@@ -8,7 +8,8 @@
 #include <filesystem>
 #include <set>
 
-#include "commands/interpreter.h"
+#include "commands/language/interpreter.h"
+#include "commands/start_values.h"
 #include "cycle_model.h"
 #include "foundation/context.h"
 #include "foundation/shell.h"

@@ -5,7 +5,7 @@
 #include <sstream>
 
 #include "commands/all_commands.h"
-#include "commands/interpreter.h"
+#include "commands/language/interpreter.h"
 #include "expansion.h"
 #include "foundation/context.h"
 #include "kernel/lookup.h"

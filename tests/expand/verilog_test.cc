@@ -1,5 +1,5 @@
 // Verilog as the input: what the recipe keeps, and what is said where yosys cannot go on.
-#include "commands/interpreter.h"
+#include "commands/language/interpreter.h"
 #include "expansion.h"
 
 namespace {

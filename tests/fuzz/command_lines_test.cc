@@ -5,7 +5,7 @@
 
 #include "kernel/clear.h"
 #include "commands/command_session.h"
-#include "commands/command_table.h"
+#include "commands/language/command_table.h"
 #include "support/design_build.h"
 #include "support/places/places.h"
 

@@ -53,12 +53,13 @@ TEST(lookup, reads_objects_of_the_current_sheet) {
         "net a; net w path /x/N_7 object 9; sub v of w path /x/N_6; net c path /c; child c path /x/N_8;"
         "net e path /e; child e name /x/N_4 path /e/c; and x/N_3 z = a; net m name /u/m object 11;"
         "child m path /u/k object 12; child m path /z/k object 13; net o object 11; net q object 12 name /v/q");
-    kol_current_sheet_max_object = [] { return 50; };
+    kol_ext.file_level_cur = 1;
+    kol_ext.arrayof_file[0].highest_net = 50;
     expect("/x/", "n_7 4 /x/N_7  N_6 4 /x/N_7  N_8 4 /c  N_4 0 -  N_0 0 -  N_51 0 -  N_x 0 -  /x/N_7 3 /x/N_7");
     expect("/", "N_7 0 -");
     expect("/u/", "/p/N_11 3 /o  /n_12 3 /m  /p/N_13 0 -");
     expect("/w/", "/p/N_11 3 /m  /p/N_12 3 /q  /p/N_51 0 -  /p/N_13 0 -  /p/11 0 -");
-    kol_current_sheet_max_object = [] { return 0; };  // no sheet is open
+    kol_ext.file_level_cur = 2;  // a level without a sheet
     expect("/x/", "N_7 0 -");
     expect("/w/", "/p/N_11 0 -  /x/N_7 3 /x/N_7");
 }

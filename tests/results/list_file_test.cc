@@ -8,10 +8,9 @@ class written_list : public list_table {
 protected:
     std::string write(std::int32_t begin_time, std::int32_t end_time) {
         std::FILE* stream = std::tmpfile();
-        kol_wli = stream;
         kol_update_column_list(nullptr);
-        kol_list_wfile_signame();
-        kol_list_wfile_sigresult(begin_time, end_time);
+        kol_list_wfile_signame(stream);
+        kol_list_wfile_sigresult(stream, begin_time, end_time);
         std::string text(static_cast<std::size_t>(std::ftell(stream)), '\0');
         std::rewind(stream);
         EXPECT_EQ(std::fread(text.data(), 1, text.size(), stream), text.size());

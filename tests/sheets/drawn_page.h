@@ -2,7 +2,7 @@
 // it is connected to.
 #pragma once
 
-#include "commands/found_objects.h"
+#include "commands/sheets/found_objects.h"
 #include "schematic/net_number.h"
 #include "schematic/object_box.h"
 #include "schematic/object_walk.h"

@@ -5,7 +5,7 @@
 #include <numeric>
 
 #include "commands/command_session.h"
-#include "commands/sheet.h"
+#include "commands/shared/context_sheet.h"
 #include "drawn_page.h"
 #include "expand/expand.h"
 #include "kernel/lookup.h"

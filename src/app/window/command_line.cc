@@ -4,7 +4,8 @@
 #include <algorithm>
 
 #include "app/window/session_text.h"
-#include "commands/interpreter.h"
+#include "commands/language/entry_expansion.h"
+#include "commands/language/interpreter.h"
 
 std::string printable_text(std::string_view text) {
     std::string clean(text);

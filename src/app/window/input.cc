@@ -11,8 +11,8 @@
 #include "app/window/command_line.h"
 #include "app/window/mark_band.h"
 #include "app/window/pages.h"
-#include "commands/interpreter.h"
-#include "commands/marks.h"
+#include "commands/language/interpreter.h"
+#include "commands/shared/marks.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"
 

@@ -5,7 +5,7 @@
 #include <cstdlib>
 
 #include "app/window/window_record.h"
-#include "commands/marks.h"
+#include "commands/shared/marks.h"
 
 namespace {
 

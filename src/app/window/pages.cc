@@ -163,6 +163,11 @@ void pages_redraw_context() {
     pages_copy_to_window();
 }
 
+void pages_redraw_states() {
+    pages_redraw_results();
+    if (kol_ext.start_probe_signal != nullptr) pages_redraw_context();
+}
+
 void pages_show_other() { XmTabStackSelectTab(tm_window.page_form[1 - current_page()], True); }
 
 void pages_copy_to_window() {

@@ -9,6 +9,8 @@ void pages_create_pixmaps();  // at the current page's size, which becomes bitma
 void pages_set_labels();      // the tabs' labels, the current one marked
 void pages_redraw_results();
 void pages_redraw_context();
+// The Results page, and the Context page while there are probes.
+void pages_redraw_states();
 void pages_show_other();                                  // the page that is not current becomes so
 void pages_copy_to_window();                              // when it has been drawn on
 void pages_show_picture();                                // in any case

@@ -82,6 +82,7 @@ void tm_use_window() {
     tm_shell.set_command_entry = entry_set_text;
     tm_shell.redraw_results = pages_redraw_results;
     tm_shell.redraw_context = pages_redraw_context;
+    tm_shell.redraw_states = pages_redraw_states;
     tm_shell.show_other_page = pages_show_other;
     tm_shell.copy_to_window = pages_copy_to_window;
     tm_shell.busy = show_busy;

@@ -1,0 +1,16 @@
+// kol: the handlers of files, file by file; each checks and acts as command.h says.
+#pragma once
+
+#include "commands/language/command.h"
+
+// plot.cc
+kol_result_t kol_plot_trace_cmd(const kol_line_t& line);
+kol_result_t kol_hardcopy_cmd(const kol_line_t& line);
+kol_result_t kol_plot_sheet_cmd(const kol_line_t& line);
+
+// state_file.cc
+kol_result_t kol_save_state_cmd(const kol_line_t& line);
+kol_result_t kol_restore_state_cmd(const kol_line_t& line);
+
+// write_list.cc
+kol_result_t kol_write_list_cmd(const kol_line_t& line);

@@ -1,0 +1,59 @@
+// WRITE LIST.
+#include <unistd.h>
+
+#include "commands/files/file_path.h"
+#include "commands/files/handlers.h"
+#include "commands/shared/parameters.h"
+#include "foundation/context.h"
+#include "foundation/files.h"
+#include "foundation/shell.h"
+#include "results/files/list_file.h"
+#include "results/list/layout.h"
+
+namespace {
+
+constexpr std::string_view default_list_file = "kolv_list_result";
+constexpr kol_rejection_t cannot_open{" !! impossible to open : ", kol_form::wide};
+constexpr kol_rejection_t begin_time_invalid{"# !! Error : Invalid begin_time "};
+constexpr kol_rejection_t end_time_invalid{"# !! Error : Invalid end_time "};
+
+kol_rejection_t read_range(const kol_line_t& line, std::int32_t& begin_time, std::int32_t& end_time) {
+    begin_time = 0;
+    end_time = kol_ext.end_time;
+    if (line.nkeyword == 4) return kol_count_invalid;
+    if (line.nkeyword != 5) return {};
+    if (!kol_read_positive_time(line[4], begin_time)) return begin_time_invalid;
+    if (!kol_read_positive_time(line[5], end_time)) return end_time_invalid;
+    return {};
+}
+
+// An existing file that may not be written is refused here: opening its stream would end the program.
+tm_stream open_list_file(const tm_string_record_t& path) {
+    if (::access(path.char_, F_OK) == 0 && ::access(path.char_, W_OK) != 0) return nullptr;
+    std::FILE* file = nullptr;
+    bool open_ok = false;
+    tm_popen_file(path, 'W', false, file, open_ok);
+    return tm_stream(file);
+}
+
+// False when the file could not be written whole.
+bool write_list(tm_stream file, std::int32_t begin_time, std::int32_t end_time) {
+    if (!file) return false;
+    kol_update_column_list(nullptr);
+    kol_list_wfile_signame(file.get());
+    kol_list_wfile_sigresult(file.get(), begin_time, end_time);
+    const bool written = std::ferror(file.get()) == 0;
+    const bool closed = std::fclose(file.release()) == 0;
+    return written && closed;
+}
+
+}  // namespace
+
+kol_result_t kol_write_list_cmd(const kol_line_t& line) {
+    std::int32_t begin_time = 0, end_time = 0;
+    if (const kol_rejection_t wrong = read_range(line, begin_time, end_time)) return wrong;
+    const tm_string_record_t path = kol_file_path(line.nkeyword == 2 ? default_list_file : tm_view(line[3]));
+    if (!write_list(open_list_file(path), begin_time, end_time))
+        return kol_result_t(cannot_open).then({" !! \"", tm_view(path), "\" "});
+    return {};
+}

@@ -1,0 +1,126 @@
+// The '!' escape and SYSTEM: programs outside.
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <string>
+
+#include "commands/language/handlers.h"
+#include "commands/language/interpreter.h"
+#include "foundation/context.h"
+#include "foundation/files.h"
+#include "foundation/platform.h"
+#include "foundation/shell.h"
+
+namespace {
+
+constexpr std::size_t text_max = 508, showable_max = 197, command_max = 504, echo_max = 192;
+constexpr int line_max = 198;
+constexpr std::int16_t level_max = 10;  // a program whose output runs it again ends here
+constexpr std::int32_t delay_before_start = 100, delay_after_start = 150, delay_at_end = 50;  // milliseconds
+constexpr std::string_view root_variable = "$QUILLARN";
+
+struct process_closer {
+    void operator()(std::FILE* f) const { pclose(f); }
+};
+using process = std::unique_ptr<std::FILE, process_closer>;
+
+void show_invalid(std::string_view text) {
+    tm_display("!! Warning : Invalid command to exec ....");
+    tm_display(text);
+}
+
+void refuse_length(const char* text, std::size_t length) {
+    if (length < showable_max) return show_invalid(text);
+    std::printf("# !!! Error :  Invalid Command ??  len:%d '%s'\n", static_cast<int>(length), text);
+    std::fflush(stdout);
+}
+
+void report_not_started(const std::string& text) {
+    tm_count_error();
+    tm_display("# !!! Error :  Command not found or not executable ?? ");
+    kol_show({"# !!!  \"", text, "\" "});
+    show_invalid(text);
+}
+
+std::string program_text(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    std::string program(text);
+    if (text.starts_with(root_variable)) program.replace(0, root_variable.size(), tm_installation_root());
+    return program.substr(0, command_max);
+}
+
+// One line of output, what is beyond its first 198 characters skipped; false at the end.
+bool read_line(std::FILE* output, tm_string_record_t& line, bool& cut) {
+    char buffer[line_max + 1];
+    if (std::fgets(buffer, sizeof buffer, output) == nullptr) return false;
+    line.len = static_cast<std::int32_t>(std::strlen(buffer));
+    std::memcpy(line.char_, buffer, std::strlen(buffer) + 1);
+    cut = false;
+    if (line.len == line_max && buffer[line_max - 1] != '\n')
+        for (int c = std::getc(output); c != '\n' && c != EOF; c = std::getc(output)) cut = true;
+    tm_rest_string(line);
+    return true;
+}
+
+tm_string_record_t without_outer_blanks(const tm_string_record_t& line) {
+    std::string_view text = tm_view(line);
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    return tm_string(text.substr(0, text.find_last_not_of(' ') + 1));
+}
+
+void interpret_line(const tm_string_record_t& line, kol_array_param_t& arg, kol_array_param_t& var) {
+    if (tm_const_iden_string("PAUSE", line)) return tm_shell.flush();
+    if (tm_const_equal_string("CONTIN", line)) return;
+    tm_vext.obj_pos = tm_vext.base_point;
+    kol_process_command(line, arg, var);
+}
+
+void interpret_output(std::FILE* output) {
+    kol_array_param_t arg, var;
+    tm_string_record_t line;
+    bool cut = false;
+    while (!tm_vext.end_flag && read_line(output, line, cut)) {
+        line = without_outer_blanks(line);
+        if (line.len == 0 || tm_shell.take_control_key('a')) continue;
+        if (cut) tm_display(kol_line_is_cut);
+        interpret_line(line, arg, var);
+    }
+}
+
+void run_program(const std::string& text) {
+    if (!tm_shell_commands_allowed) return report_not_started(text);
+    xdelayms(delay_before_start);
+    tm_shell.flush();
+    process program(popen(text.c_str(), "r"));
+    if (!program) return report_not_started(text);
+    xdelayms(delay_after_start);
+    tm_shell.flush();
+    kol_show({"# ", std::string_view(text).substr(0, echo_max), " "});
+    interpret_output(program.get());
+    program.reset();
+    tm_display("# End of Exec ");
+    xdelayms(delay_at_end);
+}
+
+}  // namespace
+
+void kol_exec_cmd(const char* text) {
+    static std::int16_t level = 0;
+    const std::size_t length = std::strlen(text);
+    if (length < 1 || length > text_max) return refuse_length(text, length);
+    if (level >= level_max) {
+        tm_count_error();
+        kol_show({"# !!! Error : too many level of EXEC : \"", text, "\" "});
+        return;
+    }
+    ++level;
+    run_program(program_text(text));
+    --level;
+}
+
+kol_result_t kol_system_cmd(const kol_line_t& line) {
+    kol_echo(line);
+    tm_shell.flush();  // the user sees what led to the program while it runs
+    tm_system(line[2]);
+    return kol_shown();
+}

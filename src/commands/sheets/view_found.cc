@@ -1,0 +1,59 @@
+// VIEW INSTANCE, VIEW NET and VIEW PIN: the sheet turns to what has the name.
+#include "commands/shared/context_sheet.h"
+#include "commands/shared/rejections.h"
+#include "commands/shared/sheet_levels.h"
+#include "commands/sheets/found_objects.h"
+#include "commands/sheets/handlers.h"
+#include "commands/sheets/sheet_pages.h"
+#include "foundation/shell.h"
+#include "schematic/select.h"
+#include "schematic/sheet_file.h"
+#include "schematic/viewport.h"
+
+namespace {
+
+struct view_t {
+    kol_find_objects_t find;
+    kol_rejection_t not_found;
+};
+constexpr view_t instance_view{kol_find_instances, {"# !! Error : Instance not found on this sheet ? "}};
+constexpr view_t net_view{kol_find_nets, {"# !! Error : Net not found on this sheet ? "}};
+constexpr view_t pin_view{kol_find_pins, kol_pin_not_found};
+
+bool is_on_page(const view_t& view, const kol_page_t& page, const tm_string_record_t& name) {
+    tm_file_index_t file = 0;
+    if (kol_read_sheet(tm_string(kol_page_directory(page)), file) != kol_sheet_found::yes) return false;
+    const bool found = !view.find(file, name).empty();
+    STATUS_T status;
+    tm_file_close(file, false, status);
+    return found;
+}
+
+// Turns to the first other page of the level's sheet that has the thing; false: none has.
+bool turn_to_page_with(const view_t& view, const tm_string_record_t& name) {
+    if (kol_level_file() == 0 || kol_level_file() != kol_context_file()) return false;
+    const kol_page_t shown = kol_page_of(kol_level_file());
+    for (kol_page_t page{shown.directory}; page.number == 1 || kol_page_exists(page); ++page.number)
+        if (page.number != shown.number && kol_page_exists(page) && is_on_page(view, page, name))
+            return kol_turn_page(page) == kol_sheet_found::yes;
+    return false;
+}
+
+kol_result_t view_named(const view_t& view, const kol_line_t& line) {
+    if (kol_context_file() == 0) return kol_no_sheet;
+    const tm_string_record_t& name = line[3];
+    if (view.find(kol_context_file(), name).empty() && !turn_to_page_with(view, name)) return view.not_found;
+    const tm_file_index_t file = kol_context_file();
+    std::int32_t count = 0;
+    tm_unselect_all(file, count);
+    kol_select_found(file, view.find(file, name), true);
+    kol_centre_on(file, view.find(file, name));
+    tm_shell.redraw_context();
+    return {};
+}
+
+}  // namespace
+
+kol_result_t kol_view_instance_cmd(const kol_line_t& line) { return view_named(instance_view, line); }
+kol_result_t kol_view_net_cmd(const kol_line_t& line) { return view_named(net_view, line); }
+kol_result_t kol_view_pin_cmd(const kol_line_t& line) { return view_named(pin_view, line); }

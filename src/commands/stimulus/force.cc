@@ -1,0 +1,127 @@
+// FORCE, CLOCK PERIOD and RUN.
+#include "commands/language/entry_expansion.h"
+#include "commands/shared/parameters.h"
+#include "commands/shared/rejections.h"
+#include "commands/stimulus/handlers.h"
+#include "foundation/shell.h"
+#include "kernel/lookup.h"
+#include "kernel/run.h"
+#include "kernel/say.h"
+#include "kernel/state.h"
+
+namespace {
+
+constexpr kol_rejection_t force_mode_invalid{
+    "# !! Error : 2nd parameter invalid ( should be : \"Abs\" or \"Current\" ) "};
+constexpr kol_rejection_t force_net_invalid{
+    "# !! Error : 3rd parameter invalid ( should begin with letter or \"/\" ) "};
+constexpr kol_rejection_t force_time_invalid{"# !! Error : Invalid time  ( 5th parameter ) ",
+                                             kol_form::quoted};
+constexpr kol_rejection_t force_stop_time_invalid{"# !! Error : Invalid stop_time  ( 7th parameter ) ",
+                                                  kol_form::quoted};
+constexpr kol_rejection_t force_repeat_invalid{
+    "# !! Error : 6th parameter Invalid ( should be : \"Once\" or \"Repeat\" ) ", kol_form::quoted};
+constexpr kol_rejection_t no_clock_period{"# !! Error : No Clock Period already defined ? "};
+constexpr kol_rejection_t run_time_missing{"# !! Error : You should define the RUN TIME parameter ? "};
+constexpr kol_rejection_t run_mode_invalid{"# !! Error :  time for force should be Abs or Current ? "};
+constexpr kol_rejection_t run_time_invalid{"# !! Error :  Invalid time  ? ", kol_form::quoted};
+constexpr kol_rejection_t run_has_no_length{"# !! Warning :  end_time <= start_time , so NO action  ? ",
+                                            kol_form::quoted};
+constexpr kol_rejection_t nothing_forced{
+    "# !! Warning : No new FORCE stimuli have been applied to circuit ? "};
+
+// The force that keywords 2.. describe, times absolute but for a repeated force.
+kol_rejection_t read_force_times(const kol_line_t& line, kol_force_rec_t& force, bool& repeat) {
+    const bool current = kol_begins_with_one_of(line[2], "C");
+    if (!kol_read_positive_time(line[5], force.time)) return force_time_invalid;
+    if (line.nkeyword == 7) {
+        if (!kol_read_positive_time(line[7], force.stop_time)) return force_stop_time_invalid;
+        if (current && !kol_count_from_now(force.stop_time)) return force_stop_time_invalid;
+    }
+    if (line.nkeyword >= 6 && !kol_begins_with_one_of(line[6], "OR")) return force_repeat_invalid;
+    repeat = line.nkeyword >= 6 && kol_begins_with_one_of(line[6], "R");
+    if (!repeat && current && !kol_count_from_now(force.time)) return force_time_invalid;
+    return {};
+}
+
+kol_rejection_t read_force(const kol_line_t& line, kol_force_rec_t& force, bool& repeat) {
+    if (!kol_begins_with_one_of(line[2], "AC")) return force_mode_invalid;
+    force.name = line[3];
+    if (!kol_begins_like_signal(force.name)) return force_net_invalid;
+    if (!kol_keyword_to_state(tm_view(line[4]), force.state)) return kol_state_invalid;
+    if (const kol_rejection_t wrong = read_force_times(line, force, repeat)) return wrong;
+    force.net_type = kol_find_net(force.name, force.net);
+    // A whole bus takes no single state; its members do.
+    if (force.net_type == 0 || force.net->net_type == YX_TSTD_BUS) return kol_net_not_found;
+    if (repeat && kol_ext.last_clock_force_blk == nullptr) return no_clock_period;
+    return {};
+}
+
+void append_force(const kol_force_rec_t& force, bool repeat) {
+    auto* record = new kol_force_rec_t(force);
+    if (repeat) {
+        kol_forceblk_rec_t& block = *kol_ext.last_clock_force_blk;
+        kol_append_record(record, block.start_force, block.last_force);
+    } else {
+        kol_append_record(record, kol_ext.start_force, kol_ext.last_force);
+    }
+}
+
+kol_rejection_t read_end_time(const kol_line_t& line, std::int32_t& end_time) {
+    if (line.nkeyword == 1) {
+        end_time = kol_ext.end_time;
+        return kol_ext.time_breaked ? kol_rejection_t{} : run_time_missing;
+    }
+    if (line.nkeyword == 3 && !kol_begins_with_one_of(line[3], "AC")) return run_mode_invalid;
+    if (!kol_read_time(line[2], end_time)) return run_time_invalid;
+    const bool absolute = line.nkeyword == 3 && kol_begins_with_one_of(line[3], "A");
+    if (!absolute && !kol_count_from_now(end_time)) return run_time_invalid;
+    return {};
+}
+
+void run_until(std::int32_t end_time, bool& no_event_found) {
+    kol_ext.time_breaked = false;
+    kol_ext.start_time = kol_ext.cur_time;
+    kol_ext.end_time = end_time;
+    kol_show({"#  RUN -> time_start: ", kol_time_text(kol_ext.start_time),
+              " ->time_end: ", kol_time_text(end_time)});
+    kol_exec_all_event(no_event_found);
+}
+
+}  // namespace
+
+void kol_add_clock_period(tm_string_record_t& entry) {
+    const kol_forceblk_rec_t* const clock = kol_ext.last_clock_force_blk;
+    kol_add_time(clock != nullptr ? clock->clock_period : -1, entry);
+}
+
+kol_result_t kol_force_cmd(const kol_line_t& line) {
+    kol_force_rec_t force;
+    bool repeat = false;
+    if (const kol_rejection_t wrong = read_force(line, force, repeat)) return wrong;
+    append_force(force, repeat);
+    return {};
+}
+
+kol_result_t kol_clock_period_cmd(const kol_line_t& line) {
+    std::int32_t period = 0;
+    if (!kol_read_positive_time(line[3], period)) return kol_period_invalid;
+    auto* block = new kol_forceblk_rec_t;
+    block->clock_period = period;
+    block->start_time = kol_ext.cur_time;
+    kol_append_record(block, kol_ext.start_clock_force_blk, kol_ext.last_clock_force_blk);
+    return kol_accepted(kol_time_text(period));
+}
+
+kol_result_t kol_run_cmd(const kol_line_t& line) {
+    std::int32_t end_time = 0;
+    if (const kol_rejection_t wrong = read_end_time(line, end_time)) return wrong;
+    if (end_time <= kol_ext.cur_time)
+        return kol_result_t(run_has_no_length)
+            .then({"# start_time : ", kol_time_text(kol_ext.cur_time)})
+            .then({"# end_time : ", kol_time_text(end_time)});
+    bool no_event_found = false;
+    run_until(end_time, no_event_found);
+    tm_shell.redraw_states();
+    return no_event_found ? nothing_forced : kol_rejection_t{};
+}
