@@ -93,6 +93,9 @@ TEST_F(observation, neither_views_nor_buses_outgrow_the_window) {
                  {"trace b", {"# TRACe b ", rows, "# Signal : \"b\" "}},
                  {"def bus a v y", refused("DEFine BUS a v y ", large)},
                  {"def bus a u y", {" DEFine BUS a u y "}}});
+    const std::string full = " x x x" + times(9, "w") + times(7, "y");  // 1024 with those inside
+    EXPECT_EQ(type("def bus n q" + full), lines{" DEFine BUS n q" + full + " "});
+    EXPECT_EQ(type("def bus a q y").back(), large);
 }
 
 TEST_F(observation, move_signal_exchanges_two_entries) {

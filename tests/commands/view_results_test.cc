@@ -52,6 +52,10 @@ TEST_F(view_results, fits_the_window_to_the_marked_area) {
     EXPECT_EQ(from_and_scale(), std::pair(1500, 4));
     type("mark rect 24 0 27 0;view area;mark rect 24 0 27 0;view area");
     EXPECT_EQ(from_and_scale(), std::pair(1500, 1));
+    tm_vext.numpage = tm_page::context;
+    type("mark rect 24 0 300 9");
+    tm_vext.numpage = tm_page::results;
+    EXPECT_EQ(type("view area").back(), none) << "marked on the other page";
 }
 
 TEST_F(view_results, begins_the_list_at_the_row_at_the_top_of_the_marked_area) {

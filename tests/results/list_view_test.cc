@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "foundation/shell.h"
 #include "list_table.h"
 
@@ -65,6 +67,19 @@ TEST_F(drawn_list, cuts_names_and_names_a_combined_bus_once_at_its_first_shown_m
     list("a W[p q r] b");
     kol_ext.list_cur_column = 5;
     EXPECT_EQ(header(), (texts{"216,140 W           ", "276,100 b           "}));
+}
+
+TEST_F(drawn_list, shows_the_columns_that_begin_on_the_page) {
+    for (const char* const entries : {"W[a b c d e f g h i j k]", "z W[a b c d e f g h i j k]"}) {
+        list(entries);  // the values of k begin in columns 21 and 24, the last ones shown in 19 and 20
+        for (const auto& [name, signal] : signal_of) history(name, "0S@0");
+        draw();
+        EXPECT_EQ(std::count_if(canvas.texts.begin(), canvas.texts.end(),
+                                [](const std::string& text) { return text.ends_with(" 0S"); }),
+                  10)
+            << entries;
+        signal_of.clear(), bus_of.clear();
+    }
 }
 
 int redraws = 0;

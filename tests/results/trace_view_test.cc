@@ -68,6 +68,13 @@ TEST_F(drawn_trace, draws_changes_in_the_window_up_to_the_present) {
                         100,
                         5000,
                         {"24 37 114 37 yellow 0", "114 37 114 63 yellow 1", "114 63 624 63 yellow 1"}},
+                       // Changes just at the end of the window and at the present.
+                       {"1S@0 0S@2000",
+                        0,
+                        100,
+                        5000,
+                        {"24 37 624 37 yellow 0", "624 37 624 63 yellow 0", "624 63 624 63 yellow 0"}},
+                       {"1S@0 1W@900", 0, 100, 900, {"24 37 294 37 yellow 0", "294 37 294 37 yellow 1"}},
                        {"1S@0 1W@300", 0, 100, 900, {"24 37 114 37 yellow 0", "114 37 294 37 yellow 1"}},
                        {"iU@0 xR@100 1S@1101", 100, 50, 5000, {"24 50 624 50 yellow 2"}},
                        {"iS@0 0S@300", 300, 100, 301, {"24 63 24 63 yellow 0"}},

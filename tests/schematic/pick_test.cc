@@ -62,6 +62,7 @@ TEST_F(wired_sheet, the_nearest_object_within_the_aperture_is_picked) {
         {tm_family::net, 30, 25, net},         {tm_family::net, 30, 26, 0},
         {tm_family::vertex, 58, 22, corner},   {tm_family::vertex, 60, 41, 0},
         {tm_family::pin, 11, 16, pin_b},       {tm_family::pin, 11, 14, pin_a},
+        {tm_family::pin, 10, 15, pin_a},  // the first of equally near ones
         {tm_family::instance, 8, 8, instance}, {tm_family::instance, 4, 8, 0},
         {tm_family::all, 58, 22, corner},      {tm_family::all, 30, 22, net},
         {tm_family::all, 10, 10, instance},    {tm_family::all, 14, 32, 0},

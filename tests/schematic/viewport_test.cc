@@ -73,6 +73,16 @@ TEST_F(drawn_sheet, viewing_commands_set_what_is_seen) {
     EXPECT_EQ(seen(), "42000 41000 62000 61000") << "a box that fits keeps the magnification";
     tm_view_centre(file, {0, 0, 80 * k, 40 * k});
     EXPECT_EQ(seen(), "-120000 -140000 200000 180000") << "one that is too large takes a quarter";
+    tm_view_centre(file, {50 * k, 50 * k, 50 * k, 50 * k});
+    EXPECT_EQ(seen(), "10000 10000 90000 90000") << "a point that would be too small";
+    for (const auto& [box, area] :
+         {std::pair(tm_bounds_t{50 * k, 50 * k, 70 * k, 52 * k}, "20000 11000 100000 91000"),
+          std::pair(tm_bounds_t{50 * k, 50 * k, 52 * k, 70 * k}, "11000 20000 91000 100000")}) {
+        tm_view_area(file, {40 * k, 40 * k, 60 * k, 60 * k});
+        tm_view_centre(file, box);
+        EXPECT_EQ(seen(), area) << "too wide or too high alone";
+    }
+    tm_view_centre(file, {0, 0, 80 * k, 40 * k});
     tm_vext.bitmap_size = {0, 0, 200, 100};
     EXPECT_EQ(seen(), "-120000 -60000 200000 100000") << "a wider window fits it more closely";
     tm_view_all(file);
