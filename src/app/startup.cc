@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "app/shutdown.h"
+#include "app/window/leaving.h"
 #include "app/window/shell_hooks.h"
 #include "app/window/window.h"
 #include "commands/language/bindings.h"
@@ -244,6 +245,7 @@ void run_session() {
     kol_ext.list_or_trace = true;
     tm_shell.redraw_results();
     run_command_file();
+    leaving_mark_saved();
     tm_vext.all_init_done = true;
     tm_win_flush();
     if (!tm_vext.end_flag) tm_win_main_loop();

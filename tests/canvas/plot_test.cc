@@ -1,5 +1,6 @@
 // Plots of a small picture: what a plotter is told, and the dots of a PNG.
 #include "canvas/plot.h"
+#include "canvas/stroke_font.h"
 
 #include <cairo.h>
 #include <gtest/gtest.h>
@@ -68,6 +69,22 @@ TEST(plot, tells_a_plotter_pens_line_types_and_places_above_the_lower_edge) {
          "SP1;PU6850,3088;PD;PD6850,4612;"},
     };
     for (const auto& [what, draw, text] : cases) EXPECT_EQ(plotter_text(draw), text) << what;
+}
+
+TEST(plot, has_a_size_within_limits_and_a_format_by_its_name) {
+    std::string error;
+    for (const auto& [width, message] :
+         {std::pair(0, "no picture of that size"), std::pair(1, ""), std::pair(tm_plot_largest, ""),
+          std::pair(tm_plot_largest + 1, "no picture of that size")}) {
+        tm_plot_bytes({width, 1, [](tm_canvas&) {}}, tm_plot_format::hpgl, error);
+        EXPECT_EQ(error, message) << width;
+    }
+    for (const auto& [name, format] :
+         {std::pair("a.PnG", tm_plot_format::png), std::pair(".svg", tm_plot_format::svg),
+          std::pair("a.pdf.plt", tm_plot_format::hpgl), std::pair("pdf", tm_plot_format::hpgl)})
+        EXPECT_EQ(tm_plot_format_of(name), format) << name;
+    for (const char none : {'\x1f', '\x7f', ' '}) EXPECT_TRUE(tm_font_strokes(none, 12, 20).empty());
+    for (const char some : {'!', '~'}) EXPECT_FALSE(tm_font_strokes(some, 12, 20).empty());
 }
 
 struct reader {

@@ -96,6 +96,7 @@ TEST_F(observation, neither_views_nor_buses_outgrow_the_window) {
     const std::string full = " x x x" + times(9, "w") + times(7, "y");  // 1024 with those inside
     EXPECT_EQ(type("def bus n q" + full), lines{" DEFine BUS n q" + full + " "});
     EXPECT_EQ(type("def bus a q y").back(), large);
+    EXPECT_EQ(type("def bus c r y"), lines{" DEFine BUS c r y "}) << "a full bus hinders no other";
 }
 
 TEST_F(observation, move_signal_exchanges_two_entries) {

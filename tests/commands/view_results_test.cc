@@ -21,6 +21,10 @@ TEST_F(view_results, chooses_the_view_its_time_and_all_of_the_simulated_time) {
     expect_each({{"view all", {" VIEw ALl "}}, {"view win l;view all", {" VIEw WINdow l ", " VIEw ALl "}}});
     EXPECT_EQ(std::pair(kol_ext.trace_cur_time, kol_ext.trace_scale), std::pair(0, 200));
     EXPECT_EQ(std::pair(kol_ext.list_cur_time, kol_ext.list_or_trace), std::pair(0, true));
+    tm_shell.show_other_page = [] { tm_vext.numpage = tm_page::results; };
+    tm_vext.numpage = tm_page::context;
+    type("view window trace");
+    EXPECT_EQ(tm_vext.numpage, tm_page::results) << "what is asked for comes to the front";
 }
 
 // The page is 900 wide: its plot begins at 24 and is 600 wide, rows of the list are 20 high.
@@ -42,14 +46,14 @@ TEST_F(view_results, fits_the_window_to_the_marked_area) {
     tm_point_t corner;
     EXPECT_TRUE(kol_mark_band(tm_page::results, corner) && corner.x == 324 &&
                 !kol_mark_band(tm_page::context, corner));
-    tm_vext.pixel_pos = {340, 90};
+    tm_vext.pixel_pos = {341, 90};
     EXPECT_EQ(type("view area;view area"), (lines{" VIEw ARea ", "# VIEw ARea ", none}));
-    EXPECT_EQ(from_and_scale(), std::pair(1500, 4));
+    EXPECT_EQ(from_and_scale(), std::pair(1500, 5));
     EXPECT_FALSE(tm_vext.mark_rectangle_on);
     for (const char* const too_narrow :
          {"mark rect 100 0 102 99;view area", "mark rect 623 0 900 99;view area"})
         EXPECT_EQ(type(too_narrow).back(), narrow);
-    EXPECT_EQ(from_and_scale(), std::pair(1500, 4));
+    EXPECT_EQ(from_and_scale(), std::pair(1500, 5));
     type("mark rect 24 0 27 0;view area;mark rect 24 0 27 0;view area");
     EXPECT_EQ(from_and_scale(), std::pair(1500, 1));
     tm_vext.numpage = tm_page::context;

@@ -71,7 +71,7 @@ class ResultsPage(Window):
         self.assertEqual({self.row(1, height)[change] for height in range(-13 + 7, -13 + 12) if height}, {"."})
         for row, height in ((1, HIGH), (2, HIGH), (4, HIGH)):
             self.assertNotIn("y", self.row(row, height)[change + 2:LEFT + self.plot])
-        self.assertIn("w", self.row(1, 10)[-252:])  # its name
+        self.assertIn("w", self.row(1, 5)[-252:])  # its name
         self.assertEqual(self.row(1)[LEFT - 1:LEFT + 1], "ww")  # the first dot of the grid
 
     def test_list_stands_in_columns(self):
@@ -129,7 +129,7 @@ class ResultsPage(Window):
     def window_of_view(self, begin, end):
         """First time and span that a marked area gives."""
         first, last = ((x - LEFT) * 1000 // self.plot for x in (begin, end))
-        return first, (last - first) // 20 * 20
+        return first, (last - first + 19) // 20 * 20
 
     def test_signals_change_places_under_the_pointer(self):
         self.start("TRACE N1 N2 N3", "FORCE A N1 1 0", "FORCE A N2 0 0", "FORCE A N3 i 0", "RUN 1000",

@@ -23,12 +23,15 @@ struct recorder_canvas final : tm_canvas {
     std::int32_t w = 0, h = 0;
     int clears = 0;
     std::vector<std::string> texts;     // "x,y text"
+    std::vector<std::string> grounds;   // opaque, and what stands below
     std::vector<std::string> segments;  // "x y x y colour dash"
     std::vector<tm_pixel> places;       // of dots
     int dots_drawn = 0;
     std::int32_t width() const override { return w; }
     std::int32_t height() const override { return h; }
-    void clear() override { ++clears, dots_drawn = 0, texts.clear(), segments.clear(), places.clear(); }
+    void clear() override {
+        ++clears, dots_drawn = 0, texts.clear(), segments.clear(), places.clear(), grounds.clear();
+    }
     void polyline(std::span<const tm_pixel> points, const tm_pen& pen) override {
         constexpr const char* colours[] = {"black", "red", "green", "blue", "cyan", "yellow"};
         std::string text;
@@ -37,7 +40,10 @@ struct recorder_canvas final : tm_canvas {
         segments.push_back(text + colours[static_cast<int>(pen.colour)] + " " +
                            std::to_string(static_cast<int>(pen.dash)));
     }
-    void fill(std::span<const tm_pixel>, tm_colour) override {}
+    void fill(std::span<const tm_pixel> corners, tm_colour) override {
+        grounds.push_back(std::to_string(corners[0].y) + ".." + std::to_string(corners[2].y) + " behind " +
+                          std::to_string(texts.size()) + " texts");
+    }
     void dots(tm_pixel from, tm_pixel, tm_pixel count, tm_colour) override {
         places.push_back(from);
         dots_drawn += count.x * count.y;

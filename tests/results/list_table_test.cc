@@ -42,6 +42,9 @@ TEST_F(list_table, a_list_fits_as_long_as_its_last_value_begins_within_1024_colu
     list(entries + "s t");
     EXPECT_FALSE(kol_list_fits());
     recorder_canvas canvas;
+    EXPECT_DEATH(kol_list_write_signame(canvas), "");
+    list("a");
+    EXPECT_TRUE(kol_list_fits());
     kol_ext.list_cur_column = 0;
     EXPECT_DEATH(kol_list_write_signame(canvas), "");
 }

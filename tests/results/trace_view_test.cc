@@ -104,9 +104,18 @@ TEST_F(drawn_trace, draws_the_members_of_a_bus_wherever_it_stands_over_labels_an
     const auto at = [&](std::size_t i) { return std::pair(canvas.places[i].x, canvas.places[i].y); };
     EXPECT_EQ((std::array{at(0), at(7), at(83)}),
               (std::array{std::pair(23, 170), std::pair(54, 50), std::pair(623, 50)}));
+    yx_sext.time_step = 10.0F;
+    kol_ext.trace_cur_time = 2147480000, kol_ext.trace_scale = 1;
+    draw();
+    EXPECT_EQ(canvas.texts.back().size(), 8 + 14U) << canvas.texts.back();
+    kol_ext.trace_cur_time = 0, kol_ext.trace_scale = 100;
     canvas.h = 1;  // a page pushed together
     draw();
     EXPECT_EQ(canvas.places.size(), 21U * 2);
+    EXPECT_EQ(canvas.texts.back(), "12,0 Page too small for one row");
+    canvas.h = 42 * 60;
+    draw();
+    EXPECT_EQ(canvas.places.size(), 21U * 55) << "no page is too high";
 }
 
 // What the segments leave on a page of 640 x 80 pixels, painted one over the other.

@@ -108,6 +108,41 @@ TEST_F(drawn_sheet, circles_and_arcs_keep_their_radius_and_their_ends) {
     }
 }
 
+TEST_F(drawn_sheet, an_arc_through_points_of_one_line_is_that_line) {
+    add(tm_type_arc3p_2d,
+        [&] {
+            tm_arc3p_2dreal(0, 7, {10 * k, 10 * k}, {20 * k, 10 * k}, {30 * k, 10 * k}, bounds);
+        },
+        {10 * k, 10 * k});
+    EXPECT_EQ(draw(), lines{"line white 0 1: 10,90 20,90 30,90"});
+}
+
+TEST_F(drawn_sheet, tags_stand_before_or_behind_their_origin_and_point_where_signals_go) {
+    const std::pair<const char*, const char*> kinds[] = {
+        {"INPUT", "37,50 37,55 46,55 50,50 46,45 37,45 37,50"},
+        {"TO_PAGE", "50,50 50,55 58,55 62,50 58,45 50,45 50,50"},
+        {"INOUT", "50,50 54,55 62,55 66,50 62,45 54,45 50,50"},
+    };
+    open(tm_type_tag_family, {}, tm_tag_family);
+    std::int16_t last = 0;
+    for (const auto& [kind, corners] : kinds) {
+        if (last != 0) tm_set_object_deleted(file, last, true);
+        tm_name_record_t name;
+        tm_value_record_t value;
+        tm_copy_name(tm_string(kind), name);
+        tm_copy_value(tm_string("A"), value);
+        last = add(tm_type_tag, [&] { tm_tag(name, value); }, {50 * k, 50 * k});
+        EXPECT_EQ(draw().front(), std::string("line cyan 0 1: ") + corners);
+    }
+}
+
+TEST_F(drawn_sheet, what_touches_the_canvas_is_drawn) {
+    line({100 * k, 10 * k}, {100 * k, 20 * k});
+    EXPECT_EQ(draw().size(), 1U) << "half of its width is seen";
+    line({101 * k, 10 * k}, {101 * k, 20 * k});
+    EXPECT_EQ(draw().size(), 1U);
+}
+
 TEST_F(drawn_sheet, hidden_and_deleted_objects_are_left_out_with_all_they_contain) {
     open(tm_type_frame_family, {}, tm_frame_family);
     const std::int16_t frame = open(tm_type_frame, {}, tm_frame);
@@ -148,6 +183,7 @@ TEST_F(wired_sheet, wires_are_drawn_with_their_junctions_and_open_pins) {
     EXPECT_TRUE(has("line green 0 3: 10,80 60,80"));
     EXPECT_TRUE(has("line green 1 5: 60,80 60,40"));
     EXPECT_TRUE(has("line red 0 1: 8,88 12,88 12,92 8,92 8,88"));
+    EXPECT_FALSE(has("line red 0 1: 8,78 12,78 12,82 8,82 8,78")) << "a pin that is connected";
     const auto junctions =
         std::count_if(canvas.drawn.begin(), canvas.drawn.end(), [](const std::string& entry) {
             return entry.starts_with("fill green: 12,80 ") || entry.starts_with("fill green: 62,80 ");
@@ -176,6 +212,8 @@ TEST_F(wired_sheet, probes_show_their_text_of_now_beside_their_place) {
         draw();
         EXPECT_TRUE(has(std::string("text yellow 10x16 r0 54,54: one") + now));
     }
+    draw({-40 * k, 100 * k, k, 100, 100});  // its place is just off the canvas
+    for (const std::string& drawn : canvas.drawn) EXPECT_EQ(drawn.find("one"), std::string::npos) << drawn;
 }
 
 TEST_F(drawn_sheet, lines_and_fillings_far_beyond_the_canvas_are_cut) {
@@ -237,6 +275,9 @@ TEST_F(drawn_sheet, grid_dots_stand_on_the_grid_and_are_thinned_when_dense) {
         {5 * k,
          "points blue: 10,90 20,90 30,90 40,90 50,90 10,80 20,80 30,80 40,80 50,80 10,70 20,70 30,70 "
          "40,70 50,70"},
+        {8 * k,  // as close as dots may stand
+         "points blue: 10,90 18,90 26,90 34,90 42,90 50,90 10,82 18,82 26,82 34,82 42,82 50,82 10,74 18,74 "
+         "26,74 34,74 42,74 50,74 10,66 18,66 26,66 34,66 42,66 50,66"},
         {20 * k, nullptr, false},
         {0, nullptr},
     };

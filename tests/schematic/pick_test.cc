@@ -1,5 +1,6 @@
 #include "schematic/pick.h"
 
+#include "schematic/page_area.h"
 #include "schematic/select.h"
 #include "schematic/snap.h"
 #include "schematic/wired_sheet.h"
@@ -48,6 +49,17 @@ TEST_F(wired_sheet, of_several_at_a_point_one_with_a_net_and_then_a_vertex_is_fo
     EXPECT_EQ(tm_vertex_at(file, {60 * k, 60 * k}), end);
     tm_object_as<tm_type_pinpropfam>(file, pin_a).net = net;
     EXPECT_EQ(tm_vertex_at(file, {60 * k, 60 * k}), pin_a);
+    tm_object(file, end).origin = {60 * k, 20 * k};
+    tm_object_as<tm_type_vertex_2d>(file, end).net = net;
+    EXPECT_EQ(tm_vertex_at(file, {60 * k, 20 * k}), corner) << "the first of equals";
+}
+
+TEST_F(wired_sheet, the_border_belongs_to_the_page) {
+    for (const auto& [at, is_inside] :
+         {std::pair(tm_point_t{0, 0}, true), std::pair(tm_point_t{90 * k, 90 * k}, true),
+          std::pair(tm_point_t{90 * k + 1, 0}, false), std::pair(tm_point_t{0, 90 * k + 1}, false),
+          std::pair(tm_point_t{-1, 0}, false), std::pair(tm_point_t{0, -1}, false)})
+        EXPECT_EQ(tm_inside_page(file, at), is_inside) << at.x << ' ' << at.y;
 }
 
 // Pixels are 1000 units, the aperture reaches 5 of them to each side.
@@ -63,6 +75,7 @@ TEST_F(wired_sheet, the_nearest_object_within_the_aperture_is_picked) {
         {tm_family::vertex, 58, 22, corner},   {tm_family::vertex, 60, 41, 0},
         {tm_family::pin, 11, 16, pin_b},       {tm_family::pin, 11, 14, pin_a},
         {tm_family::pin, 10, 15, pin_a},  // the first of equally near ones
+        {tm_family::vertex, 65, 20, corner},   {tm_family::vertex, 66, 20, 0},
         {tm_family::instance, 8, 8, instance}, {tm_family::instance, 4, 8, 0},
         {tm_family::all, 58, 22, corner},      {tm_family::all, 30, 22, net},
         {tm_family::all, 10, 10, instance},    {tm_family::all, 14, 32, 0},
@@ -76,6 +89,8 @@ TEST_F(wired_sheet, the_nearest_object_within_the_aperture_is_picked) {
             << static_cast<int>(row.family) << ' ' << row.x << ' ' << row.y;
     }
     EXPECT_EQ(tm_nearest_segment(file, viewport, {30 * k, 22 * k}), segment);
+    const tm_viewport_t farther = {0, 200 * k, 2 * k, 100, 100};  // both pins are met
+    EXPECT_EQ(tm_nearest(file, tm_family::pin, farther, {10 * k, 16 * k}), pin_b);
 }
 
 TEST_F(wired_sheet, areas_select_what_lies_wholly_inside) {
@@ -91,6 +106,7 @@ TEST_F(wired_sheet, areas_select_what_lies_wholly_inside) {
         {tm_family::net, {0, 15, 65, 25}, {net}},
         {tm_family::net, {20, 15, 70, 50}, {}},
         {tm_family::vertex, {70, 70, 50, 10}, {corner, end}},
+        {tm_family::vertex, {60, 20, 60, 60}, {corner, end}},
         {tm_family::pin, {0, 0, 20, 20}, {pin_a, pin_b}},
         {tm_family::property, {0, 28, 30, 40}, {own}},
         {tm_family::property, {0, 28, 15, 40}, {}},

@@ -69,6 +69,9 @@ TEST_F(drawn_sheet, viewing_commands_set_what_is_seen) {
     }
     tm_view_area(file, {30 * k, 30 * k, 31 * k, 31 * k});  // smaller than the aperture
     EXPECT_EQ(seen(), "20500 20500 40500 40500");
+    tm_view_area(file, {30 * k, 30 * k, 31 * k, 60 * k});  // smaller in one direction alone
+    EXPECT_EQ(seen(), "15500 30000 45500 60000");
+    tm_view_area(file, {20500, 20500, 40500, 40500});
     tm_view_centre(file, {50 * k, 50 * k, 54 * k, 52 * k});
     EXPECT_EQ(seen(), "42000 41000 62000 61000") << "a box that fits keeps the magnification";
     tm_view_centre(file, {0, 0, 80 * k, 40 * k});

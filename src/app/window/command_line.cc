@@ -16,7 +16,7 @@ std::string printable_text(std::string_view text) {
 
 void kol_send_command(std::string_view text) {
     kol_process_command(tm_string(printable_text(text)), kol_ext.ext_arg, kol_ext.top_var);
-    session_show();
+    session_show_end();
 }
 
 void kol_send_question(std::string_view text) { kol_expand_cmd(tm_string(printable_text(text))); }

@@ -3,6 +3,7 @@
 
 #include <Xm/Form.h>
 #include <Xm/Label.h>
+#include <Xm/Text.h>
 #include <Xm/TextF.h>
 
 #include <algorithm>
@@ -18,9 +19,19 @@ namespace {
 constexpr int entry_characters = 197;
 constexpr const char* first_text = "# type here your Command ...";
 
-// The first text makes room for what is typed or pasted.
+// Control characters stay out; the first text makes room for what is typed or pasted.
 void modify_cb(Widget entry, XtPointer, XtPointer call_data) {
     auto* change = static_cast<XmTextVerifyCallbackStruct*>(call_data);
+    if (change->text != nullptr && change->text->ptr != nullptr && change->text->length > 0) {
+        char* const text = change->text->ptr;
+        char* const end = std::remove_if(text, text + change->text->length, [](char c) {
+            return static_cast<unsigned char>(c) < 32 || c == 127;
+        });
+        change->text->length = static_cast<int>(end - text);
+        *end = '\0';
+        if (change->text->length == 0) change->doit = False;
+        if (!change->doit) return;
+    }
     if (!tm_window.placeholder_shown || change->event == nullptr) return;
     tm_window.placeholder_shown = false;
     change->startPos = 0;
@@ -41,12 +52,62 @@ void history_action(Widget, XEvent*, String* way, Cardinal*) {
     if (history_step(**way == '-' ? -1 : 1, now, line)) entry_set_text(line);
 }
 
-void use_history_keys() {
-    static char name[] = "entry-history";
-    static XtActionsRec actions[] = {{name, history_action}};
+// Every line of a pasted text but the last is a command; the last one stays to be completed.
+void paste(std::string_view pasted) {
+    if (pasted.find('\n') == std::string_view::npos) {
+        const XmTextPosition at = XmTextFieldGetInsertionPosition(tm_window.entrycmd);
+        if (tm_window.placeholder_shown) return entry_set_text(printable_text(pasted));
+        return XmTextFieldInsert(tm_window.entrycmd, at, printable_text(pasted).data());
+    }
+    std::string all = (tm_window.placeholder_shown ? std::string() : typed_text()) + std::string(pasted);
+    for (std::size_t end = all.find('\n'); end != std::string::npos; end = all.find('\n')) {
+        entry_set_text(all.substr(0, end));
+        entry_send();
+        all.erase(0, end + 1);
+    }
+    entry_set_text(printable_text(all));
+}
+
+void paste_cb(Widget, XtPointer, Atom*, Atom*, XtPointer value, unsigned long* length, int* format) {
+    if (value != nullptr && *format == 8) paste({static_cast<const char*>(value), *length});
+    if (value != nullptr) XtFree(static_cast<char*>(value));
+}
+
+void paste_action(Widget entry, XEvent* event, String* selection, Cardinal*) {
+    const auto atom = [](const char* name) { return XInternAtom(tm_window.dpy, name, False); };
+    const bool is_button = event->type == ButtonPress || event->type == ButtonRelease;
+    XtGetSelectionValue(entry, atom(*selection), atom("UTF8_STRING"), paste_cb, nullptr,
+                        is_button ? event->xbutton.time : event->xkey.time);
+}
+
+// What is selected in the entry, or else in the session area.
+void copy_action(Widget entry, XEvent* event, String*, Cardinal*) {
+    char* const selected = XmTextFieldGetSelection(entry);
+    if (selected != nullptr)
+        XmTextFieldCopy(entry, event->xkey.time);
+    else
+        XmTextCopy(tm_window.textsession, event->xkey.time);
+    XtFree(selected);
+}
+
+void use_own_keys() {
+    static char history[] = "entry-history", paste_name[] = "entry-paste", copy[] = "entry-copy";
+    static XtActionsRec actions[] = {
+        {history, history_action}, {paste_name, paste_action}, {copy, copy_action}};
     XtAppAddActions(tm_window.app, actions, XtNumber(actions));
-    XtOverrideTranslations(tm_window.entrycmd, XtParseTranslationTable("<Key>osfUp: entry-history(-)\n"
-                                                                       "<Key>osfDown: entry-history(+)\n"));
+    XtOverrideTranslations(tm_window.entrycmd,
+                           XtParseTranslationTable("<Key>osfUp: entry-history(-)\n"
+                                                   "<Key>osfDown: entry-history(+)\n"
+                                                   "Ctrl<Key>v: entry-paste(CLIPBOARD)\n"
+                                                   "Shift<Key>osfInsert: entry-paste(CLIPBOARD)\n"
+                                                   "Ctrl<Key>c: entry-copy()\n"
+                                                   "Ctrl<Key>a: beginning-of-line()\n"
+                                                   "Ctrl<Key>e: end-of-line()\n"
+                                                   "Ctrl<Key>u: delete-to-start-of-line()\n"
+                                                   "Ctrl<Key>k: delete-to-end-of-line()\n"
+                                                   "Ctrl<Key>w: delete-previous-word()\n"
+                                                   "<Btn2Down>: entry-paste(PRIMARY)\n"
+                                                   "<Btn2Up>: \n"));
 }
 
 }  // namespace
@@ -64,7 +125,7 @@ void entry_create(Widget parent) {
     tm_window.placeholder_shown = true;
     XtAddCallback(tm_window.entrycmd, XmNactivateCallback, kol_cmd_activate_cb, nullptr);
     XtAddCallback(tm_window.entrycmd, XmNmodifyVerifyCallback, modify_cb, nullptr);
-    use_history_keys();
+    use_own_keys();
 }
 
 void entry_set_text(std::string_view text) {
@@ -86,6 +147,10 @@ void entry_send() {
     entry_focus();
     XFlush(tm_window.dpy);
     xdelayms(pause_after_entry);
+}
+
+bool entry_has_text() {
+    return !tm_window.placeholder_shown && XmTextFieldGetLastPosition(tm_window.entrycmd) > 0;
 }
 
 void entry_focus() { XmProcessTraversal(tm_window.entrycmd, XmTRAVERSE_CURRENT); }

@@ -10,4 +10,5 @@ void entry_create(Widget parent);            // label_entry and entrycmd
 void entry_set_text(std::string_view text);  // replaces the text, ready to be edited
 void entry_send();                           // executes the text, or expands it behind a "?"
 void entry_focus();
+bool entry_has_text();  // something is being typed
 void kol_cmd_activate_cb(Widget, XtPointer, XtPointer);

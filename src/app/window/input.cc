@@ -5,10 +5,15 @@
 #include <Xm/DrawingA.h>
 
 #include <algorithm>
+#include <array>
 #include <iterator>
+#include <string>
+#include <utility>
 
 #include "app/pauses.h"
 #include "app/window/command_line.h"
+#include "app/window/entry.h"
+#include "app/window/leaving.h"
 #include "app/window/mark_band.h"
 #include "app/window/pages.h"
 #include "commands/language/interpreter.h"
@@ -49,19 +54,45 @@ const modifier_row& modifier() {
                          [](const modifier_row& row) { return row.state == tm_vext.state; });
 }
 
+// Default texts that are no commands: those of button 2, which the window keeps for itself, and that of
+// Shift-F3.
+constexpr std::string_view windows_own[] = {"$DM1 ", "$XIM "};
+constexpr std::string_view no_command = "CHANGE PROPERTY POSITION ";
+
 void run_text(const tm_string_record_t& bound) {
-    if (bound.len > 0) kol_send_command(tm_view(bound));
+    const std::string text(tm_view(bound));
+    if (text.empty() ||
+        std::find(std::begin(windows_own), std::end(windows_own), text) != std::end(windows_own))
+        return;
+    if (text == no_command)
+        return tm_display("# !! Error : texts of sheets are not moved here ( CHANGE PROPERTY POSITION ) ");
+    if (!leaving_is_meant(text)) return kol_send_command(text);
+    leaving_ask([text] { kol_send_command(text); });
 }
 
+// A rectangle was given up while its key or button was held: the release means nothing then.
+bool release_is_void = false;
+// The modifier with which each function key was pressed; it counts at the release, too.
+std::array<const modifier_row*, 12> pressed_with{};
+
 // What keys do; the argument is the key's position in its table.
-void press_function(std::size_t key) { run_text((tm_vext.*modifier().pressed)[key]); }
-void release_function(std::size_t key) { run_text((tm_vext.*modifier().released)[key]); }
+void press_function(std::size_t key) {
+    release_is_void = false;
+    pressed_with[key] = &modifier();
+    run_text((tm_vext.*pressed_with[key]->pressed)[key]);
+}
+void release_function(std::size_t key) {
+    const modifier_row* const held = std::exchange(pressed_with[key], nullptr);
+    if (std::exchange(release_is_void, false)) return;
+    run_text((tm_vext.*(held != nullptr ? *held : modifier()).released)[key]);
+}
 void run_arrow(std::size_t key) { run_text((tm_vext.*modifier().arrow)[key]); }
 void run_control(std::size_t key) { run_text(tm_vext.action_ck[key]); }
 void show_menus(std::size_t) { kol_exec_cmd("kolvMenuDB"); }
 void show_keys(std::size_t) { kol_exec_cmd("kolvKeysDB"); }
 // A rectangle that nobody wants any more.
 void give_up_marks(std::size_t) {
+    release_is_void = tm_vext.mark_rectangle_on;
     kol_forget_marks();
     band_follow();
 }
@@ -86,8 +117,8 @@ constexpr key_row keys[] = {
     {XK_Down, XK_Down, 2, false, false, true, run_arrow, run_arrow},
     {XK_Right, XK_Right, 3, false, false, true, run_arrow, run_arrow},
     {XK_n, XK_z, 0, true, false, false, run_control, nullptr},
-    {XK_c, XK_c, 0, true, false, false, [](std::size_t) { kol_send_command(" BYE "); }, nullptr},
-    {XK_d, XK_d, 0, true, false, false, [](std::size_t) { kol_send_command(" QUIT "); }, nullptr},
+    {XK_c, XK_c, 0, true, false, false, [](std::size_t) { run_text(tm_string(" BYE ")); }, nullptr},
+    {XK_d, XK_d, 0, true, false, false, [](std::size_t) { run_text(tm_string(" QUIT ")); }, nullptr},
     {XK_Prior, XK_Prior, 0, false, false, false, show_menus, nullptr},
     {XK_Next, XK_Next, 0, false, false, false, show_keys, nullptr},
     {XK_Escape, XK_Escape, 0, false, false, false, give_up_marks, nullptr},
@@ -129,6 +160,8 @@ std::size_t button_action(unsigned button, bool released) {
 
 // A wheel draws no rectangle: what its text begins to mark is given up.
 void run_button(const XButtonEvent& button) {
+    const bool was_void = std::exchange(release_is_void, false);
+    if (was_void && button.type == ButtonRelease) return;
     const bool was_marking = tm_vext.mark_rectangle_on;
     run_text(tm_vext.action_but[button_action(button.button, button.type == ButtonRelease)]);
     if (button.button <= Button3 || was_marking) return;
@@ -143,6 +176,14 @@ void discard_motions(Widget area) {
     }
 }
 
+// While the entry holds a text, the keys that edit it are its own, wherever the pointer rests.
+bool edits_entry(KeySym keysym, unsigned state) {
+    if (!entry_has_text()) return false;
+    if (state == ControlMask)
+        return keysym == XK_u || keysym == XK_k || keysym == XK_w || keysym == XK_e || keysym == XK_v;
+    return state == 0 && keysym >= XK_Left && keysym <= XK_Down;
+}
+
 // Key events of the window come to the widget with the keyboard focus, wherever the pointer stands.  A key
 // that is not ours is typing.
 void key_handler(Widget, XtPointer, XEvent* event, Boolean* go_on) {
@@ -153,6 +194,7 @@ void key_handler(Widget, XtPointer, XEvent* event, Boolean* go_on) {
     const key_row* const row = find_key(keysym, state);
     const bool in_area = key.window == XtWindow(tm_window.curdrawarea);
     if (!in_area && (row == nullptr || !row->is_everywhere)) return;
+    if (edits_entry(keysym, state)) return;
     tm_vext.keysym = static_cast<std::uint32_t>(keysym);
     tm_vext.state = state;
     pages_pointer_position();

@@ -11,6 +11,7 @@
 
 #include "app/window/command_line.h"
 #include "app/window/dialogs.h"
+#include "app/window/leaving.h"
 #include "app/window/sheet_dialog.h"
 #include "foundation/shell.h"
 
@@ -177,7 +178,7 @@ void menu_act(const menu_row& row) {
         case menu_kind::trace_prompt:
             return dialog_prompt(prompt_dialog::trace_time);
         case menu_kind::quit:
-            return motif_main_quit();
+            return leaving_ask(motif_main_quit);
     }
     if (row.message != nullptr) kol_set_quick_message(row.message);
 }

@@ -9,6 +9,7 @@
 
 #include "app/pauses.h"
 #include "app/window/mark_band.h"
+#include "app/window/options.h"
 #include "app/window/x_canvas.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"
@@ -151,6 +152,9 @@ void pages_create_pixmaps() {
 
 void pages_redraw_results() {
     x_canvas canvas(tm_page::results);
+    if (window_options().results_follow_window) kol_set_list_geometry(canvas.height());
+    if (window_options().names_beside_rows)
+        kol_ext.trace_sig1n_y0 = kol_ext.trace_sig1r_y0 - kol_ext.trace_height / 2;
     kol_update_darea_edit(canvas);
     if (tm_vext.numpage == tm_page::results) pages_copy_to_window();
 }

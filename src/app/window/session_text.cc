@@ -75,6 +75,12 @@ void session_show_due() {
     if (steady::now() - session.last_show >= show_interval) session_show();
 }
 
+void session_show_end() {
+    session_show();
+    Widget text = tm_window.textsession;
+    if (text != nullptr && !at_end(text)) XmTextShowPosition(text, XmTextGetLastPosition(text));
+}
+
 void session_show() {
     Widget text = tm_window.textsession;
     if (text == nullptr || session.pending_lines == 0) return;

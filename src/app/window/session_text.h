@@ -7,8 +7,9 @@
 
 #include "app/window/window_record.h"
 
-inline constexpr std::size_t session_kept_lines = 5000;
+inline constexpr std::size_t session_kept_lines = 100'000;
 
 void session_append(std::string_view line);
 void session_show_due();  // shows what is collected when the last showing is long enough ago
 void session_show();      // shows it now
+void session_show_end();  // and moves to the newest line, for whoever has sent a command looks for the answer

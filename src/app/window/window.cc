@@ -26,7 +26,9 @@
 #include "app/window/entry.h"
 #include "app/window/fonts.h"
 #include "app/window/input.h"
+#include "app/window/leaving.h"
 #include "app/window/menu_table.h"
+#include "app/window/options.h"
 #include "app/window/pages.h"
 #include "app/window/session_text.h"
 #include "app/window/sheet_dialog.h"
@@ -45,7 +47,7 @@ using steady = std::chrono::steady_clock;
 
 // Pixels at the usual text size; the user may push a pane together to the least height.
 constexpr int window_width = 1008, window_height = 728, session_height = 128;
-constexpr Dimension least_pane = 60;
+constexpr Dimension least_pane = 60, most_pane = 32767;
 
 // Texts need UTF-8; numbers keep their point whatever the user's language.
 String set_language(Display*, String, XtPointer) {
@@ -85,7 +87,7 @@ Dimension window_length(int usual, int on_screen, int frame) {
     return static_cast<Dimension>(std::min(std::max(scaled(usual), on_screen * 4 / 5), on_screen - frame));
 }
 
-void quit_cb(Widget, XtPointer, XtPointer) { motif_main_quit(); }
+void quit_cb(Widget, XtPointer, XtPointer) { leaving_ask(motif_main_quit); }
 void open_cb(Widget, XtPointer, XtPointer) { dialog_open_sheet(); }
 void run_cb(Widget, XtPointer, XtPointer) { dialog_prompt(prompt_dialog::run); }
 
@@ -171,7 +173,7 @@ void create_session_text(Widget parent) {
                   XmNcursorPositionVisible, False, XmNtraversalOn, False, nullptr);
     XtManageChild(tm_window.textsession);
     XtVaSetValues(XtParent(tm_window.textsession), XmNskipAdjust, True, XmNpaneMinimum,
-                  scaled(session_height), nullptr);
+                  scaled(session_height), XmNpaneMaximum, most_pane, nullptr);
 }
 
 void create_panes(Widget parent, Widget above) {
@@ -179,8 +181,9 @@ void create_panes(Widget parent, Widget above) {
         XtVaCreateManagedWidget("rowcol", xmPanedWindowWidgetClass, parent, XmNtopAttachment, XmATTACH_WIDGET,
                                 XmNtopWidget, above, XmNbottomAttachment, XmATTACH_FORM, XmNleftAttachment,
                                 XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, nullptr);
-    tm_window.tabStack = XtVaCreateManagedWidget("tabStack", xmTabStackWidgetClass, tm_window.rowcol,
-                                                 XmNpaneMinimum, least_pane, XmNtraversalOn, False, nullptr);
+    tm_window.tabStack =
+        XtVaCreateManagedWidget("tabStack", xmTabStackWidgetClass, tm_window.rowcol, XmNpaneMinimum,
+                                least_pane, XmNpaneMaximum, most_pane, XmNtraversalOn, False, nullptr);
     create_page(0, "resultsPage");
     create_page(1, "contextPage");
     tm_window.curdrawarea = tm_window.drawarea[0];
@@ -190,6 +193,7 @@ void create_panes(Widget parent, Widget above) {
 
 void create_widgets(const char* name) {
     create_shell(name);
+    window_options_read();
     Widget form = XtVaCreateManagedWidget("form", xmFormWidgetClass, tm_window.top_window, nullptr);
     Widget menu_bar = create_menu_bar(form);
     Widget tool_bars = create_tool_bars(form, menu_bar);

@@ -29,7 +29,7 @@ kol_rejection_t zoom_trace(const tm_bounds_t& area) {
     if (right - left < least_area_width) return area_too_narrow;
     const std::int32_t begin = kol_trace_time_at(left, width), end = kol_trace_time_at(right, width);
     kol_ext.trace_cur_time = begin;
-    kol_ext.trace_scale = std::max((end - begin) / kol_trace_divisions, 1);
+    kol_ext.trace_scale = std::max((end - begin + kol_trace_divisions - 1) / kol_trace_divisions, 1);
     return {};
 }
 
@@ -104,5 +104,6 @@ kol_result_t kol_view_window_cmd(const kol_line_t& line) {
     if (!kol_begins_with_one_of(view, "LT")) return kol_view_invalid;
     kol_ext.list_or_trace = kol_begins_with_one_of(view, "L");
     tm_shell.redraw_results();
+    if (tm_vext.numpage != tm_page::results) tm_shell.show_other_page();
     return {};
 }

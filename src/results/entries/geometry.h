@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "canvas/canvas.h"
+
 struct rs_list_geometry_t {
     std::int32_t row_step = 20, column_step = 12;    // what a row and a character take
     std::int32_t row_pitch = 22, column_pitch = 14;  // what they are counted with
@@ -18,12 +20,18 @@ struct rs_list_geometry_t {
 struct rs_trace_geometry_t {
     std::int32_t row_step = 40, row_pitch = 42;
     std::int32_t rows_below = 5;  // rows of the page that hold no waveforms
-    std::int32_t least_rows = 2;  // a lower page is drawn as if it held these
+    std::int32_t least_rows = 1;  // a lower page is drawn as if it held these
     std::int32_t text_height = 20, left = 24, top = 50, names_width = 252, label_drop = 12;
 };
 
 inline constexpr rs_list_geometry_t rs_list_geometry;
 inline constexpr rs_trace_geometry_t rs_trace_geometry;
+
+// An opaque ground for texts.
+inline void rs_clear_band(tm_canvas& canvas, std::int32_t right, std::int32_t top, std::int32_t height) {
+    const tm_pixel corners[] = {{0, top}, {right, top}, {right, top + height}, {0, top + height}};
+    canvas.fill(corners, tm_colour::black);
+}
 
 // The window of the trace.
 inline constexpr std::int32_t kol_trace_divisions = 20;
@@ -35,7 +43,7 @@ inline std::int32_t rs_list_columns(std::int32_t page_width, bool states_shown) 
     return page_width / rs_list_geometry.column_pitch -
            (states_shown ? rs_list_geometry.columns_beside_states : rs_list_geometry.columns_beside_values);
 }
-// Rows of waveforms, and dots of the grid below each other.
+// Rows of waveforms.
 inline std::int32_t rs_trace_rows(std::int32_t page_height) {
     return std::max(page_height / rs_trace_geometry.row_pitch - rs_trace_geometry.rows_below,
                     rs_trace_geometry.least_rows);

@@ -88,7 +88,11 @@ void kol_list_bus_write_signame(tm_canvas& canvas, yx_bus_rec_t* bus) {
     }
 }
 
+// Values of a page that has grown stay behind the header.
 void kol_list_write_signame(tm_canvas& canvas) {
+    if (kol_list_first_entry() != nullptr)
+        rs_clear_band(canvas, canvas.width(), kol_ext.list_sig1n_y0,
+                      kol_list_header_lines * kol_ext.list_stepv);
     for (yx_signal_rec_t* entry = kol_list_first_entry(); entry != nullptr; entry = entry->next) {
         if (!entry->sig_bus) {
             if (kol_list_column_shown(*entry)) draw_name(canvas, *entry, name_tail(entry->name));

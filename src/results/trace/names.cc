@@ -11,7 +11,8 @@ constexpr std::size_t name_width = 20;
 void draw_name(tm_canvas& canvas, const yx_signal_rec_t& place, const tm_string_record_t& name) {
     std::string shown(tm_view(name));
     shown.resize(name_width, ' ');
-    const tm_pixel at{canvas.width() - kol_ext.trace_sig1n_x0, kol_trace_row_y(place.row)};
+    const tm_pixel at{canvas.width() - kol_ext.trace_sig1n_x0,
+                      kol_trace_row_y(place.row) + kol_ext.trace_sig1n_y0 - kol_ext.trace_sig1r_y0};
     canvas.text(at, shown, {tm_colour::white, kol_ext.trace_steph / 2, kol_ext.trace_height});
 }
 

@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::int32_t divisions = kol_trace_divisions, divisions_per_label = 5;
 constexpr std::size_t label_width = 14;
+constexpr std::int32_t least_grid = 2;  // dots below each other
 constexpr std::int64_t large_span = 1'000'000, coarse_step = 1'000;
 
 std::int32_t plot_width_of(std::int32_t page_width) {
@@ -135,6 +136,8 @@ void draw_waveform(tm_canvas& canvas, yx_signal_rec_t& signal) {
 void draw_labels(tm_canvas& canvas) {
     constexpr std::int64_t latest = std::numeric_limits<std::int32_t>::max();
     const std::int32_t step = plot_width_of(canvas.width()) / divisions;
+    rs_clear_band(canvas, canvas.width() - kol_ext.trace_sig1n_x0, kol_ext.trace_sig1t_y0,
+                  kol_ext.trace_height);
     for (std::int32_t division = 0; division < divisions; division += divisions_per_label) {
         const std::int64_t time = kol_ext.trace_cur_time + std::int64_t{division} * kol_ext.trace_scale;
         const std::string text = kol_time_text(static_cast<std::int32_t>(std::min(time, latest)));
@@ -193,7 +196,6 @@ void kol_trace_plotbusresult(tm_canvas& canvas, yx_bus_rec_t* bus) {
 void kol_trace_plot_sigresult(tm_canvas& canvas) {
     yx_signal_rec_t* entry = kol_trace_first_entry();
     if (!is_drawable(entry)) return;
-    draw_labels(canvas);
     for (; entry != nullptr; entry = entry->next) {
         if (!entry->sig_bus) {
             draw_waveform(canvas, *entry);
@@ -204,7 +206,8 @@ void kol_trace_plot_sigresult(tm_canvas& canvas) {
     }
     draw_grid(canvas, {kol_ext.trace_sig1g_x1, kol_ext.trace_sig1g_y1},
               {plot_width_of(canvas.width()) + kol_ext.trace_left_x, kol_ext.trace_sig1g_y2}, divisions + 1,
-              rs_trace_rows(canvas.height()), tm_colour::white);
+              std::max(rs_trace_rows(canvas.height()), least_grid), tm_colour::white);
+    draw_labels(canvas);
 }
 
 std::int32_t kol_trace_time_at(std::int32_t x, std::int32_t page_width) {

@@ -1,7 +1,7 @@
 // kol: the trace view.  Draws the traced signals as waveforms over kol_trace_divisions of trace_scale time
 // steps from trace_cur_time: one row per signal, the signals of a combined bus on one row, names at the
 // right, time labels below, a dotted grid.  Coordinates are pixels, rows are 1..kol_trace_max_row; a row
-// outside is fatal (file_data_invalid).  A page too low for two rows is drawn as if it held two.
+// outside is fatal (file_data_invalid).  A page too low for one row is drawn as if it held one.
 #pragma once
 
 #include "canvas/canvas.h"
