@@ -7,6 +7,7 @@
 
 #include "kernel/model.h"
 #include "kernel/setup_instances.h"
+#include "kernel/spikes.h"
 #include "kernel/state.h"
 #include "kernel/time.h"
 
@@ -270,17 +271,22 @@ std::uint32_t position_of(const yx_pin_record_t& input) {
     return position;
 }
 
+void add_entry(kol_fed_t fed, const yx_pin_record_t& pin) {
+    kol_cells.fed.push_back(fed);
+    kol_cells.fed_pin.push_back(pin.self);
+}
+
 void add_fed(const instance_t& inst, const kol_pin_link_t& fed) {
-    std::vector<kol_fed_t>& entries = kol_cells.fed;
     if (inst.kind == way::handlers) {
-        entries.push_back(entry(kol_fed_kind::handler, kol_cells.called.size(), 0));
+        add_entry(entry(kol_fed_kind::handler, kol_cells.called.size(), 0), *fed.pin);
         kol_cells.called.push_back(fed);
     } else if (inst.kind == way::gate) {
         const std::uint32_t position = position_of(*fed.pin);
-        entries.push_back(entry(inst.is_timed ? kol_fed_kind::timed : kol_fed_kind::gate,
-                                inst.index + (inst.is_timed ? position : 0), position));
+        add_entry(entry(inst.is_timed ? kol_fed_kind::timed : kol_fed_kind::gate,
+                        inst.index + (inst.is_timed ? position : 0), position),
+                  *fed.pin);
     } else if (root_of(*fed.pin)->self != static_cast<std::int32_t>(kol_cells.registers[inst.index].data)) {
-        entries.push_back(entry(kol_fed_kind::clock, inst.index, 0));
+        add_entry(entry(kol_fed_kind::clock, inst.index, 0), *fed.pin);
     }
 }
 
@@ -291,6 +297,20 @@ void add_fed_pins(const builder_t& b, const yx_net_record_t& root, kol_cell_t& c
             add_fed(b.instances[index_of(*fed.pin->instance_ptr)], fed);
     cell.first_fed = kol_cells.fed.size() == first ? 0 : static_cast<std::uint32_t>(first);
     if (cell.first_fed != 0) kol_cells.fed.back().bits |= 8;
+}
+
+kol_spike_delays_t spike_delays_of(const yx_net_record_t& root, const kol_cell_t& cell) {
+    kol_spike_delays_t delays;
+    if ((cell.flags & kol_cell_single) != 0) {
+        const yx_pin_record_t& driver = *kol_drivers_of(root)[0].pin;
+        delays = {{kol_spike_delay(driver, root, kol_v0), kol_spike_delay(driver, root, kol_v1),
+                   kol_spike_delay(driver, root, kol_vx)}};
+    }
+    for (const kol_pin_link_t& fed : kol_fan_out_of(root))
+        for (const std::int8_t value : {std::int8_t{kol_v0}, std::int8_t{kol_v1}, std::int8_t{kol_vx}})
+            delays.fed = std::max(delays.fed, kol_spike_delay(*fed.pin, root, value));
+    if (!kol_fan_out_of(root).empty()) delays.fed = std::max(delays.fed, 0);
+    return delays;
 }
 
 bool priorities_agree() {
@@ -308,11 +328,19 @@ bool priorities_agree() {
 
 }  // namespace
 
+void kol_build_spike_delays() {
+    kol_cells.spike_delays.assign(kol_cells.cell.size(), {});
+    for_each_root([](const yx_net_record_t& root, const kol_cell_t& cell) {
+        kol_cells.spike_delays[index_of(root)] = spike_delays_of(root, cell);
+    });
+}
+
 bool kol_build_cells() {
     kol_cells = {};
     if (!priorities_agree()) return false;
     kol_cells.cell.assign(static_cast<std::size_t>(yx_sext.max_net_cur) + 1, {});
     kol_cells.is_stale.assign(kol_cells.cell.size(), false);
+    kol_cells.fed_pin.assign(1, 0);
     kol_cells.fed.assign(1, {static_cast<std::uint32_t>(kol_fed_kind::none) | 8});
     for_each_root([](const yx_net_record_t& root, kol_cell_t& cell) { cell.flags = flags_of(root); });
     builder_t b;

@@ -7,5 +7,7 @@
 
 // Everything but the states.  False where the priorities of the drivers differ.
 bool kol_build_cells();
+// What a run needs to look for spikes.
+void kol_build_spike_delays();
 // The states of nets and drivers from the records.
 void kol_read_cell_states();

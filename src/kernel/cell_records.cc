@@ -24,11 +24,6 @@ void mark_breaks() {
         kol_cells.cell[static_cast<std::size_t>(record->net->self)].flags |= kol_cell_breaks;
 }
 
-void mark_stale(std::uint32_t at) {
-    if (!kol_cells.is_stale[at]) kol_cells.stale.push_back(at);
-    kol_cells.is_stale[at] = true;
-}
-
 void write_back(yx_net_record_t& root, kol_cell_t& cell) {
     yx_net_u1_t& net = root.UU.U1;
     if ((cell.flags & kol_cell_single) != 0) {
@@ -36,11 +31,11 @@ void write_back(yx_net_record_t& root, kol_cell_t& cell) {
         seen.state = cell.seen;
         seen.time = cell.seen_time;
     }
-    if ((cell.flags & kol_cell_changed) != 0) {
+    if (net.cur_state.time != cell.cur_time || net.cur_state.state != cell.cur) {
         kol_write_net(cell, net);
-        mark_stale(static_cast<std::uint32_t>(root.self));
+        kol_mark_stale(static_cast<std::uint32_t>(root.self));
     }
-    cell.flags &= static_cast<std::uint8_t>(~(kol_cell_listed | kol_cell_changed));
+    cell.flags &= static_cast<std::uint8_t>(~(kol_cell_listed | kol_cell_forced));
 }
 
 }  // namespace
@@ -51,11 +46,13 @@ bool kol_prepare_cells() {
     if (!kol_cells.made.has_states) kol_read_cell_states();
     kol_cells.made.has_states = true;
     mark_breaks();
+    if (kol_ext.spike_on && kol_cells.spike_delays.empty()) kol_build_spike_delays();
     const std::int64_t longest = std::min<std::int64_t>(2 * std::int64_t{kol_max_delay}, last_time);
     kol_cells.wheel.begin(kol_ext.cur_time, static_cast<std::int32_t>(longest),
                           kol_first_force() << kol_what_shift, kol_first_driver() << kol_what_shift);
     kol_cells.drivers.clear();
     kol_cells.driver_of.clear();
+    kol_cells.looks_for_spikes = kol_ext.spike_on;
     return true;
 }
 

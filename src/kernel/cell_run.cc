@@ -4,110 +4,21 @@
 #include <algorithm>
 #include <limits>
 
+#include "kernel/cell_queue.h"
 #include "kernel/cell_records.h"
+#include "kernel/cell_spikes.h"
 #include "kernel/execute.h"
 #include "kernel/history.h"
-#include "kernel/queue.h"
 #include "kernel/run_end.h"
 #include "kernel/run_messages.h"
+#include "kernel/spikes.h"
 #include "kernel/state.h"
-#include "kernel/time_index.h"
 
 namespace {
 
-using cell_t = kol_cell_t;
-
 yx_net_record_t& record_of(std::uint32_t at) { return *yx_ptrto_net_rec(static_cast<std::int32_t>(at)); }
 
-// ---- stimuli
-
-// Enters FORCE events when their time has come, in front of the events that this run has scheduled for it.
-// But those of a time for which events are left of an earlier run go behind these at once, and those of the
-// last time, too, since pins put events in front of the last one of all.
-struct stimuli_reader {
-    const kol_stimuli_t& stimuli;
-    std::size_t next = 0;
-    std::vector<std::int32_t> entered{};  // times entered at once, in order
-
-    std::int64_t next_time() const {
-        return next == stimuli.size() ? kol_wheel_t::never : std::int64_t{stimuli[next].time};
-    }
-    static std::uint32_t what(const kol_stimulus_t& stimulus) {
-        return kol_what(kol_first_force() + static_cast<std::uint32_t>(kol_root_net(stimulus.net)->self),
-                        stimulus.state);
-    }
-    void enter_at_once(std::int32_t time) {
-        const auto of_time = std::ranges::equal_range(stimuli, time, {}, &kol_stimulus_t::time);
-        for (const kol_stimulus_t& stimulus : of_time) kol_cells.wheel.append(time, what(stimulus));
-        if (!of_time.empty()) entered.push_back(time);
-    }
-    void enter_behind(const std::vector<std::int32_t>& times_of_queue) {
-        for (const std::int32_t time : times_of_queue) enter_at_once(time);
-        if (stimuli.empty() || std::ranges::binary_search(entered, stimuli.back().time)) return;
-        enter_at_once(stimuli.back().time);
-        std::ranges::sort(entered);
-    }
-    void enter(std::int32_t time) {
-        if (next_time() != time) return;
-        std::vector<std::uint32_t> whats;
-        for (; next_time() == time; ++next) whats.push_back(what(stimuli[next]));
-        if (!std::ranges::binary_search(entered, time)) kol_cells.wheel.add_first(time, whats);
-    }
-    void enter_rest() {
-        while (next < stimuli.size()) enter(stimuli[next].time);
-    }
-};
-
-// ---- into the wheel
-
-void remember_newest(const yx_event_rec_t& event, std::uint32_t place, std::uint32_t index) {
-    if (index < kol_first_force()) {
-        kol_cells.cell[index].newest = place;
-        kol_cells.cell[index].newest_time = event.time;
-    } else {
-        kol_driver_t& driver = kol_cells.drivers[index - kol_first_driver()];
-        driver.newest = place;
-        driver.newest_time = event.time;
-    }
-}
-
-std::uint32_t index_of(const yx_event_rec_t& event) {
-    const auto at = static_cast<std::uint32_t>(event.net->self);
-    if (event.pin == nullptr) return kol_first_force() + at;
-    const bool is_single = (kol_cells.cell[at].flags & kol_cell_single) != 0;
-    if (is_single && kol_drivers_of(*event.net)[0].pin == event.pin) return at;
-    return kol_first_driver() + kol_driver_of(*event.pin, *event.net);
-}
-
-// The times of the queue.
-std::vector<std::int32_t> take_queue() {
-    std::vector<std::int32_t> times;
-    for (const yx_event_rec_t* event = kol_ext.cur_event; event != nullptr; event = event->next) {
-        if (times.empty() || times.back() != event->time) times.push_back(event->time);
-        const std::uint32_t index = index_of(*event);
-        const std::uint32_t place = kol_cells.wheel.append(event->time, kol_what(index, event->state));
-        if (event->pin != nullptr) remember_newest(*event, place, index);
-    }
-    kol_empty_queue();
-    return times;
-}
-
-void give_queue_back() {
-    kol_advance_index(kol_ext.cur_time);
-    kol_cells.wheel.for_each([](std::int32_t time, std::uint32_t what) {
-        const std::uint32_t index = what >> kol_what_shift;
-        const auto state = static_cast<std::int8_t>(what & 31);
-        if (index >= kol_first_driver()) {
-            const kol_driver_t& driver = kol_cells.drivers[index - kol_first_driver()];
-            kol_append_event(driver.pin, driver.net, time, state);
-        } else if (index >= kol_first_force()) {
-            kol_append_event(nullptr, &record_of(index - kol_first_force()), time, state);
-        } else {
-            kol_cells.cell[index].newest_time = -1;
-            kol_append_event(kol_drivers_of(record_of(index))[0].pin, &record_of(index), time, state);
-        }
-    });
-}
+using cell_t = kol_cell_t;
 
 // The run at hand.
 struct run_t {
@@ -126,6 +37,12 @@ void list_cell(std::uint32_t at, cell_t& cell) {
 
 constexpr std::uint8_t delay_of_value[] = {2, 0, 2, 1};
 
+// The rest of scheduling, which only a look for spikes needs.
+void note_spikes(std::uint32_t place, std::int32_t time, const cell_t& cell, std::int8_t state) {
+    kol_link_pending(place, time, cell.newest, cell.newest_time);
+    if (kol_ext.spiked) kol_react_to_spike(cell.newest, cell.newest_time, state);
+}
+
 void schedule(std::uint32_t at, cell_t& cell, std::int8_t state, std::int32_t delay) {
     constexpr std::int64_t last_time = std::numeric_limits<std::int32_t>::max();
     const auto time = static_cast<std::int32_t>(std::min(std::int64_t{run.now} + delay, last_time));
@@ -134,7 +51,9 @@ void schedule(std::uint32_t at, cell_t& cell, std::int8_t state, std::int32_t de
         kol_cells.wheel.what(cell.newest) = what;
         return;
     }
-    cell.newest = kol_cells.wheel.add(time, what);
+    const std::uint32_t place = kol_cells.wheel.add(time, what);
+    if (kol_cells.looks_for_spikes) note_spikes(place, time, cell, state);
+    cell.newest = place;
     cell.newest_time = time;
 }
 
@@ -167,8 +86,10 @@ void call_clock(const kol_register_t& clocked) {
     const kol_pin_link_t& clock = kol_cells.called[clocked.clock];
     const auto root = static_cast<std::uint32_t>(kol_root_net(clock.net)->self);
     kol_note_data_time(clocked);
-    kol_write_net(kol_cells.cell[clocked.data], record_of(clocked.data).UU.U1);
-    kol_write_net(kol_cells.cell[root], record_of(root).UU.U1);
+    for (const std::uint32_t at : {clocked.data, root}) {
+        kol_write_net(kol_cells.cell[at], record_of(at).UU.U1);
+        kol_mark_stale(at);
+    }
     call_handler(clock);
 }
 
@@ -183,29 +104,36 @@ void capture(const kol_register_t& clocked) {
 
 // ---- changes
 
+unsigned transition_of(const cell_t& cell) {
+    return static_cast<unsigned>(kol_value_of(cell.old)) * 4 + static_cast<unsigned>(kol_value_of(cell.cur));
+}
+
+void feed(kol_fed_t fed, std::int16_t value, unsigned transition) {
+    switch (fed.kind()) {
+        case kol_fed_kind::gate:
+            evaluate_gate(fed, value);
+            break;
+        case kol_fed_kind::timed:
+            evaluate_timed(fed, value);
+            break;
+        case kol_fed_kind::clock:
+            if (const kol_register_t& clocked = kol_cells.registers[fed.index()];
+                (clocked.active >> transition & 1) != 0)
+                capture(clocked);
+            break;
+        case kol_fed_kind::handler:
+            call_handler(kol_cells.called[fed.index()]);
+            break;
+        case kol_fed_kind::none:
+            break;
+    }
+}
+
 void fan_out(const cell_t& cell) {
     const std::int16_t value = kol_value_of(cell.cur);
-    const unsigned transition =
-        static_cast<unsigned>(kol_value_of(cell.old)) * 4 + static_cast<unsigned>(value);
+    const unsigned transition = transition_of(cell);
     for (const kol_fed_t* fed = &kol_cells.fed[cell.first_fed];; ++fed) {
-        switch (fed->kind()) {
-            case kol_fed_kind::gate:
-                evaluate_gate(*fed, value);
-                break;
-            case kol_fed_kind::timed:
-                evaluate_timed(*fed, value);
-                break;
-            case kol_fed_kind::clock:
-                if (const kol_register_t& clocked = kol_cells.registers[fed->index()];
-                    (clocked.active >> transition & 1) != 0)
-                    capture(clocked);
-                break;
-            case kol_fed_kind::handler:
-                call_handler(kol_cells.called[fed->index()]);
-                break;
-            case kol_fed_kind::none:
-                break;
-        }
+        feed(*fed, value, transition);
         if (fed->is_last()) return;
     }
 }
@@ -214,12 +142,12 @@ void take_state(std::uint32_t at, cell_t& cell, std::int8_t state) {
     cell.old = cell.cur;
     cell.cur = state;
     cell.cur_time = run.now;
-    cell.flags |= kol_cell_changed;
     list_cell(at, cell);
 }
 
 void keep_records_up(std::uint32_t at, const cell_t& cell) {
-    if ((cell.flags & (kol_cell_mirrored | kol_cell_breaks)) != 0) kol_write_net(cell, record_of(at).UU.U1);
+    kol_mark_stale(at);
+    kol_write_net(cell, record_of(at).UU.U1);
     if ((cell.flags & kol_cell_terminal) != 0) kol_write_fed_pins(cell, record_of(at));
     if ((cell.flags & kol_cell_breaks) != 0) run.asks = true;
 }
@@ -235,6 +163,14 @@ std::int8_t keep_history(std::uint32_t at, const cell_t& cell, std::int8_t state
     return net.UU.U1.list_state->state = kol_net_state(state, cell.old);
 }
 
+// What the fed pins are shown when it differs from what the net takes now.
+void note_shown(std::uint32_t at, bool differs, const yx_signal_state_rec& shown) {
+    if (differs)
+        kol_cells.shown[at] = {run.now, shown};
+    else if (!kol_cells.shown.empty())
+        kol_cells.shown.erase(at);
+}
+
 // The net takes a state that its drivers give it.
 void change(std::uint32_t at, cell_t& cell, std::int8_t state) {
     if ((cell.flags & kol_cell_special) == 0) [[likely]] {
@@ -242,14 +178,120 @@ void change(std::uint32_t at, cell_t& cell, std::int8_t state) {
         fan_out(cell);
         return;
     }
+    const yx_signal_state_rec shown = kol_shown_to_fed(at, cell);
     take_state(at, cell, keep_history(at, cell, state));
+    note_shown(at, cell.cur == cell.old, shown);
     keep_records_up(at, cell);
     if (cell.cur != cell.old) fan_out(cell);
 }
 
+// ---- spikes
+
+// The change that an event brings, near the next one of its net.
+struct near_change_t {
+    std::uint32_t at;
+    yx_pin_record_t* driver;  // none for a FORCE event
+    std::int8_t state;
+    std::int32_t dif;  // to the net's next change
+};
+
+bool is_spike(const near_change_t& near, std::int32_t delay) {
+    kol_ext.spiked = near.dif < delay;
+    if (!kol_ext.spiked || near.dif <= kol_ext.spike_min) return false;
+    run.asks = true;
+    return true;
+}
+
+void check_driver(const near_change_t& near, std::int32_t delay) {
+    if (is_spike(near, delay))
+        kol_say_driver_spike({near.driver, &record_of(near.at), nullptr, run.now, near.dif, delay});
+}
+
+void check_fed_pin(const near_change_t& near, const yx_pin_record_t& pin) {
+    const std::int32_t delay = kol_spike_delay(pin, record_of(near.at), near.state);
+    if (is_spike(near, delay))
+        kol_say_fan_out_spike({&pin, &record_of(near.at), near.driver, run.now, near.dif, delay});
+}
+
+// Each fed pin is checked before its instance works.
+void fan_out_checked(const near_change_t& near, const cell_t& cell) {
+    const std::int16_t value = kol_value_of(cell.cur);
+    const unsigned transition = transition_of(cell);
+    std::uint32_t next = cell.first_fed;
+    for (const kol_pin_link_t& fed : kol_fan_out_of(record_of(near.at))) {
+        check_fed_pin(near, *fed.pin);
+        if (kol_cells.fed_pin[next] != fed.pin->self) continue;
+        feed(kol_cells.fed[next], value, transition);
+        if (!kol_cells.fed[next].is_last()) ++next;
+    }
+}
+
+void fan_out_near(const near_change_t& near, const cell_t& cell) {
+    const std::int32_t longest = kol_cells.spike_delays[near.at].fed;
+    if (near.dif >= 0 && near.dif < longest) return fan_out_checked(near, cell);
+    if (longest >= 0) kol_ext.spiked = false;
+    fan_out(cell);
+}
+
+// The history of a net that changes in a spike; the state that it takes.
+std::int8_t keep_spike(std::uint32_t at, const cell_t& cell, std::int8_t state) {
+    const bool is_indeterminate = kol_ext.spike_model == kol_indgene;
+    std::int8_t taken = is_indeterminate ? kol_indeterminate_of(state) : state;
+    if ((cell.flags & kol_cell_observed) == 0) return taken;
+    yx_net_record_t& net = record_of(at);
+    if (net.UU.U1.list_state->time < run.now) {
+        kol_append_history(&net, run.now, taken);
+        return taken;
+    }
+    if (!is_indeterminate) taken = kol_net_state(taken, cell.cur);
+    return net.UU.U1.list_state->state = taken;
+}
+
+void change_near(near_change_t near, cell_t& cell, std::int32_t delay) {
+    if (near.dif >= 0)
+        check_driver(near, delay);
+    else
+        kol_ext.spiked = false;
+    const bool is_indeterminate = kol_ext.spiked && kol_ext.spike_model == kol_indgene;
+    const std::int8_t taken =
+        kol_ext.spiked ? keep_spike(near.at, cell, near.state) : keep_history(near.at, cell, near.state);
+    yx_signal_state_rec shown = kol_shown_to_fed(near.at, cell);
+    if (!is_indeterminate) near.state = taken;
+    take_state(near.at, cell, taken);
+    if (cell.cur != cell.old) shown = {run.now, near.state};
+    note_shown(near.at, cell.cur == cell.old || is_indeterminate, shown);
+    keep_records_up(near.at, cell);
+    if (cell.cur != cell.old) fan_out_near(near, cell);
+}
+
+// Where nothing of the net is near, as mostly.
+void change_of_cell(std::uint32_t at, cell_t& cell, std::int8_t state, std::uint32_t executed) {
+    const std::int32_t dif = kol_next_change_of_cell(at, cell, executed);
+    if (dif < 0) {
+        kol_ext.spiked = false;
+        return change(at, cell, state);
+    }
+    const kol_spike_delays_t& delays = kol_cells.spike_delays[at];
+    change_near({at, kol_drivers_of(record_of(at))[0].pin, state, dif}, cell,
+                delays.driver[delay_of_value[state & 3]]);
+}
+
 // ---- the kinds of events
 
-void exec_cell(std::uint32_t at, std::int8_t state) {
+void change_by_driver(std::uint32_t at, cell_t& cell, std::int8_t state, std::uint32_t place) {
+    if (kol_cells.looks_for_spikes)
+        change_of_cell(at, cell, state, place);
+    else
+        change(at, cell, state);
+}
+
+// The event leaves the chain of its driver.
+void unlink_pending(std::uint32_t place) {
+    const std::uint32_t newer = kol_cells.pending[place].newer;
+    if (newer != kol_wheel_t::none) kol_cells.pending[newer].older = kol_wheel_t::none;
+}
+
+void exec_cell(std::uint32_t at, std::int8_t state, std::uint32_t place) {
     cell_t& cell = kol_cells.cell[at];
     if (cell.seen_time == run.now && cell.seen != state) [[unlikely]] {
         run.asks = true;
@@ -259,8 +301,9 @@ void exec_cell(std::uint32_t at, std::int8_t state) {
         cell.seen_time = run.now;
         list_cell(at, cell);
         const std::int8_t resolved = state < 4 ? std::int8_t{0} : state;
-        if (cell.cur != resolved) change(at, cell, resolved);
+        if (cell.cur != resolved) change_by_driver(at, cell, resolved, place);
     }
+    if (kol_cells.looks_for_spikes) unlink_pending(place);
     if (cell.newest_time == run.now) cell.newest_time = -1;
     if ((cell.flags & kol_cell_breaks) != 0) run.asks = true;
 }
@@ -283,12 +326,19 @@ void exec_seen_driver(const kol_driver_t& driver, std::int8_t state) {
     seen.time = run.now;
     if ((cell.flags & kol_cell_fixed) != 0) return;
     const std::int8_t resolved = resolved_state(*driver.net, state);
-    if (cell.cur != resolved) change(at, cell, resolved);
+    if (cell.cur == resolved) return;
+    if (!kol_cells.looks_for_spikes) {
+        if ((cell.flags & kol_cell_special) == 0) kol_cells.shown.erase(at);
+        return change(at, cell, resolved);
+    }
+    change_near({at, driver.pin, resolved, kol_next_change_of_net(at, state)}, cell,
+                kol_spike_delay(*driver.pin, *driver.net, resolved));
 }
 
-void exec_driver(std::uint32_t index, std::int8_t state) {
+void exec_driver(std::uint32_t index, std::int8_t state, std::uint32_t place) {
     run.asks = true;
     exec_seen_driver(kol_driver_t(kol_cells.drivers[index]), state);
+    if (kol_cells.looks_for_spikes) unlink_pending(place);
     kol_driver_t& driver = kol_cells.drivers[index];
     if (driver.newest_time == run.now) driver.newest_time = -1;
 }
@@ -314,21 +364,30 @@ void exec_force(std::uint32_t at, std::int8_t state) {
         else
             kol_append_history(&net, run.now, state);
     }
+    kol_cells.shown.erase(at);
     keep_records_up(at, cell);
-    fan_out(cell);
+    if (kol_cells.looks_for_spikes && (cell.flags & kol_cell_fixed) == 0)
+        fan_out_near({at, nullptr, state, kol_next_change_of_net(at, state)}, cell);
+    else
+        fan_out(cell);
+}
+
+void exec_and_retire_force(std::uint32_t at, std::int8_t state) {
+    exec_force(at, state);
+    if (kol_cells.looks_for_spikes) kol_retire_force(at);
 }
 
 // ---- the loop
 
-void exec(std::uint32_t what) {
+void exec(std::uint32_t what, std::uint32_t place) {
     const std::uint32_t index = what >> kol_what_shift;
     const auto state = static_cast<std::int8_t>(what & 31);
     if (index < kol_first_force())
-        exec_cell(index, state);
+        exec_cell(index, state, place);
     else if (index < kol_first_driver())
-        exec_force(index - kol_first_force(), state);
+        exec_and_retire_force(index - kol_first_force(), state);
     else
-        exec_driver(index - kol_first_driver(), state);
+        exec_driver(index - kol_first_driver(), state, place);
 }
 
 kol_executed_t executed(std::uint32_t what) {
@@ -348,14 +407,14 @@ bool exec_now(std::int32_t counted_before) {
                                                                      kol_first_force() - 1)]);
         const std::uint32_t what = wheel.what(at);
         run.asks = false;
-        exec(what);
+        exec(what, at);
         wheel.drop_head();
         if (run.asks && kol_is_run_ended(executed(what), counted_before)) return true;
     }
     return false;
 }
 
-bool exec_times(stimuli_reader& stimuli) {
+bool exec_times(kol_stimuli_reader_t& stimuli) {
     const std::int32_t counted_before = kol_counted();
     kol_ext.spike_min = kol_ext.spike_min_t0;
     for (;;) {
@@ -371,7 +430,9 @@ bool exec_times(stimuli_reader& stimuli) {
 }
 
 bool is_possible(const kol_stimuli_t& stimuli) {
-    if (!kol_cells_are_used || kol_ext.spike_on || kol_ext.spiked) return false;
+    if (!kol_cells_are_used || (kol_ext.spiked && !kol_ext.spike_on)) return false;
+    if (kol_ext.spike_on && kol_ext.spike_model != kol_nosuppress && kol_ext.spike_model != kol_indgene)
+        return false;
     if (kol_ext.cur_event != nullptr && kol_ext.cur_event->time < kol_ext.cur_time) return false;
     return stimuli.empty() || stimuli.front().time >= kol_ext.cur_time;
 }
@@ -382,14 +443,16 @@ bool kol_cells_are_used = true;
 
 bool kol_run_cells(const kol_stimuli_t& stimuli) {
     if (!is_possible(stimuli) || !kol_prepare_cells()) return false;
-    stimuli_reader reader{stimuli};
+    kol_stimuli_reader_t reader{stimuli};
     run = {};
-    reader.enter_behind(take_queue());
+    if (kol_cells.looks_for_spikes) kol_begin_forces(stimuli);
+    reader.enter_behind(kol_take_queue());
     kol_cells.is_running = true;
     kol_ext.time_breaked = exec_times(reader) || kol_ext.time_breaked;
     kol_cells.is_running = false;
     reader.enter_rest();
     kol_write_back_cells();
-    give_queue_back();
+    kol_give_queue_back();
+    if (kol_cells.looks_for_spikes) kol_end_forces();
     return true;
 }

@@ -1,5 +1,6 @@
 // kol: the run loop over cells.  The same order, states, histories and messages as the general way, event by
-// event; it is taken while no spikes are looked for and the drivers' priorities agree.
+// event.  It is taken while the drivers' priorities agree and, where spikes are looked for, by the models
+// Nosuppress and Indgene.
 #pragma once
 
 #include "kernel/stimuli.h"

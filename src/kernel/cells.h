@@ -18,7 +18,7 @@
 
 enum kol_cell_flags : std::uint8_t {
     kol_cell_listed = 1,     // to be written back
-    kol_cell_changed = 2,    // since the run began
+    kol_cell_forced = 2,     // FORCE events of the net are queued; kept while spikes are looked for
     kol_cell_single = 4,     // one output pin drives the net, and nothing else does
     kol_cell_observed = 8,   // the net has a history
     kol_cell_mirrored = 16,  // the net's record is kept up
@@ -88,10 +88,29 @@ struct kol_cells_made_t {
     yx_timing_index_array_t timing_ar{};
 };
 
+// What a spike is measured by: the delays of a single driver to "0", "1", another value, and the longest
+// delay of a fed pin to any; -1: no pin is fed.
+struct kol_spike_delays_t {
+    std::int32_t driver[3] = {0, 0, 0};
+    std::int32_t fed = -1;
+};
+// A driver's event among its others, while spikes are looked for; by place in the wheel.
+struct kol_pending_t {
+    std::uint32_t newer = kol_wheel_t::none, older = kol_wheel_t::none;
+    std::int32_t time = 0;
+};
+// What the fed pins were shown last, where that is not what the net took at a time.
+struct kol_shown_t {
+    std::int32_t net_time = -1;
+    yx_signal_state_rec seen;
+};
+
 struct kol_cells_t {
     kol_cells_made_t made;
     std::vector<kol_cell_t> cell;  // by index of the root net; entry 0 is unused
     std::vector<kol_fed_t> fed;
+    std::vector<std::int32_t> fed_pin;  // the pin of each entry
+    std::vector<kol_spike_delays_t> spike_delays;
     std::vector<kol_timed_gate_t> timed;
     std::vector<kol_register_t> registers;
     std::vector<kol_pin_link_t> called;               // pins whose handlers are called
@@ -102,7 +121,10 @@ struct kol_cells_t {
     std::vector<std::uint32_t> stale;  // cells whose fed pins are to be written back
     std::vector<bool> is_stale;
     kol_wheel_t wheel;
+    std::vector<kol_pending_t> pending;
+    std::unordered_map<std::uint32_t, kol_shown_t> shown;
     bool is_running = false;
+    bool looks_for_spikes = false;
 };
 extern kol_cells_t kol_cells;
 
@@ -130,6 +152,17 @@ void kol_watch_cell(const yx_net_record_t& net);
 std::uint32_t kol_driver_of(yx_pin_record_t& pin, yx_net_record_t& root);
 // Schedules for an absolute time while a run works on the cells.  False: the time is before the current one.
 bool kol_schedule_cell(yx_pin_record_t& pin, yx_net_record_t& root, std::int32_t time, std::int8_t state);
+// The fed pins' records are behind.
+inline void kol_mark_stale(std::uint32_t at) {
+    if (!kol_cells.is_stale[at]) kol_cells.stale.push_back(at);
+    kol_cells.is_stale[at] = true;
+}
+// What the pins that the net feeds were shown last.
+yx_signal_state_rec kol_shown_to_fed(std::uint32_t at, const kol_cell_t& cell);
+// Keeps the new event of a driver in step while spikes are looked for; newest is the driver's one before.
+void kol_link_pending(std::uint32_t place, std::int32_t time, std::uint32_t newest, std::int32_t newest_time);
+// While a spike is seen, an earlier event that is still to come becomes uncertain.
+void kol_react_to_spike(std::uint32_t newest, std::int32_t newest_time, std::int8_t state);
 // A net's state, and that of the pins that it feeds, into the records.
 void kol_write_net(const kol_cell_t& cell, yx_net_u1_t& net);
 void kol_write_fed_pins(const kol_cell_t& cell, const yx_net_record_t& root);

@@ -6,8 +6,8 @@
 #include "kernel/net_events.h"
 #include "kernel/network.h"
 #include "kernel/run_messages.h"
+#include "kernel/spikes.h"
 #include "kernel/state.h"
-#include "kernel/time.h"
 
 namespace {
 
@@ -27,19 +27,12 @@ struct change_t {
 
 // ---- spikes
 
-std::int32_t delay_to(const yx_pin_record_t& pin, const change_t& change) {
-    const auto range = static_cast<std::size_t>(kol_timind(pin.instance_ptr) - 1);
-    const yx_net_u1_t& net = change.net.UU.U1;
-    return kol_delay_of(kol_value_of(change.state), kol_sum_of_delays(net.rise[range], pin.rise[range]),
-                        kol_sum_of_delays(net.fall[range], pin.fall[range]));
-}
-
 // Sets spiked; the result is the delay that the next change undercuts.
 std::int32_t check_spike(const yx_pin_record_t& pin, const change_t& change, bool& is_reported) {
     kol_ext.spiked = false;
     is_reported = false;
     if (change.dif < 0) return 0;
-    const std::int32_t delay = delay_to(pin, change);
+    const std::int32_t delay = kol_spike_delay(pin, change.net, change.state);
     kol_ext.spiked = change.dif < delay;
     is_reported = kol_ext.spiked && change.dif > kol_ext.spike_min;
     return delay;

@@ -11,6 +11,7 @@
 #include "kernel/cell_records.h"
 #include "kernel/history.h"
 #include "kernel/queue.h"
+#include "kernel/say.h"
 #include "kernel/setup.h"
 #include "support/design_build.h"
 #include "support/session.h"
@@ -110,6 +111,7 @@ struct schedule_t {
     std::string broken;  // the net with a break
     int ends[3];
     bool looks_for_spikes[3];
+    std::int16_t spike_model;
 };
 
 std::string random_stimuli(dice& d, int from, int to) {
@@ -136,13 +138,16 @@ schedule_t random_schedule(dice& d, int span) {
     s.forces = random_forces(d, d.of(20), 3 * span + 5);
     s.period = 1 + d.of(span);
     s.clocked = random_forces(d, d.one_in(2) ? d.of(3) : 0, 2 * s.period);
+    s.spike_model = static_cast<std::int16_t>(d.one_in(8)                 ? d.of(4)
+                                              : d.choose("0", "2") == "0" ? kol_nosuppress
+                                                                          : kol_indgene);
     const int share = 1 + d.of(3);
     for (const std::string& name : all_names)
         if (d.one_in(share)) s.observed.push_back(name);
     if (d.one_in(3)) s.broken = all_names[static_cast<std::size_t>(d.of(static_cast<int>(all_names.size())))];
     for (int k = 0; k < 3; ++k) {
         s.ends[k] = span * (k + 1) + d.of(3);
-        s.looks_for_spikes[k] = d.one_in(6);
+        s.looks_for_spikes[k] = d.one_in(2);
     }
     return s;
 }
@@ -197,15 +202,17 @@ std::string records() {
     for (std::int32_t i = 1; i <= yx_sext.max_net_cur; ++i) {
         const yx_net_record_t& net = *yx_ptrto_net_rec(i);
         if (net.net_type != YX_TSTD_BUS)
-            text += seen_by(net.UU.U1.cur_state) + tst_state_text(net.UU.U1.old_state.state) + " ";
+            text += "\n" + std::string(kol_path(net.sim_path)) + " " + seen_by(net.UU.U1.cur_state) +
+                    tst_state_text(net.UU.U1.old_state.state) + " ";
     }
     for (std::int32_t i = 1; i <= yx_sext.max_pin_cur; ++i) {
         yx_pin_record_t& pin = *yx_ptrto_pin_rec(i);
+        text += "\n" + std::string(kol_path(pin.sim_path)) + " ";
         for (std::int32_t bit = pin.pin_start; pin.pin_end != 0 && bit <= pin.pin_end; ++bit)
             text += seen_by(kol_pin_state(pin, *yx_ptrto_net_rec(kol_member_index(pin, bit))));
         if (pin.pin_end == 0) text += seen_by(pin.pin_state.std);
     }
-    return text + tst_queue_text();
+    return text + "\n" + tst_queue_text();
 }
 
 std::string follow(const schedule_t& s, bool on_cells) {
@@ -218,13 +225,14 @@ std::string follow(const schedule_t& s, bool on_cells) {
         kol_ext.break_signal = record.net->UU.U1.break_signal = &record;
     }
     const entered_t entered(s);
+    kol_ext.spike_model = s.spike_model;
     std::string text;
     tst_schedule(s.stimuli);
     for (int k = 0; k < 3; ++k) {
         kol_ext.spike_on = s.looks_for_spikes[k];
         tst_run_until(std::max(s.ends[k], kol_ext.cur_time));
-        text +=
-            std::to_string(kol_ext.cur_time) + (kol_ext.time_breaked ? " broken\n" : "\n") + records() + "\n";
+        text += std::to_string(kol_ext.cur_time) + (kol_ext.spiked ? " spiked" : "") +
+                (kol_ext.time_breaked ? " broken\n" : "\n") + records() + "\n";
         for (const std::string& name : s.observed) text += name + " " + tst_history_of(name) + "\n";
     }
     if (!s.broken.empty()) kol_ext.break_signal = record.net->UU.U1.break_signal = nullptr;

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "foundation/context.h"
+#include "kernel/cell_records.h"
 #include "kernel/history.h"
 #include "kernel/queue.h"
 #include "kernel/stimuli.h"
@@ -117,6 +118,7 @@ TEST(run, shows_fed_pins_the_resolved_state_of_a_spike) {
         kol_ext.spike_model = spike_model;
         tst_schedule(pulse);
         tst_run_until(112);
+        kol_bring_records_up();
         EXPECT_EQ(text_of(tst_net("y").UU.U1.cur_state) + text_of(tst_pin("/k/I1").pin_state.std) +
                   tst_state_text(tst_pin("/h/I1").pin_state.std.state), states);
     }

@@ -1,6 +1,6 @@
 // The signal state algebra and the texts of times.
-#include "kernel/clear.h"
 #include "kernel/state.h"
+#include "kernel/clear.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,89 @@
+// Stimuli by time, and events from records to the wheel and back.
+#include "kernel/cell_queue.h"
+
+#include <algorithm>
+
+#include "kernel/queue.h"
+#include "kernel/time_index.h"
+
+namespace {
+
+yx_net_record_t& record_of(std::uint32_t at) { return *yx_ptrto_net_rec(static_cast<std::int32_t>(at)); }
+
+std::uint32_t what_of(const kol_stimulus_t& stimulus) {
+    return kol_what(kol_first_force() + static_cast<std::uint32_t>(kol_root_net(stimulus.net)->self),
+                    stimulus.state);
+}
+
+void remember_newest(const yx_event_rec_t& event, std::uint32_t place, std::uint32_t index) {
+    const bool is_cell = index < kol_first_force();
+    kol_driver_t* const driver = is_cell ? nullptr : &kol_cells.drivers[index - kol_first_driver()];
+    std::uint32_t& newest = is_cell ? kol_cells.cell[index].newest : driver->newest;
+    std::int32_t& newest_time = is_cell ? kol_cells.cell[index].newest_time : driver->newest_time;
+    if (kol_cells.looks_for_spikes) kol_link_pending(place, event.time, newest, newest_time);
+    newest = place;
+    newest_time = event.time;
+}
+
+std::uint32_t index_of(const yx_event_rec_t& event) {
+    const auto at = static_cast<std::uint32_t>(event.net->self);
+    if (event.pin == nullptr) return kol_first_force() + at;
+    const bool is_single = (kol_cells.cell[at].flags & kol_cell_single) != 0;
+    if (is_single && kol_drivers_of(*event.net)[0].pin == event.pin) return at;
+    return kol_first_driver() + kol_driver_of(*event.pin, *event.net);
+}
+
+}  // namespace
+
+void kol_stimuli_reader_t::enter_at_once(std::int32_t time) {
+    const auto of_time = std::ranges::equal_range(stimuli_, time, {}, &kol_stimulus_t::time);
+    for (const kol_stimulus_t& stimulus : of_time) kol_cells.wheel.append(time, what_of(stimulus));
+    if (!of_time.empty()) entered_.push_back(time);
+}
+
+void kol_stimuli_reader_t::enter_behind(const std::vector<std::int32_t>& times_of_queue) {
+    for (const std::int32_t time : times_of_queue) enter_at_once(time);
+    if (stimuli_.empty() || std::ranges::binary_search(entered_, stimuli_.back().time)) return;
+    enter_at_once(stimuli_.back().time);
+    std::ranges::sort(entered_);
+}
+
+void kol_stimuli_reader_t::enter(std::int32_t time) {
+    if (next_time() != time) return;
+    std::vector<std::uint32_t> whats;
+    for (; next_time() == time; ++next_) whats.push_back(what_of(stimuli_[next_]));
+    if (!std::ranges::binary_search(entered_, time)) kol_cells.wheel.add_first(time, whats);
+}
+
+void kol_stimuli_reader_t::enter_rest() {
+    while (next_ < stimuli_.size()) enter(stimuli_[next_].time);
+}
+
+std::vector<std::int32_t> kol_take_queue() {
+    std::vector<std::int32_t> times;
+    for (const yx_event_rec_t* event = kol_ext.cur_event; event != nullptr; event = event->next) {
+        if (times.empty() || times.back() != event->time) times.push_back(event->time);
+        const std::uint32_t index = index_of(*event);
+        const std::uint32_t place = kol_cells.wheel.append(event->time, kol_what(index, event->state));
+        if (event->pin != nullptr) remember_newest(*event, place, index);
+    }
+    kol_empty_queue();
+    return times;
+}
+
+void kol_give_queue_back() {
+    kol_advance_index(kol_ext.cur_time);
+    kol_cells.wheel.for_each([](std::int32_t time, std::uint32_t what) {
+        const std::uint32_t index = what >> kol_what_shift;
+        const auto state = static_cast<std::int8_t>(what & 31);
+        if (index >= kol_first_driver()) {
+            const kol_driver_t& driver = kol_cells.drivers[index - kol_first_driver()];
+            kol_append_event(driver.pin, driver.net, time, state);
+        } else if (index >= kol_first_force()) {
+            kol_append_event(nullptr, &record_of(index - kol_first_force()), time, state);
+        } else {
+            kol_cells.cell[index].newest_time = -1;
+            kol_append_event(kol_drivers_of(record_of(index))[0].pin, &record_of(index), time, state);
+        }
+    });
+}

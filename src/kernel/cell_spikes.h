@@ -1,0 +1,16 @@
+// kol: the next change of a net among the events of the wheel, which a look for spikes needs.  Owns, while a
+// run looks for spikes, the FORCE events of each net that are still to come, entered or not.
+#pragma once
+
+#include "kernel/cells.h"
+#include "kernel/stimuli.h"
+
+// Before the queue is taken into the wheel.
+void kol_begin_forces(const kol_stimuli_t& stimuli);
+void kol_end_forces();
+void kol_retire_force(std::uint32_t at);
+// The time from now to the net's first event that carries another state, -1 when there is none within
+// kol_max_delay: of the cell's single driver behind the event that is executed, and of FORCEs; of any driver
+// and of FORCEs.
+std::int32_t kol_next_change_of_cell(std::uint32_t at, const kol_cell_t& cell, std::uint32_t executed);
+std::int32_t kol_next_change_of_net(std::uint32_t at, std::int8_t state);
