@@ -152,8 +152,9 @@ void kol_watch_cell(const yx_net_record_t& net);
 std::uint32_t kol_driver_of(yx_pin_record_t& pin, yx_net_record_t& root);
 // Schedules for an absolute time while a run works on the cells.  False: the time is before the current one.
 bool kol_schedule_cell(yx_pin_record_t& pin, yx_net_record_t& root, std::int32_t time, std::int8_t state);
-// The fed pins' records are behind.
+// The fed pins' records are behind; those of a net with a terminal are always kept up.
 inline void kol_mark_stale(std::uint32_t at) {
+    if ((kol_cells.cell[at].flags & kol_cell_terminal) != 0) return;
     if (!kol_cells.is_stale[at]) kol_cells.stale.push_back(at);
     kol_cells.is_stale[at] = true;
 }
