@@ -83,8 +83,10 @@ std::string random_design(dice& d) {
             "; " + (d.one_in(4) && k != 5 ? register_of(d, k, output, longest) : gate(d, k, output, longest));
     }
     if (d.one_in(2)) text += "; " + gate(d, nets, net_name(d.of(nets)), longest);  // a second driver
-    if (d.one_in(3))
-        text += "; smos w = A:" + net_name(6) + " B:" + net_name(7) + " EP:a0; pin /w/A io 4; pin /w/B io 4";
+    if (d.one_in(2))
+        text += "; smos w = A:" + any_net(d) + " B:" + d.choose("a1", "n7", "n8") + " EP:" + any_net(d) +
+                "; pin /w/A io 4 rise " + std::to_string(d.of(4)) + "; pin /w/B io 4 fall " +
+                std::to_string(d.of(4));
     return text;
 }
 
