@@ -58,7 +58,7 @@ TEST_F(refusals, list_all_cells_without_a_model_with_the_next_step) {
         {"$anyseq", "a cell of formal proofs: give the design without it"},
         {"$memrd_v2", "run memory_collect behind proc"},
         {"$paramod\\m\\N=3", "its module is not in the netlist: write_json without -selected"},
-        {"LUT4", "it has no contents: read its Verilog before synth, or its model if it is a library's"},
+        {"LUT4", "it has no contents: read its Verilog before synth, or give its library with --liberty"},
     };
     std::string netlist =
         "module top top; cell m u; cell m v; module m; cell LUT4 $again A=2; module LUT4 blackbox; module m";

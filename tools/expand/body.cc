@@ -137,7 +137,7 @@ void xp_name_remaining_nets(xp_mapping& m) {
     for (const xp_gate& gate : m.body.gates) {
         if (named[static_cast<std::size_t>(gate.output)]) continue;
         named[static_cast<std::size_t>(gate.output)] = true;
-        const std::string pin(gate.model->output);
+        const std::string pin(xp_output_name(gate));
         xp_add_net_name(m, gate.output, std::string(gate.raw) + "." + pin,
                         std::string(gate.name) + "." + pin);
     }

@@ -16,6 +16,8 @@
 #include "expand/netlist_json.h"
 #include "expand/timed_cells.h"
 
+struct xp_library_cell;
+
 struct xp_pin {  // input pin of a gate
     std::string_view name;
     std::int32_t net = 0;
@@ -28,7 +30,13 @@ struct xp_gate {
     std::int32_t output = 0;
     std::uint32_t part = 0;
     std::uint32_t first_pin = 0, pin_count = 0;
+    std::string_view output_name = {};  // empty: as the model says
+    bool is_checked = true;             // a register with limits
 };
+
+inline std::string_view xp_output_name(const xp_gate& gate) {
+    return gate.output_name.empty() ? gate.model->output : gate.output_name;
+}
 
 // One output bit of a cell: the gates that make it, the last of which drives it.
 struct xp_part {
@@ -86,6 +94,8 @@ void xp_add_net_name(xp_mapping& m, std::int32_t net, std::string_view raw, std:
 void xp_map_cell(xp_mapping& m, std::uint32_t cell, const xp_cell_type& type);
 // The same of a type that becomes flip-flops, latches or switches.
 void xp_map_timed(xp_mapping& m, std::uint32_t cell, const xp_timed_form& form);
+// The same of a cell of a library.
+void xp_map_library_cell(xp_mapping& m, std::uint32_t cell, const xp_library_cell& type);
 // The bindings of a module instance; the body of its module is made.
 void xp_bind_child(xp_mapping& m, std::uint32_t cell, std::uint32_t module, const xp_body& body,
                    const xp_module& contents);

@@ -38,7 +38,7 @@ constexpr next_step next_steps[] = {
     {"$array:*",    "run hierarchy, or synth, which does"},
     {"$_*",         "no gate that is known: map it with techmap"},
     {"$*",          "run techmap or synth"},
-    {"*",           "it has no contents: read its Verilog before synth, or its model if it is a library's"},
+    {"*",           "it has no contents: read its Verilog before synth, or give its library with --liberty"},
 };
 // clang-format on
 
@@ -60,6 +60,7 @@ using cell_groups = std::map<std::string_view, cell_group>;  // by type
 
 struct census {
     const xp_netlist& netlist;
+    const xp_library* library;
     std::unordered_map<std::string_view, std::uint32_t> modules;
     std::vector<std::pair<std::uint32_t, std::string>> reached;  // with the path of the first instance
     std::vector<bool> is_reached;
@@ -92,6 +93,10 @@ void judge(census& c, std::string_view type, const cell_group& group) {
         return;
     }
     if (xp_is_timed(type)) return;
+    if (const xp_library_cell* cell = xp_find_library_cell(c.library, type); cell != nullptr) {
+        if (!cell->fault.empty()) add(c.unknown, type, group);
+        return;
+    }
     const auto module = c.modules.find(type);
     if (module == c.modules.end() || c.netlist.modules[module->second].black_box)
         return add(c.unknown, type, group);
@@ -113,13 +118,17 @@ std::string count_text(std::size_t count) {
     return std::to_string(count) + (count == 1 ? " cell" : " cells");
 }
 
+std::string what_to_do(const census& c, std::string_view type) {
+    const xp_library_cell* cell = xp_find_library_cell(c.library, type);
+    return cell != nullptr ? cell->fault : std::string(next_step_of(type));
+}
+
 void refuse_unknown(const census& c, xp_status& status) {
     if (c.unknown.empty()) return;
     std::string text;
     for (const auto& [type, group] : c.unknown)
         text += "\n  " + std::string(type) + ": " + count_text(group.count) +
-                (group.count == 1 ? ", " : ", the first ") + group.first + ": " +
-                std::string(next_step_of(type));
+                (group.count == 1 ? ", " : ", the first ") + group.first + ": " + what_to_do(c, type);
     xp_fail(status, xp_fault::unknown_cell, "", text);
 }
 
@@ -133,9 +142,10 @@ void note_left_out(const census& c, xp_status& status) {
 
 }  // namespace
 
-void xp_check_cells(const xp_netlist& netlist, std::uint32_t top, xp_status& status) {
+void xp_check_cells(const xp_netlist& netlist, std::uint32_t top, const xp_library* library,
+                    xp_status& status) {
     if (!xp_ok(status)) return;
-    census c{netlist, {}, {}, {}, {}, {}};
+    census c{netlist, library, {}, {}, {}, {}, {}};
     take_census(c, top);
     refuse_unknown(c, status);
     note_left_out(c, status);

@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+#include "expand/liberty.h"
 #include "expand/netlist_json.h"
 
-void xp_check_cells(const xp_netlist& netlist, std::uint32_t top, xp_status& status);
+void xp_check_cells(const xp_netlist& netlist, std::uint32_t top, const xp_library* library,
+                    xp_status& status);

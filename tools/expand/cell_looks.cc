@@ -55,3 +55,16 @@ xp_cell_look xp_look_of(std::string_view type, std::size_t input_bits) {
     const xp_function_look look = xp_look_of_model(timed->model);
     return {look.form, look.is_inverted, look.form == sg_form::tristate ? "TBUF" : type_name(timed->name)};
 }
+
+xp_cell_look xp_look_of_library(const xp_library_cell& cell) {
+    xp_cell_look look{sg_form::box, false, cell.name};
+    if (cell.parts.size() != 1) return look;
+    const xp_plan_gate& last = cell.parts[0].gates.back();
+    const bool is_inverted_tristate = cell.parts[0].gates.size() == 2 && xp_is_tristate(last.model) &&
+                                      cell.parts[0].gates[0].pins.size() == 1;
+    if (cell.parts[0].gates.size() > 1 && !is_inverted_tristate) return look;
+    const xp_function_look shape = xp_look_of_model(last.model);
+    look.form = last.pins.size() == 1 ? sg_form::buffer : shape.form;
+    look.is_inverted = shape.is_inverted || is_inverted_tristate;
+    return look;
+}

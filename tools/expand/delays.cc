@@ -116,10 +116,12 @@ void read_cell_rule(timing_reader& r, const json& object, const std::string& pla
 void read_cell_rules(timing_reader& r, const json& object, xp_timing& timing) {
     if (!object.is_object()) return refuse(r, "cells", "expected an object");
     for (const auto& [type, value] : object.items()) {
-        if (xp_find_cell_type(type) == nullptr && !xp_is_timed(type))
+        const xp_library_cell* cell = xp_find_library_cell(timing.library, type);
+        if (xp_find_cell_type(type) == nullptr && !xp_is_timed(type) && cell == nullptr)
             return refuse(r, "cells", "unknown cell type " + xp_quoted(type));
         xp_cell_rule& rule = timing.by_type[type] = timing.general;
-        read_cell_rule(r, value, "cells/" + type, xp_is_timed(type), rule);
+        read_cell_rule(r, value, "cells/" + type,
+                       xp_is_timed(type) || (cell != nullptr && !cell->registers.empty()), rule);
     }
 }
 

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "expand/liberty.h"
 #include "expand/message.h"
 
 inline constexpr std::int32_t xp_delay_max = 100'000'000;
@@ -42,6 +43,7 @@ struct xp_timing {
     xp_cell_rule general;
     std::map<std::string, xp_cell_rule, std::less<>> by_type;
     double minimum = 0.7, maximum = 1.3;
+    const xp_library* library = nullptr;  // whose cells may have rules
     struct single {
         xp_delays delays;
         std::int32_t line = 0;

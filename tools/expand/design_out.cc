@@ -39,6 +39,7 @@ struct hash_of_values {
 struct builder {
     const xp_flat& flat;
     const std::vector<xp_delays>& delays;
+    const xp_annotation& annotation;
     yx_design_image_t& image;
     xp_paths& paths;
     xp_status& status;
@@ -310,7 +311,7 @@ void put_time(pin_values& values, std::size_t at, const xp_delay& time) {
 }
 
 pin_values output_values(builder& b, const xp_gate& gate, const xp_delays& delays, std::string_view drive) {
-    pin_values values{yxw_string(b.image, gate.model->output)};
+    pin_values values{yxw_string(b.image, xp_output_name(gate))};
     put_time(values, at_rise, delays.rise);
     put_time(values, at_fall, delays.fall);
     values[at_drive] = yxw_string(b.image, drive);
@@ -346,12 +347,32 @@ void add_gate_pins(builder& b, const xp_scope& scope, const xp_gate& gate, const
     for (std::uint32_t i = 0; i < gate.pin_count; ++i) {
         const xp_pin& pin = body.pins[gate.first_pin + i];
         const std::int32_t net = xp_net_at(b.flat, scope, pin.net);
+        constexpr xp_limits none{{}, {}, {}, {}};
         if (xp_is_register(gate.model))
-            add_input(b, register_input_values(b, pin, *delays.limits), net);
+            add_input(b, register_input_values(b, pin, gate.is_checked ? *delays.limits : none), net);
         else
             add_input(b, {yxw_string(b.image, pin.name)}, net);
     }
     add_output(b, output_values(b, gate, delays, drive), xp_net_at(b.flat, scope, gate.output));
+}
+
+// The same with times of their own.
+void add_annotated_pins(builder& b, const xp_scope& scope, const xp_gate& gate, const xp_pin_timing* timing,
+                        std::string_view drive) {
+    const xp_body& body = xp_body_of(b.flat, scope);
+    for (std::uint32_t i = 0; i < gate.pin_count; ++i, ++timing) {
+        const xp_pin& pin = body.pins[gate.first_pin + i];
+        const xp_limits limits{timing->setup, timing->hold, timing->min_high, timing->min_low};
+        pin_values values = xp_is_register(gate.model) ? register_input_values(b, pin, limits)
+                                                       : pin_values{yxw_string(b.image, pin.name)};
+        put_time(values, at_limits + 6, timing->min_high);  // of set and reset, too
+        put_time(values, at_limits + 9, timing->min_low);
+        put_time(values, at_rise, timing->rise);
+        put_time(values, at_fall, timing->fall);
+        add_input(b, values, xp_net_at(b.flat, scope, pin.net));
+    }
+    add_output(b, output_values(b, gate, {timing->rise, timing->fall, nullptr}, drive),
+               xp_net_at(b.flat, scope, gate.output));
 }
 
 void add_instance(builder& b, const xp_scope& scope, std::uint32_t index) {
@@ -371,6 +392,11 @@ void add_instance(builder& b, const xp_scope& scope, std::uint32_t index) {
     set_properties(record, instance_run(b, gate.model->model.name,
                                         b.paths.gate_name[scope.first_gate + index], gate.config));
     const xp_delays& of_cell = b.delays[scope.first_part + gate.part];
+    const std::int32_t annotated =
+        b.annotation.first.empty() ? -1 : b.annotation.first[scope.first_gate + index];
+    if (annotated >= 0)
+        return add_annotated_pins(b, scope, gate, &b.annotation.pins[static_cast<std::size_t>(annotated)],
+                                  cell.drive);
     add_gate_pins(b, scope, gate, is_last ? xp_last_gate_delays(of_cell, part.depth) : one_step,
                   is_last ? cell.drive : "");
 }
@@ -479,10 +505,10 @@ float revision_of(const yx_design_image_t& image) {
     return all_fit ? small_revision : yx_large_revision;
 }
 
-void build(const xp_flat& flat, const std::vector<xp_delays>& delays, yx_design_image_t& image,
-           xp_paths& paths, xp_status& status) {
+void build(const xp_flat& flat, const std::vector<xp_delays>& delays, const xp_annotation& annotation,
+           yx_design_image_t& image, xp_paths& paths, xp_status& status) {
     xp_make_paths(flat, image, paths);
-    builder b{flat, delays, image, paths, status, {}, {}, {}, {}, {}, {}, 0};
+    builder b{flat, delays, annotation, image, paths, status, {}, {}, {}, {}, {}, {}, 0};
     add_nets(b);
     add_buses(b);
     add_children(b);
@@ -493,13 +519,14 @@ void build(const xp_flat& flat, const std::vector<xp_delays>& delays, yx_design_
 
 }  // namespace
 
-void xp_build_design(const xp_flat& flat, const std::vector<xp_delays>& delays, float time_step,
-                     yx_design_image_t& image, xp_paths& paths, xp_status& status) {
+void xp_build_design(const xp_flat& flat, const std::vector<xp_delays>& delays,
+                     const xp_annotation& annotation, float time_step, yx_design_image_t& image,
+                     xp_paths& paths, xp_status& status) {
     if (!xp_ok(status)) return;
     add_names(instance_properties, image.prop_instance);
     add_names(pin_properties, image.prop_pin);
     add_names(net_properties, image.prop_net);
     set_header(image, time_step, status);
-    build(flat, delays, image, paths, status);
+    build(flat, delays, annotation, image, paths, status);
     image.info.software_revision = revision_of(image);
 }

@@ -6,6 +6,7 @@
 #include "expand/delays.h"
 #include "expand/flatten.h"
 #include "expand/paths.h"
+#include "expand/sdf_annotate.h"
 #include "netlist/design_image.h"
 
 // Handler priorities of output pins: one that drives a clock runs before data that change at the same time.
@@ -22,5 +23,6 @@ enum xp_net_kinds : std::int16_t {
 void xp_find_delays(const xp_flat& flat, xp_timing& timing, std::vector<xp_delays>& delays,
                     xp_status& status);
 // The header has the lowest revision that holds the design.
-void xp_build_design(const xp_flat& flat, const std::vector<xp_delays>& delays, float time_step,
-                     yx_design_image_t& image, xp_paths& paths, xp_status& status);
+void xp_build_design(const xp_flat& flat, const std::vector<xp_delays>& delays,
+                     const xp_annotation& annotation, float time_step, yx_design_image_t& image,
+                     xp_paths& paths, xp_status& status);

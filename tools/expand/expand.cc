@@ -51,9 +51,12 @@ private:
     bool exists_ = false;
 };
 
-void read_inputs(const xp_options& options, xp_netlist& netlist, xp_timing& timing, xp_status& status) {
+void read_inputs(const xp_options& options, xp_library& library, xp_netlist& netlist, xp_timing& timing,
+                 xp_status& status) {
+    for (const std::string& path : options.libraries) xp_read_library(path, library, status);
+    timing.library = &library;
     if (options.is_verilog)
-        xp_read_verilog(options, netlist, status);
+        xp_read_verilog(options, library, netlist, status);
     else
         xp_read_netlist(options.inputs[0], netlist, status);
     if (!options.timing.empty()) xp_read_timing(options.timing, timing, status);
@@ -81,6 +84,7 @@ void write_outputs(const xp_options& options, const xp_flat& flat, const xp_path
 }  // namespace
 
 void xp_expand(const xp_options& options, xp_summary& summary, xp_status& status) {
+    xp_library library;
     xp_netlist netlist;
     xp_hierarchy hierarchy;
     xp_flat flat;
@@ -88,16 +92,23 @@ void xp_expand(const xp_options& options, xp_summary& summary, xp_status& status
     std::vector<xp_delays> delays;
     yx_design_image_t image;
     xp_paths paths;
-    read_inputs(options, netlist, timing, status);
+    read_inputs(options, library, netlist, timing, status);
+    hierarchy.library = &library;
     hierarchy.draws_sheets = options.sheets;
     // Of Verilog the recipe has marked the top, maybe under another name.
     xp_choose_top(netlist, options.is_verilog ? "" : options.top, hierarchy, status);
     xp_map_modules(netlist, hierarchy, status);
     xp_flatten(netlist, hierarchy, flat, status);
     xp_find_delays(flat, timing, delays, status);
+    xp_sdf sdf;
+    xp_annotation annotation;
+    if (!options.sdf.empty()) {
+        xp_read_sdf(options.sdf, options.time_step * 1e-9, sdf, status);
+        xp_annotate(flat, sdf, annotation, status);
+    }
     xp_sheets sheets(std::filesystem::path(options.output).parent_path());
     if (options.sheets) sheets.draw(netlist, hierarchy, flat, status);
-    xp_build_design(flat, delays, options.time_step, image, paths, status);
+    xp_build_design(flat, delays, annotation, options.time_step, image, paths, status);
     write_outputs(options, flat, paths, image, status);
     if (options.sheets) sheets.install(status);
     if (!xp_ok(status)) return;

@@ -70,6 +70,8 @@ void map_one_cell(walk& w, xp_mapping& m, std::uint32_t cell, std::size_t depth)
     if (const xp_cell_type* type = xp_find_cell_type(c.type); type != nullptr)
         return xp_map_cell(m, cell, *type);
     if (xp_timed_form form; xp_find_timed(c.type, form) != nullptr) return xp_map_timed(m, cell, form);
+    if (const xp_library_cell* type = xp_find_library_cell(w.hierarchy.library, c.type); type != nullptr)
+        return xp_map_library_cell(m, cell, *type);
     map_instance(w, m, cell, w.index.at(c.type), depth);
 }
 
@@ -115,7 +117,7 @@ void xp_map_modules(xp_netlist& netlist, xp_hierarchy& hierarchy, xp_status& sta
     hierarchy.bodies.resize(netlist.modules.size());
     const xp_module& top = netlist.modules[hierarchy.top];
     if (top.black_box) return xp_fail(status, xp_fault::black_box, "/", xp_quoted(top.name));
-    xp_check_cells(netlist, hierarchy.top, status);
+    xp_check_cells(netlist, hierarchy.top, hierarchy.library, status);
     if (!xp_ok(status)) return;
     walk w{netlist, hierarchy, status, index_of(netlist), std::vector<bool>(netlist.modules.size())};
     map_module(w, hierarchy.top, "/", 0);

@@ -8,13 +8,15 @@
 #include <vector>
 
 #include "expand/body.h"
+#include "expand/liberty.h"
 
 inline constexpr std::size_t xp_depth_max = 500;  // levels of module instances
 
 struct xp_hierarchy {
     std::uint32_t top = 0;
     std::vector<xp_body> bodies;  // by module
-    bool draws_sheets = false;    // vectors that the netlist made up are buses, too
+    const xp_library* library = nullptr;
+    bool draws_sheets = false;  // vectors that the netlist made up are buses, too
 };
 
 // The module named, or the one marked as top, or the only one that no other module contains.

@@ -36,6 +36,8 @@ constexpr std::array fault_texts = {
     fault_text{xp_fault::bad_drive,        "bad drive strengths"},
     fault_text{xp_fault::bad_timing,       "bad timing"},
     fault_text{xp_fault::bad_delay,        "bad delay"},
+    fault_text{xp_fault::bad_library,      "bad library"},
+    fault_text{xp_fault::bad_sdf,          "bad SDF"},
     fault_text{xp_fault::too_large,        "the design does not fit"},
 };
 // clang-format on

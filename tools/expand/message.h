@@ -33,6 +33,8 @@ enum class xp_fault : std::uint8_t {
     bad_drive,
     bad_timing,
     bad_delay,
+    bad_library,
+    bad_sdf,
     too_large,
     count,
 };

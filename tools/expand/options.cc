@@ -3,12 +3,24 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
+#include "expand/sdf.h"
+
 namespace {
 
-std::string check_time_step(const std::string& text) {
+constexpr double base_unit = 1e-9;
+
+// A number, or one with a unit, which is turned into nanoseconds.
+std::string check_time_step(std::string& text) {
+    if (const double seconds = xp_seconds_of(text); seconds > 0) {
+        std::array<char, 32> digits{};
+        const auto [end, error] =
+            std::to_chars(digits.begin(), digits.end(), static_cast<float>(seconds / base_unit));
+        text.assign(digits.begin(), end);
+    }
     float value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     const bool is_whole = error == std::errc{} && end == text.data() + text.size();
@@ -26,11 +38,17 @@ void describe(CLI::App& app, xp_options& options) {
     app.add_option("--top", options.top, "the top module, where none is marked as top")->type_name("NAME");
     app.add_flag("--sheets", options.sheets,
                  "draw the sheets of the modules into the folder of the design file");
+    app.add_option("--liberty", options.libraries, "a library whose cells the netlist has")
+        ->type_name("FILE")
+        ->take_all()
+        ->allow_extra_args(false);
     file("--timing", options.timing, "delay rules of cell types, JSON");
     file("--delays", options.delays, "delays of single cells: cell, rise, fall between tabs");
-    app.add_option("--time-step", options.time_step, "duration of one time step, default 1.0")
+    file("--sdf", options.sdf, "delays and limits of the library's cells");
+    app.add_option("--time-step", options.time_step,
+                   "duration of one time step, default 1.0, with --sdf 1ps; a number, or one with a unit")
         ->type_name("S")
-        ->check(check_time_step);
+        ->transform(CLI::Validator(check_time_step, ""));
     file("--names", options.names, "write a map of the names that differ from the netlist");
     file("--recipe", options.recipe, "of Verilog: the commands of yosys in place of the usual ones");
     app.add_option("-D", options.defines, "of Verilog: a macro, with =VALUE if it has one")
@@ -46,6 +64,8 @@ void describe(CLI::App& app, xp_options& options) {
 bool is_verilog(std::string_view path) { return path.ends_with(".v") || path.ends_with(".sv"); }
 
 void check_inputs(xp_options& options, xp_status& status) {
+    if (!options.sdf.empty() && options.libraries.empty())
+        return xp_fail(status, xp_fault::bad_usage, options.sdf, "--sdf goes with --liberty");
     const auto count = std::count_if(options.inputs.begin(), options.inputs.end(), is_verilog);
     options.is_verilog = count > 0;
     if (options.is_verilog && count != static_cast<std::ptrdiff_t>(options.inputs.size()))
@@ -65,6 +85,7 @@ void xp_parse_options(std::span<const char* const> arguments, xp_options& option
     describe(app, options);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        if (!options.sdf.empty() && app.count("--time-step") == 0) options.time_step = 0.001F;
         check_inputs(options, status);
     } catch (const CLI::CallForHelp&) {
         options.help = app.help();

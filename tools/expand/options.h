@@ -11,7 +11,9 @@ struct xp_options {
     std::vector<std::string> inputs;
     std::string output;
     std::string top, timing, delays, names;  // empty: not given
-    float time_step = 1.0F;
+    std::vector<std::string> libraries;
+    std::string sdf;         // empty: not given
+    float time_step = 1.0F;  // in the design's base unit, nanoseconds where a unit was given
     bool sheets = false;
     std::string help;  // what --help prints, where the command line asks for it
     // Of Verilog.

@@ -102,7 +102,7 @@ std::int32_t add_gate_with_pins(maker& m, const xp_body& body, const xp_gate& ga
     text += '/';
     for (std::uint32_t i = 0; i <= gate.pin_count; ++i) {
         text.resize(size + 1);
-        text += i < gate.pin_count ? body.pins[gate.first_pin + i].name : gate.model->output;
+        text += i < gate.pin_count ? body.pins[gate.first_pin + i].name : xp_output_name(gate);
         const std::int32_t path = yxw_new_string(m.image, text);
         m.paths.pin_path.push_back(path);
         if (i == 0) first = path;

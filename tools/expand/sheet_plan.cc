@@ -130,8 +130,55 @@ void find_vector(const planner& p, xp_sheet_cell& drawn) {
     }
 }
 
+// Inputs, then outputs; what a register captures with is a clock.
+std::vector<port_look> ports_of_library(const xp_library_cell& type) {
+    std::vector<port_look> ports, outputs;
+    for (std::size_t i = 0; i < type.pins.size(); ++i) {
+        port_look port;
+        port.name = type.pins[i].name;
+        port.direction = type.pins[i].direction;
+        const auto is_single = [&](const xp_function& f) {
+            return xp_is_literal(f) && f.inputs[0] == static_cast<std::int32_t>(i);
+        };
+        for (const xp_library_register& r : type.registers) {
+            port.is_clock = port.is_clock || (is_single(r.control) && !r.is_latch);
+            for (const xp_function* f : {&r.control, &r.clear, &r.preset})
+                port.is_low = port.is_low || (is_single(*f) && xp_is_inverted_literal(*f));
+        }
+        for (const xp_library_pin& pin : type.pins)
+            if (pin.is_tristate && is_single(pin.enable)) {
+                port.is_control = true;
+                port.is_low = xp_is_inverted_literal(pin.enable);
+            }
+        (port.direction == xp_direction::input ? ports : outputs).push_back(port);
+    }
+    ports.insert(ports.end(), outputs.begin(), outputs.end());
+    return ports;
+}
+
+void add_named_ports(planner& p, xp_sheet_cell& drawn, const std::vector<port_look>& ports) {
+    std::vector<std::string_view> names;
+    for (const port_look& port : ports) names.push_back(port.name);
+    add_ports(p, drawn, ports, names);
+}
+
+void add_library_cell(planner& p, xp_sheet_cell& drawn, const xp_library_cell& type) {
+    const xp_cell_look look = xp_look_of_library(type);
+    drawn.kind.form = look.form;
+    drawn.kind.is_inverted = look.is_inverted;
+    drawn.kind.type = type.name;
+    if (const auto model = p.models.find(drawn.cell); model != p.models.end())
+        drawn.kind.model = model->second->model.name;
+    drawn.is_register = !type.registers.empty();
+    add_named_ports(p, drawn, ports_of_library(type));
+    if (drawn.is_register) find_vector(p, drawn);
+}
+
 void add_primitive(planner& p, xp_sheet_cell& drawn) {
     const xp_cell& cell = module_of(p).cells[drawn.cell];
+    if (const xp_library_cell* type = xp_find_library_cell(p.flat.hierarchy->library, cell.type);
+        type != nullptr)
+        return add_library_cell(p, drawn, *type);
     const xp_connection* input = xp_find_connection(module_of(p), cell, "A");
     const xp_cell_look look = xp_look_of(cell.type, input != nullptr ? input->bits.count : 0);
     drawn.kind.form = look.form;
@@ -147,9 +194,7 @@ void add_primitive(planner& p, xp_sheet_cell& drawn) {
     } else {
         ports = ports_of_gate(*xp_find_cell_type(cell.type), look.form);
     }
-    std::vector<std::string_view> names;
-    for (const port_look& port : ports) names.push_back(port.name);
-    add_ports(p, drawn, ports, names);
+    add_named_ports(p, drawn, ports);
     if (drawn.is_register) find_vector(p, drawn);
 }
 

@@ -81,3 +81,5 @@ struct xp_cell_look {
     std::string type;  // what it is called
 };
 xp_cell_look xp_look_of(std::string_view type, std::size_t input_bits);
+// The same of a cell of a library: the shape of the gate that it is, else a box.
+xp_cell_look xp_look_of_library(const xp_library_cell& cell);

@@ -5,9 +5,11 @@
 // refused.
 #pragma once
 
+#include "expand/liberty.h"
 #include "expand/message.h"
 #include "expand/netlist_json.h"
 #include "expand/options.h"
 
-// The netlist that the recipe makes of the input files.
-void xp_read_verilog(const xp_options& options, xp_netlist& netlist, xp_status& status);
+// The netlist that the recipe makes of the input files; cells of the library stay as they are.
+void xp_read_verilog(const xp_options& options, const xp_library& library, xp_netlist& netlist,
+                     xp_status& status);
