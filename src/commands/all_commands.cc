@@ -92,7 +92,7 @@ constexpr kol_command_row_t rows[] = {
     {"VWXYZ", {"VIE", "UP"}, any, "VIEw UP", 2, 2, kol_view_up_cmd, quoted},
     {"VWXYZ", {"VIE", "INS"}, any, "VIEw INStance", 3, 3, kol_view_instance_cmd},
     {"VWXYZ", {"VIE", "PIN"}, any, "VIEw PIN", 3, 3, kol_view_pin_cmd},
-    {"VWXYZ", {"VIE", "NET"}, any, "VIEw NET", 3, 3, kol_view_net_cmd},
+    {"VWXYZ", {"VIE", "NET"}, any, "VIEw NET", 2, 3, kol_view_net_cmd},
     {"VWXYZ", {"VIE", "TIM"}, any, "VIEw TIMe", 4, 4, kol_view_time_cmd},
     {"VWXYZ", {"VIE", "WIN"}, any, "VIEw WINdow", 3, 3, kol_view_window_cmd},
     {"VWXYZ", {"WRI", "LIS"}, any, "WRIte LISt", 2, 5, kol_write_list_cmd},

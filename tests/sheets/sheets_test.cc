@@ -6,6 +6,7 @@
 
 #include "commands/command_session.h"
 #include "commands/shared/context_sheet.h"
+#include "commands/sheets/sheet_pages.h"
 #include "drawn_page.h"
 #include "expand/expand.h"
 #include "kernel/lookup.h"
@@ -41,6 +42,7 @@ protected:
         tm_vext.init_done = true;
         tm_vext.numpage = tm_page::context;
         tm_vext.bitmap_size = {0, 0, 1000, 600};
+        tm_vext.pick_aperture = {10, 10};
     }
     static tm_file_index_t sheet() { return static_cast<tm_file_index_t>(tm_vext.file_id_context); }
 
@@ -471,6 +473,53 @@ TEST_F(walked_sheets, keep_together_what_belongs_together) {
     for (const drawn_page& page : pages)
         EXPECT_TRUE(std::any_of(page.cells.begin(), page.cells.end(),
                                 [](const auto& cell) { return !cell.first.starts_with('i'); }));
+}
+
+// ---- from page to page
+
+class turned_pages : public walked_sheets {
+protected:
+    static int shown_page() { return kol_page_of(sheet()).number; }
+    static bool shows(const std::string& name) {
+        for (const std::int16_t id : tm_nets(sheet()))
+            if (kol_name_of(sheet(), id) == name) return true;
+        return false;
+    }
+    void click(const sg_point& at) {
+        const std::string x = std::to_string(at.x / 100000.0), y = std::to_string(at.y / 100000.0);
+        type("mark rectangle " + x + " " + y + " " + x + " " + y);
+        EXPECT_EQ(type("view area"), lines{" VIEw ARea "});
+    }
+};
+
+TEST_F(turned_pages, follow_a_tag_to_the_page_that_it_names_and_a_net_through_its_pages) {
+    draw(tst_source_dir() + "/designs/iscas85/c432.json");
+    type("view sheet");
+    int followed = 0;
+    for (int page = 1; shown_page() == page; ++page, type("view sheet page " + std::to_string(page))) {
+        const drawn_page drawn = read_page(sheet());
+        for (const placed_text& tag : drawn.tags) {
+            if (!tag.of.ends_with("PAGE")) continue;
+            click(tag.at);
+            followed += shown_page() != page ? 1 : 0;
+            EXPECT_TRUE(shows(tag.text)) << tag.text << " from page " << page << " to " << shown_page();
+            type("view sheet page " + std::to_string(page));
+        }
+    }
+    EXPECT_GT(followed, 50);
+    EXPECT_EQ(type("view sheet page 1"), lines{" VIEw SHEet page 1 "});
+    const drawn_page first = read_page(sheet());
+    std::string name;
+    for (const placed_text& tag : first.tags)
+        if (tag.of == "TO_PAGE") name = tag.text;
+    std::set<int> pages;
+    for (int step = 0; step < 20; ++step) {
+        EXPECT_EQ(type("view net " + name), lines{" VIEw NET " + name + " "});
+        EXPECT_TRUE(shows(name));
+        pages.insert(shown_page());
+    }
+    EXPECT_GT(pages.size(), 1U) << name;
+    EXPECT_TRUE(pages.contains(1)) << "from the last page to the first";
 }
 
 std::string inverters(const std::string& name, int count, const std::string& below) {

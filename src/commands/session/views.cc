@@ -1,11 +1,13 @@
 // POP, VIEW ALL, VIEW AREA, VIEW TIME and VIEW WINDOW: what the pages show.
 #include <algorithm>
+#include <cstdlib>
 
 #include "commands/session/handlers.h"
 #include "commands/shared/marks.h"
 #include "commands/shared/parameters.h"
 #include "commands/shared/rejections.h"
 #include "commands/shared/sheet_levels.h"
+#include "commands/sheets/page_tags.h"
 #include "foundation/context.h"
 #include "foundation/shell.h"
 #include "results/entries/geometry.h"
@@ -51,12 +53,20 @@ kol_result_t view_all_of_sheet() {
     return {};
 }
 
+// A click, which marks nothing.
+bool is_click(tm_file_index_t file, const tm_bounds_t& area) {
+    const double pixel = tm_viewport(file).units;
+    return std::abs(area.xmax - area.xmin) < pixel * tm_vext.pick_aperture.x &&
+           std::abs(area.ymax - area.ymin) < pixel * tm_vext.pick_aperture.y;
+}
+
 kol_result_t view_area_of_sheet() {
     tm_bounds_t area;
     const kol_rejection_t unmarked = kol_marked_area(area);  // marking is over, however this ends
     const tm_file_index_t file = kol_context_file();
     if (file == 0) return kol_no_sheet;
     if (unmarked) return unmarked;
+    if (is_click(file, area) && kol_follow_tag({area.xmin, area.ymin})) return {};
     tm_view_area(file, area);
     tm_shell.redraw_context();
     return {};

@@ -21,10 +21,11 @@ kol_rejection_t kol_check_level_sheet(const kol_pick_words_t& words) {
     return file == 0 || file != tm_vext.file_id_context ? words.no_sheet : kol_rejection_t{};
 }
 
-void kol_find_sheet_net(std::int16_t object_id, tm_string_record_t& name, yx_net_record_t*& net) {
+void kol_find_sheet_net(tm_file_index_t file, std::int16_t object_id, tm_string_record_t& name,
+                        yx_net_record_t*& net) {
     name = kol_ext.cur_sim_path;
     tm_append("N_", name);
-    tm_append(std::to_string(tm_net_number(kol_level_file(), object_id)), name);
+    tm_append(std::to_string(tm_net_number(file, object_id)), name);
     kol_find_net(name, net);
 }
 
@@ -39,6 +40,6 @@ kol_rejection_t kol_pick_net(const kol_pick_words_t& words, std::int16_t k, cons
     picked.vertex = tm_vertex_at(kol_level_file(), point);
     if (picked.vertex == 0) return no_vertex;
     picked.object_id = tm_net_of(kol_level_file(), picked.vertex);
-    kol_find_sheet_net(picked.object_id, picked.name, picked.net);
+    kol_find_sheet_net(kol_level_file(), picked.object_id, picked.name, picked.net);
     return picked.net == nullptr ? kol_not_in_design : kol_rejection_t{};
 }

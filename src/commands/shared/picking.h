@@ -26,4 +26,5 @@ kol_rejection_t kol_pick_net(const kol_pick_words_t& words, std::int16_t k, cons
 // The level and its sheet alone.
 kol_rejection_t kol_check_level_sheet(const kol_pick_words_t& words);
 // The name and the net of the design, null when it has none, of a net of the sheet.
-void kol_find_sheet_net(std::int16_t object_id, tm_string_record_t& name, yx_net_record_t*& net);
+void kol_find_sheet_net(tm_file_index_t file, std::int16_t object_id, tm_string_record_t& name,
+                        yx_net_record_t*& net);

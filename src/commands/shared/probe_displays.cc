@@ -39,7 +39,7 @@ bool is_on_sheet(tm_file_index_t file, const kol_probe_signal_rec_t& probe) {
         return false;
     tm_string_record_t name;
     yx_net_record_t* net = nullptr;
-    kol_find_sheet_net(probe.object_id, name, net);
+    kol_find_sheet_net(file, probe.object_id, name, net);
     return net == probe.net;
 }
 

@@ -62,7 +62,7 @@ kol_found_objects_t nets_of_signal(tm_file_index_t file, const tm_string_record_
     tm_string_record_t number;
     for (const std::int16_t id : tm_nets(file)) {
         if (kol_property_of(file, id, "NET").empty()) continue;
-        kol_find_sheet_net(id, number, net);
+        kol_find_sheet_net(file, id, number, net);
         if (net == signal) found.push_back(id);
     }
     return found;

@@ -50,7 +50,7 @@ void report_net(tm_file_index_t file, std::int16_t id, const kol_line_t& line) {
         if (is_reported(file, id, segment)) report_segment(file, segment);
     tm_string_record_t name;
     yx_net_record_t* net = nullptr;
-    kol_find_sheet_net(id, name, net);
+    kol_find_sheet_net(file, id, name, net);
     if (net != nullptr) return kol_show({"# Net_sim_path: \"", kol_path(net->sim_path), "\" "});
     kol_show_result(line, kol_result_t(not_in_design).then({"# !! net_name : \"", tm_view(name), "\" "}));
 }

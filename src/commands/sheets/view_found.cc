@@ -1,9 +1,12 @@
 // VIEW INSTANCE, VIEW NET and VIEW PIN: the sheet turns to what has the name.
+#include <algorithm>
+
 #include "commands/shared/context_sheet.h"
 #include "commands/shared/rejections.h"
 #include "commands/shared/sheet_levels.h"
 #include "commands/sheets/found_objects.h"
 #include "commands/sheets/handlers.h"
+#include "commands/sheets/page_tags.h"
 #include "commands/sheets/sheet_pages.h"
 #include "foundation/shell.h"
 #include "schematic/select.h"
@@ -29,31 +32,55 @@ bool is_on_page(const view_t& view, const kol_page_t& page, const tm_string_reco
     return found;
 }
 
-// Turns to the first other page of the level's sheet that has the thing; false: none has.
+// Turns to the next page of the level's sheet that has the thing, and behind the last begins with the first;
+// false: no other has.
 bool turn_to_page_with(const view_t& view, const tm_string_record_t& name) {
     if (kol_level_file() == 0 || kol_level_file() != kol_context_file()) return false;
     const kol_page_t shown = kol_page_of(kol_level_file());
-    for (kol_page_t page{shown.directory}; page.number == 1 || kol_page_exists(page); ++page.number)
-        if (page.number != shown.number && kol_page_exists(page) && is_on_page(view, page, name))
-            return kol_turn_page(page) == kol_sheet_found::yes;
-    return false;
+    kol_page_t page = shown;
+    do {
+        ++page.number;
+        if (!kol_page_exists(page)) page.number = 1;
+        if (page.number == shown.number) return false;
+    } while (!is_on_page(view, page, name));
+    return kol_turn_page(page) == kol_sheet_found::yes;
 }
 
-kol_result_t view_named(const view_t& view, const kol_line_t& line) {
+// Whether the net, and nothing less of it, was shown last: then VIEW NET goes on to the next page.
+bool is_shown_already(const kol_found_objects_t& found) {
+    return std::all_of(found.begin(), found.end(), [](std::int16_t object) {
+        return tm_inq_object_selected(kol_context_file(), object);
+    });
+}
+
+kol_result_t view_named(const view_t& view, const tm_string_record_t& name, bool steps) {
     if (kol_context_file() == 0) return kol_no_sheet;
-    const tm_string_record_t& name = line[3];
-    if (view.find(kol_context_file(), name).empty() && !turn_to_page_with(view, name)) return view.not_found;
+    kol_found_objects_t found = view.find(kol_context_file(), name);
+    const bool turns = found.empty() || (steps && is_shown_already(found));
+    if (turns && turn_to_page_with(view, name)) found = view.find(kol_context_file(), name);
+    if (found.empty()) return view.not_found;
     const tm_file_index_t file = kol_context_file();
     std::int32_t count = 0;
     tm_unselect_all(file, count);
-    kol_select_found(file, view.find(file, name), true);
-    kol_centre_on(file, view.find(file, name));
+    kol_select_found(file, found, true);
+    kol_centre_on(file, found);
     tm_shell.redraw_context();
     return {};
 }
 
+// The net that is named, or that of the tag or wire at the pointer.
+kol_result_t view_net(const kol_line_t& line) {
+    if (line.nkeyword > 2) return view_named(net_view, line[3], true);
+    const tm_file_index_t file = kol_context_file();
+    const std::string name = file == 0 ? std::string() : kol_net_name_at(file, tm_vext.obj_pos);
+    if (file != 0 && name.empty()) return net_view.not_found;
+    return view_named(net_view, tm_string(name), true);
+}
+
 }  // namespace
 
-kol_result_t kol_view_instance_cmd(const kol_line_t& line) { return view_named(instance_view, line); }
-kol_result_t kol_view_net_cmd(const kol_line_t& line) { return view_named(net_view, line); }
-kol_result_t kol_view_pin_cmd(const kol_line_t& line) { return view_named(pin_view, line); }
+kol_result_t kol_view_instance_cmd(const kol_line_t& line) {
+    return view_named(instance_view, line[3], false);
+}
+kol_result_t kol_view_net_cmd(const kol_line_t& line) { return view_net(line); }
+kol_result_t kol_view_pin_cmd(const kol_line_t& line) { return view_named(pin_view, line[3], false); }
