@@ -149,7 +149,7 @@ def tour():
             session.picture("tour-trace")
         with Session(directory, "DO too_fast.cmd 40 20\nVIEW SHEET\nVIEW DOWN fifo\nVIEW DOWN read_pointer\n",
                      ends=5) as session:
-            session.send("VIEW PIN r0/D", " VIEw PIN r0/D ")
+            session.send("VIEW PIN at_reg[0]/D", " VIEw PIN at_reg[0]/D ")
             session.picture("tour-violation")
 
 

@@ -11,7 +11,7 @@
 namespace {
 
 struct name_entry_t {
-    std::uint64_t hash;
+    std::uint32_t hash;
     std::int32_t string_index;
 };
 
@@ -22,10 +22,10 @@ struct name_index_t {
 };
 name_index_t idx;
 
-std::uint64_t folded_hash(std::string_view text) {
+std::uint32_t folded_hash(std::string_view text) {
     std::uint64_t hash = 14695981039346656037U;
     for (const char c : text) hash = (hash ^ static_cast<unsigned char>(tm_upper_case(c))) * 1099511628211U;
-    return hash;
+    return static_cast<std::uint32_t>(hash >> 32);
 }
 
 using target_t = std::int32_t kol_named_t::*;
@@ -63,6 +63,7 @@ void make_index() {
     for (std::int32_t i = 1; i <= yx_sext.max_pin_cur; ++i)
         name_target(yx_ptrto_pin_rec(i)->sim_path, i, &kol_named_t::pin);
     idx.by_hash.clear();
+    idx.by_hash.reserve(static_cast<std::size_t>(std::ranges::count_if(idx.named, names_something)));
     for (std::int32_t i = 1; i <= yx_sext.max_string_cur; ++i)
         if (names_something(idx.named[static_cast<std::size_t>(i)]))
             idx.by_hash.push_back({folded_hash(kol_path(i)), i});
@@ -79,7 +80,7 @@ void keep_lower(std::int32_t& first, std::int32_t other) {
 kol_named_t kol_find_named(const tm_string_record_t& name) {
     if (!idx.is_made) make_index();
     kol_named_t found;
-    const std::uint64_t hash = folded_hash(tm_view(name));
+    const std::uint32_t hash = folded_hash(tm_view(name));
     for (const name_entry_t& entry : std::ranges::equal_range(idx.by_hash, hash, {}, &name_entry_t::hash)) {
         if (!yxistring_iden_tmstring(entry.string_index, name)) continue;
         const kol_named_t& named = idx.named[static_cast<std::size_t>(entry.string_index)];

@@ -73,8 +73,8 @@ struct yx_pin_signal_state_rec {
     yx_signal_state_rec* bus = nullptr;  // a pin spanning bits: one record per bit of its bus
 };
 
-// Standard net and sub-net.  What a run touches at every event comes first and fills one cache line.
-struct alignas(64) yx_net_u1_t {
+// Standard net and sub-net.  What a run touches at every event comes first.
+struct yx_net_u1_t {
     yx_signal_state_rec cur_state, old_state;
 
     // Run time, of a root net.
@@ -133,18 +133,17 @@ struct yx_net_record_t {
     std::int32_t sim_path = 0;  // string index
     std::int32_t nb_of_child = 0, first_child = 0;
     yx_net_child_record_t* first_child_ptr = nullptr;
-    std::int8_t nb_of_property = 0;
-    std::int32_t first_prop = 0;
-    std::int16_t nb_pin_in = 0;
-    std::int32_t first_pin_in_ind = 0;  // pins that this net feeds
-    yx_pin_record_t* first_pin_in_ptr = nullptr;
-    std::int16_t nb_pin_out = 0;
+    yx_pin_record_t* first_pin_in_ptr = nullptr;  // pins that this net feeds
+    std::int32_t first_pin_in_ind = 0;
     std::int32_t first_pin_out_ind = 0;  // pins that drive this net
     yx_pin_record_t* first_pin_out_ptr = nullptr;
+    std::int16_t nb_pin_in = 0, nb_pin_out = 0;
+    std::int32_t first_prop = 0;
+    std::int8_t nb_of_property = 0;
 };
 
-// What a run touches comes first and fills one cache line.
-struct alignas(64) yx_pin_record_t {
+// What a run touches comes first.
+struct yx_pin_record_t {
     yx_procedure_t pin_hdler = nullptr;
     yx_inst_record_t* instance_ptr = nullptr;
     yx_pin_signal_state_rec pin_state;
@@ -171,8 +170,8 @@ struct alignas(64) yx_pin_record_t {
     std::int8_t nb_of_property = 0;
 };
 
-// What a run touches comes first and fills one cache line.
-struct alignas(64) yx_inst_record_t {
+// What a run touches comes first.
+struct yx_inst_record_t {
     std::array<std::byte, 56> run_area{};  // for what the instance's model gathers to run
     std::int8_t timing_index = 0;          // 0: global timing range, 1..120: an entry of the table
     std::int32_t self = 0;

@@ -1,3 +1,4 @@
+// How the gates of one cell enter the body of its module.
 #include "expand/cell_gates.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The delay rules of cell types and the delays of single cells, read from their files.
 #include "expand/delays.h"
 
 #include <algorithm>

@@ -1,8 +1,10 @@
+// The records of the design file: properties, nets, pins, instances, macros.
 #include "expand/design_out.h"
 
 #include <algorithm>
 
 #include "foundation/files.h"
+#include "kernel/state.h"
 
 namespace {
 
@@ -128,19 +130,16 @@ property_run instance_run(builder& b, std::string_view model, std::int32_t own_n
 
 struct constant_row {
     std::int32_t constant;
-    std::int8_t state;
+    std::string_view state;  // as commands have it
 };
 constexpr constant_row constant_states[] = {
-    {xp_const_0, 17},  // 0S
-    {xp_const_1, 19},  // 1S
-    {xp_const_x, 18},  // xS
-    {xp_const_z, 6},   // xZ
-};
+    {xp_const_0, "0s"}, {xp_const_1, "1s"}, {xp_const_x, "xs"}, {xp_const_z, "xz"}};
 
 std::int8_t state_of(std::int32_t constant) {
+    std::int8_t state = 0;
     for (const constant_row& row : constant_states)
-        if (row.constant == constant) return row.state;
-    return 0;
+        if (row.constant == constant) kol_keyword_to_state(row.state, state);
+    return state;
 }
 
 std::int16_t kind_of(const xp_flat_net& net) {

@@ -1,3 +1,4 @@
+// One run of the expander, and its files.
 #include "expand/expand.h"
 
 #include <unistd.h>

@@ -1,3 +1,4 @@
+// The delays of every part of the design, by rule or by name.
 #include "expand/design_out.h"
 
 namespace {

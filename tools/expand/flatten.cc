@@ -1,3 +1,4 @@
+// Module instances become scopes, joined bits nets, names aliases and buses.
 #include "expand/flatten.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The primitives of the cells that store or switch.
 #include "expand/cell_gates.h"
 #include "expand/timed_cells.h"
 

@@ -1,3 +1,4 @@
+// The events of the JSON parser become the modules of a netlist.
 #include "expand/netlist_json.h"
 
 #include <algorithm>

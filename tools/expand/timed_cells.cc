@@ -1,3 +1,4 @@
+// The families of cells that store or switch, and what their pins read.
 #include "expand/timed_cells.h"
 
 #include <unordered_map>
