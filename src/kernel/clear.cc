@@ -1,6 +1,7 @@
 // What clearing the simulator takes, room by room.
 #include "kernel/clear.h"
 
+#include "foundation/list.h"
 #include "kernel/cells.h"
 #include "kernel/context.h"
 #include "kernel/history.h"
@@ -11,35 +12,26 @@
 
 namespace {
 
-template <typename Record>
-void delete_chain(Record* record, Record* Record::*link) {
-    while (record != nullptr) {
-        Record* const linked = record->*link;
-        delete record;
-        record = linked;
-    }
-}
-
 void delete_stimuli() {
-    delete_chain(kol_ext.start_force, &kol_force_rec_t::next);
+    tm_list_clear(kol_ext.start_force, kol_ext.last_force);
     for (auto* block = kol_ext.start_clock_force_blk; block != nullptr; block = block->next)
-        delete_chain(block->start_force, &kol_force_rec_t::next);
-    delete_chain(kol_ext.start_clock_force_blk, &kol_forceblk_rec_t::next);
+        tm_list_clear(block->start_force, block->last_force);
+    tm_list_clear(kol_ext.start_clock_force_blk, kol_ext.last_clock_force_blk);
 }
 
-void delete_buses(yx_bus_rec_t* first) {
+void delete_buses(yx_bus_rec_t*& first, yx_bus_rec_t*& last) {
     for (auto* bus = first; bus != nullptr; bus = bus->next)
-        delete_chain(bus->signal, &yx_signal_rec_t::next);
-    delete_chain(first, &yx_bus_rec_t::next);
+        while (bus->signal != nullptr) tm_list_take_next(bus->signal);
+    tm_list_clear(first, last);
 }
 
 void delete_observers() {
-    delete_chain(kol_ext.break_signal, &yx_break_signal_rec_t::previous);
-    delete_chain(kol_ext.start_probe_signal, &kol_probe_signal_rec_t::next);
-    delete_buses(kol_ext.start_sim_bus);
-    delete_buses(kol_ext.start_forgotten_bus);
-    delete_chain(kol_ext.list_signal, &yx_signal_rec_t::previous);
-    delete_chain(kol_ext.trace_signal, &yx_signal_rec_t::previous);
+    tm_list_clear(kol_ext.break_signal);
+    tm_list_clear(kol_ext.start_probe_signal, kol_ext.last_probe_signal);
+    delete_buses(kol_ext.start_sim_bus, kol_ext.last_sim_bus);
+    delete_buses(kol_ext.start_forgotten_bus, kol_ext.last_forgotten_bus);
+    tm_list_clear(kol_ext.list_signal);
+    tm_list_clear(kol_ext.trace_signal);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // FORGET: what goes, and what a view keeps.
-#include "commands/shared/parameters.h"
 #include "design_session.h"
+#include "foundation/list.h"
 #include "results/list/layout.h"
 
 namespace {
@@ -24,8 +24,9 @@ protected:
     static void fill() {
         type("def bus n w a b;def bus c v y;break a 1;break b 0;list h a w;trace a w b");
         for (const char* net : {"a", "b"}) {
-            auto* probe = new kol_probe_signal_rec_t{&tst_net(net), tm_string("p"), kol_ext.cur_sim_path};
-            kol_append_record(probe, kol_ext.start_probe_signal, kol_ext.last_probe_signal);
+            auto& probe = tm_list_append(std::make_unique<kol_probe_signal_rec_t>(),
+                                         kol_ext.start_probe_signal, kol_ext.last_probe_signal);
+            probe = {&tst_net(net), tm_string("p"), kol_ext.cur_sim_path, probe.previous};
         }
     }
 };

@@ -1,7 +1,7 @@
 // LIST, TRACE, DEFINE BUS, MOVE SIGNAL and the STATUS reports: what they show, and what is observed
 // afterwards.
-#include "commands/shared/parameters.h"
 #include "design_session.h"
+#include "foundation/list.h"
 
 namespace {
 
@@ -51,8 +51,9 @@ TEST_F(observation, views_take_names_one_by_one_until_one_is_wrong) {
 }
 
 void add_probe(const char* name, const char* net) {
-    auto* probe = new kol_probe_signal_rec_t{&tst_net(net), tm_string(name), kol_ext.cur_sim_path};
-    kol_append_record(probe, kol_ext.start_probe_signal, kol_ext.last_probe_signal);
+    auto& probe = tm_list_append(std::make_unique<kol_probe_signal_rec_t>(), kol_ext.start_probe_signal,
+                                 kol_ext.last_probe_signal);
+    probe = {&tst_net(net), tm_string(name), kol_ext.cur_sim_path, probe.previous};
 }
 
 TEST_F(observation, a_name_means_a_bus_then_a_probe_then_a_net) {

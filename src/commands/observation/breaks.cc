@@ -5,6 +5,7 @@
 #include "commands/shared/parameters.h"
 #include "commands/shared/rejections.h"
 #include "commands/shared/report.h"
+#include "foundation/list.h"
 #include "foundation/shell.h"
 #include "kernel/lookup.h"
 #include "kernel/state.h"
@@ -31,10 +32,9 @@ kol_result_t read_break(const kol_line_t& line, yx_break_signal_rec_t& record) {
 }
 
 void append_break(const yx_break_signal_rec_t& values) {
-    auto* record = new yx_break_signal_rec_t(values);
-    record->cur_sim_path = kol_ext.cur_sim_path;
-    kol_append_record(record, kol_ext.break_signal);
-    record->net->UU.U1.break_signal = record;
+    auto& record = tm_list_append(std::make_unique<yx_break_signal_rec_t>(values), kol_ext.break_signal);
+    record.cur_sim_path = kol_ext.cur_sim_path;
+    record.net->UU.U1.break_signal = &record;
 }
 
 yx_break_signal_rec_t* newest_break_of(const yx_net_record_t* net) {
@@ -62,17 +62,15 @@ void report_breaks() {
 }  // namespace
 
 void kol_remove_break(yx_break_signal_rec_t* record) {
-    kol_remove_record(record, kol_ext.break_signal);
+    const auto owned = tm_list_take(record, kol_ext.break_signal);
     yx_break_signal_rec_t*& tested = record->net->UU.U1.break_signal;
     if (tested == record) tested = newest_break_of(record->net);
-    delete record;
 }
 
 void kol_remove_all_breaks() {
     while (yx_break_signal_rec_t* record = kol_ext.break_signal) {
         record->net->UU.U1.break_signal = nullptr;
-        kol_ext.break_signal = record->previous;
-        delete record;
+        tm_list_take(record, kol_ext.break_signal);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "commands/observation/observed_signal.h"
 #include "commands/shared/parameters.h"
 #include "commands/shared/rejections.h"
+#include "foundation/list.h"
 #include "foundation/shell.h"
 #include "kernel/lookup.h"
 #include "results/list/layout.h"
@@ -88,17 +89,13 @@ yx_signal_rec_t* last_member(const yx_bus_rec_t& bus) {
 
 void append_members(yx_bus_rec_t& bus, yx_signal_rec_t* last, const found_members& members) {
     for (const kol_found_signal_t& found : members)
-        kol_append_record(kol_make_signal(found, kol_binary), bus.signal, last);
+        tm_list_append(kol_make_signal(found, kol_binary), bus.signal, last);
 }
 
 // Takes back what stands behind the member, or everything when there is none.
 void drop_members_behind(yx_bus_rec_t& bus, yx_signal_rec_t* member) {
     yx_signal_rec_t*& link = member == nullptr ? bus.signal : member->next;
-    while (link != nullptr) {
-        yx_signal_rec_t* dropped = link;
-        link = dropped->next;
-        kol_drop_signal(dropped);
-    }
+    while (link != nullptr) kol_drop_signal(tm_list_take_next(link));
 }
 
 // Members that nest too many others, or make a shown bus outgrow its view, are taken back.
@@ -111,15 +108,12 @@ bool add_members(yx_bus_rec_t& bus, const found_members& members) {
 }
 
 bool make_bus(const kol_line_t& line, const found_members& members) {
-    auto* bus = new yx_bus_rec_t;
+    auto bus = std::make_unique<yx_bus_rec_t>();
     bus->name = line[4];
     bus->cur_sim_path = kol_ext.cur_sim_path;
     bus->combine = kol_begins_with_one_of(line[3], "C");
-    if (!add_members(*bus, members)) {
-        delete bus;
-        return false;
-    }
-    kol_append_record(bus, kol_ext.start_sim_bus, kol_ext.last_sim_bus);
+    if (!add_members(*bus, members)) return false;
+    tm_list_append(std::move(bus), kol_ext.start_sim_bus, kol_ext.last_sim_bus);
     return true;
 }
 

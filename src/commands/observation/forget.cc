@@ -5,6 +5,7 @@
 #include "commands/shared/parameters.h"
 #include "commands/shared/probe_displays.h"
 #include "commands/shared/rejections.h"
+#include "foundation/list.h"
 #include "foundation/shell.h"
 #include "kernel/lookup.h"
 
@@ -47,8 +48,7 @@ bool forget_break(const tm_string_record_t& name) {
 // ---- list and trace
 
 void drop_entry(yx_signal_rec_t* entry, yx_signal_rec_t*& newest) {
-    kol_remove_record(entry, newest);
-    kol_drop_signal(entry);
+    kol_drop_signal(tm_list_take(entry, newest));
 }
 
 void drop_entries(yx_signal_rec_t*& newest) {
@@ -96,8 +96,7 @@ bool forget_traced(const tm_string_record_t& name) {
 bool has_probe() { return kol_ext.start_probe_signal != nullptr; }
 
 void drop_probe(kol_probe_signal_rec_t* probe) {
-    kol_remove_record(probe, kol_ext.start_probe_signal, kol_ext.last_probe_signal);
-    delete probe;
+    tm_list_take(probe, kol_ext.start_probe_signal, kol_ext.last_probe_signal);
 }
 
 void show_probes_left() {
@@ -106,7 +105,7 @@ void show_probes_left() {
 }
 
 void forget_probes() {
-    while (kol_ext.start_probe_signal != nullptr) drop_probe(kol_ext.start_probe_signal);
+    tm_list_clear(kol_ext.start_probe_signal, kol_ext.last_probe_signal);
     show_probes_left();
 }
 

@@ -4,6 +4,7 @@
 #include "commands/shared/parameters.h"
 #include "commands/shared/picking.h"
 #include "commands/shared/rejections.h"
+#include "foundation/list.h"
 #include "foundation/shell.h"
 #include "results/list/layout.h"
 
@@ -46,11 +47,9 @@ bool read_radix(const tm_string_record_t& keyword, std::int16_t& radix) {
 
 kol_rejection_t show_found(const view_t& view, const kol_found_signal_t& found, std::int16_t radix) {
     yx_signal_rec_t*& newest = kol_ext.*view.newest;
-    yx_signal_rec_t* const entry = kol_make_signal(found, radix);
-    kol_append_record(entry, newest);
+    tm_list_append(kol_make_signal(found, radix), newest);
     if (view.fits()) return {};
-    kol_remove_record(entry, newest);
-    kol_drop_signal(entry);
+    kol_drop_signal(tm_list_take(newest, newest));
     return view.too_large;
 }
 

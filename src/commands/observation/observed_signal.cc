@@ -3,6 +3,7 @@
 #include "commands/observation/observed_signal.h"
 
 #include "commands/shared/parameters.h"
+#include "foundation/list.h"
 #include "kernel/history.h"
 #include "kernel/lookup.h"
 #include "results/trace/layout.h"
@@ -23,12 +24,8 @@ bool find_signal_net(const tm_string_record_t& name, yx_net_record_t*& net) {
 }
 
 void delete_forgotten(yx_bus_rec_t* bus) {
-    kol_remove_record(bus, kol_ext.start_forgotten_bus, kol_ext.last_forgotten_bus);
-    while (yx_signal_rec_t* member = bus->signal) {
-        bus->signal = member->next;
-        kol_drop_signal(member);
-    }
-    delete bus;
+    const auto owned = tm_list_take(bus, kol_ext.start_forgotten_bus, kol_ext.last_forgotten_bus);
+    while (bus->signal != nullptr) kol_drop_signal(tm_list_take_next(bus->signal));
 }
 
 // The signals of a combined bus share a row; a bus inside a bus has rows of its own.
@@ -59,8 +56,8 @@ bool kol_find_signal(const tm_string_record_t& name, kol_found_signal_t& found) 
     return true;
 }
 
-yx_signal_rec_t* kol_make_signal(const kol_found_signal_t& found, std::int16_t base_number) {
-    auto* signal = new yx_signal_rec_t;
+std::unique_ptr<yx_signal_rec_t> kol_make_signal(const kol_found_signal_t& found, std::int16_t base_number) {
+    auto signal = std::make_unique<yx_signal_rec_t>();
     signal->name = found.name;
     signal->cur_sim_path = kol_ext.cur_sim_path;
     signal->sig_bus = found.bus != nullptr;
@@ -73,16 +70,16 @@ yx_signal_rec_t* kol_make_signal(const kol_found_signal_t& found, std::int16_t b
     return signal;
 }
 
-void kol_drop_signal(yx_signal_rec_t* signal) {
+void kol_drop_signal(std::unique_ptr<yx_signal_rec_t> signal) {
     yx_bus_rec_t* const bus = signal->bus;
     if (signal->net != nullptr) kol_forget_net(signal->net);
-    delete signal;
+    signal.reset();
     if (bus != nullptr && --bus->nb_of_holder == 0 && bus->forgotten) delete_forgotten(bus);
 }
 
 void kol_forget_bus(yx_bus_rec_t* bus) {
-    kol_remove_record(bus, kol_ext.start_sim_bus, kol_ext.last_sim_bus);
-    kol_append_record(bus, kol_ext.start_forgotten_bus, kol_ext.last_forgotten_bus);
+    tm_list_append(tm_list_take(bus, kol_ext.start_sim_bus, kol_ext.last_sim_bus),
+                   kol_ext.start_forgotten_bus, kol_ext.last_forgotten_bus);
     bus->forgotten = true;
     if (bus->nb_of_holder == 0) delete_forgotten(bus);
 }

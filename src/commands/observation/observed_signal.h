@@ -3,6 +3,8 @@
 // can show.
 #pragma once
 
+#include <memory>
+
 #include "kernel/context.h"
 
 enum kol_radix : std::int16_t { kol_hexadecimal = 0, kol_binary = 1, kol_decimal = 2 };
@@ -16,9 +18,9 @@ struct kol_found_signal_t {
 // Looks for a user bus, a probe, an absolute path, a net index and a relative name, in this order.
 bool kol_find_signal(const tm_string_record_t& name, kol_found_signal_t& found);
 // A new record of what was found, at the current simulation path.
-yx_signal_rec_t* kol_make_signal(const kol_found_signal_t& found, std::int16_t base_number);
+std::unique_ptr<yx_signal_rec_t> kol_make_signal(const kol_found_signal_t& found, std::int16_t base_number);
 // Gives up a record that no list holds, and its observation of the net or its hold on the bus.
-void kol_drop_signal(yx_signal_rec_t* signal);
+void kol_drop_signal(std::unique_ptr<yx_signal_rec_t> signal);
 // Takes a user bus off its list; it lives on, without a name, while a view or another bus shows it.
 void kol_forget_bus(yx_bus_rec_t* bus);
 

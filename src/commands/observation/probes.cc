@@ -4,6 +4,7 @@
 #include "commands/shared/picking.h"
 #include "commands/shared/probe_displays.h"
 #include "commands/shared/report.h"
+#include "foundation/list.h"
 #include "foundation/shell.h"
 #include "kernel/lookup.h"
 
@@ -23,10 +24,13 @@ void report_probe(const kol_probe_signal_rec_t& probe) {
 }
 
 void add_probe(const kol_picked_net_t& picked, const tm_string_record_t& name) {
-    auto* probe = new kol_probe_signal_rec_t{picked.net, name, kol_ext.cur_sim_path};
-    probe->object_id = picked.object_id;
-    probe->vertex = picked.vertex;
-    kol_append_record(probe, kol_ext.start_probe_signal, kol_ext.last_probe_signal);
+    auto& probe = tm_list_append(std::make_unique<kol_probe_signal_rec_t>(), kol_ext.start_probe_signal,
+                                 kol_ext.last_probe_signal);
+    probe.net = picked.net;
+    probe.probe_name = name;
+    probe.cur_sim_path = kol_ext.cur_sim_path;
+    probe.object_id = picked.object_id;
+    probe.vertex = picked.vertex;
     kol_hang_probes();
 }
 

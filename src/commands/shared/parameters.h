@@ -20,30 +20,3 @@ bool kol_count_from_now(std::int32_t& time);
 tm_string_record_t kol_keyword_text(const tm_string_record_t& keyword);
 // The keyword as a whole number in 1..highest, at most 30000; false for anything else.
 bool kol_read_number(const tm_string_record_t& keyword, std::int32_t highest, std::int16_t& number);
-
-// A list is known by its first and its last record, or by its last alone.  Puts a record at its end.
-template <typename T>
-void kol_append_record(T* record, T*& first, T*& last) {
-    record->previous = last;
-    record->next = nullptr;
-    (last == nullptr ? first : last->next) = record;
-    last = record;
-}
-
-template <typename T>
-void kol_append_record(T* record, T*& last) {
-    T* first = last;
-    kol_append_record(record, first, last);
-}
-
-// Takes a record out of its list; the caller frees it.
-template <typename T>
-void kol_remove_record(T* record, T*& last) {
-    (record->next != nullptr ? record->next->previous : last) = record->previous;
-    if (record->previous != nullptr) record->previous->next = record->next;
-}
-template <typename T>
-void kol_remove_record(T* record, T*& first, T*& last) {
-    if (first == record) first = record->next;
-    kol_remove_record(record, last);
-}

@@ -3,6 +3,7 @@
 #include "commands/shared/parameters.h"
 #include "commands/shared/rejections.h"
 #include "commands/stimulus/handlers.h"
+#include "foundation/list.h"
 #include "foundation/shell.h"
 #include "kernel/lookup.h"
 #include "kernel/run.h"
@@ -58,12 +59,12 @@ kol_rejection_t read_force(const kol_line_t& line, kol_force_rec_t& force, bool&
 }
 
 void append_force(const kol_force_rec_t& force, bool repeat) {
-    auto* record = new kol_force_rec_t(force);
+    auto record = std::make_unique<kol_force_rec_t>(force);
     if (repeat) {
         kol_forceblk_rec_t& block = *kol_ext.last_clock_force_blk;
-        kol_append_record(record, block.start_force, block.last_force);
+        tm_list_append(std::move(record), block.start_force, block.last_force);
     } else {
-        kol_append_record(record, kol_ext.start_force, kol_ext.last_force);
+        tm_list_append(std::move(record), kol_ext.start_force, kol_ext.last_force);
     }
 }
 
@@ -106,10 +107,10 @@ kol_result_t kol_force_cmd(const kol_line_t& line) {
 kol_result_t kol_clock_period_cmd(const kol_line_t& line) {
     std::int32_t period = 0;
     if (!kol_read_positive_time(line[3], period)) return kol_period_invalid;
-    auto* block = new kol_forceblk_rec_t;
-    block->clock_period = period;
-    block->start_time = kol_ext.cur_time;
-    kol_append_record(block, kol_ext.start_clock_force_blk, kol_ext.last_clock_force_blk);
+    auto& block = tm_list_append(std::make_unique<kol_forceblk_rec_t>(), kol_ext.start_clock_force_blk,
+                                 kol_ext.last_clock_force_blk);
+    block.clock_period = period;
+    block.start_time = kol_ext.cur_time;
     return kol_accepted(kol_time_text(period));
 }
 
