@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::size_t column_most = 16;  // registers that stand in one column
+constexpr std::size_t column_most = 8;  // registers that stand in one column
 
 std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 

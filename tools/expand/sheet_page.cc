@@ -10,6 +10,9 @@
 
 namespace {
 
+// Of a page whose names are read when the window, as it opens on a usual screen, shows the whole.
+constexpr std::size_t thrifty_most = 3;
+constexpr double readable_width = 2.5e6, readable_height = 9.6e5;
 constexpr std::size_t shown_name = 24;  // longer INST names are not shown
 
 std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
@@ -69,6 +72,8 @@ xp_net_style style_of(const xp_pager& p, const xp_page_net& net, const xp_sheet_
     if (xp_is_constant(planned)) return xp_net_style::tags;
     if (ends == 1) return xp_net_style::alone;
     if (pins > xp_wired_most || (net.is_control && pins > 2)) return xp_net_style::tags;
+    if (p.thrift > 0 && net.drivers.empty() && !net.readers.empty()) return xp_net_style::tags;
+    if (p.thrift > 1 && pins > thrifty_most) return xp_net_style::tags;
     if (!is_driven && net.readers.size() <= xp_tagged_most) return xp_net_style::tags;
     if (net.readers.empty() && net.ports.empty() && net.drivers.size() == 1) return xp_net_style::tags;
     return xp_net_style::wires;
@@ -232,21 +237,37 @@ void add_tags(xp_pager& p) {
     }
 }
 
-}  // namespace
-
-void xp_draw_page(const xp_sheet_plan& plan, std::int32_t page, const std::vector<std::string>& symbol_paths,
-                  sg_drawing& drawing) {
-    xp_pager p{plan, page, drawing, {}, {}, {}, {}, {}, {}};
-    drawing.title = plan.title;
-    drawing.page = page + 1;
-    drawing.page_count = plan.page_count();
+void draw(xp_pager& p, const std::vector<std::string>& symbol_paths) {
+    p.drawing.title = p.plan.title;
+    p.drawing.page = p.page + 1;
+    p.drawing.page_count = p.plan.page_count();
     gather_nets(p);
     gather_ports(p);
     style_nets(p);
     add_cells(p, symbol_paths);
-    if (sg_count_objects(drawing) > static_cast<std::size_t>(tm_max_objects)) return;
+    if (sg_count_objects(p.drawing) > static_cast<std::size_t>(tm_max_objects)) return;
     add_tags(p);
     p.graph.net_count = static_cast<std::int32_t>(p.nets.size());
     sg_lay_out(p.graph, p.layout);
     xp_draw_layout(p);
+}
+
+// How large the page is, as a part of what can be read when it is seen whole.
+double size_of(const sg_drawing& drawing) {
+    const sg_rectangle& e = drawing.extent;
+    return std::max((static_cast<double>(e.xmax) - e.xmin) / readable_width,
+                    (static_cast<double>(e.ymax) - e.ymin) / readable_height);
+}
+
+}  // namespace
+
+void xp_draw_page(const xp_sheet_plan& plan, std::int32_t page, const std::vector<std::string>& symbol_paths,
+                  sg_drawing& drawing) {
+    for (int thrift = 0; thrift < 3; ++thrift) {
+        sg_drawing tried;
+        xp_pager p{plan, page, tried, thrift, {}, {}, {}, {}, {}, {}};
+        draw(p, symbol_paths);
+        if (thrift == 0 || size_of(tried) < size_of(drawing)) drawing = std::move(tried);
+        if (size_of(drawing) <= 1) return;
+    }
 }

@@ -3,8 +3,9 @@
 //
 // A net is drawn as wires between its pins on the page, except: constants; clocks, sets and resets with more
 // than two pins; nets with more than xp_wired_most pins; and nets of which the page has no driver and at most
-// xp_tagged_most readers.  These have a tag with their name at each pin.  A tag FROM_PAGE stands where the
-// driver is on another page or joined by name, TO_PAGE where readers are.
+// xp_tagged_most readers.  These have a tag with their name at each pin.  A page that would be too large to
+// be read when it is seen whole has more of them.  A tag FROM_PAGE stands where the driver is on another page
+// or joined by name, TO_PAGE where readers are.
 #pragma once
 
 #include "expand/sheet_plan.h"

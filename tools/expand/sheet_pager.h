@@ -37,6 +37,7 @@ struct xp_pager {
     const xp_sheet_plan& plan;
     std::int32_t page;
     sg_drawing& drawing;
+    int thrift;                     // with wires: 1 none for what no cell of the page drives, 2 few elsewhere
     std::vector<xp_page_net> nets;  // as in the plan's list of them, like the graph's and the drawing's
     std::deque<sg_drawn_symbol> joints;
     std::vector<sg_drawn_instance> placed;  // by cell; a joint's symbol is -1 - its place in joints
