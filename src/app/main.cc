@@ -10,19 +10,19 @@
 #include "app/pauses.h"
 #include "app/startup.h"
 #include "foundation/context.h"
+#include "foundation/ends.h"
 #include "foundation/platform.h"
+#include "foundation/printable.h"
 
 namespace {
 
 constexpr int echoed_characters = 128;
 
-bool is_plain(char c) { return c >= 32 && c < 127; }  // bytes from 128 on are negative here
-
 // Echoes the argument and cuts it at its first byte that is not printable.
 void echo_argument(int index, char* text) {
     std::printf(" argument : %2d\n   '", index);
     for (int i = 0; i < echoed_characters; ++i) {
-        if (!is_plain(text[i])) {
+        if (!tm_is_printable(text[i])) {
             text[i] = '\0';
             break;
         }
@@ -49,6 +49,7 @@ bool is_directory(const char* path) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    tm_begin_process();
     setvbuf(stdout, nullptr, _IOLBF, 0);  // the end of a session kills the process: nothing may stay buffered
     tm_vext.debugfile = nullptr;
     tm_vext.cursessfile = nullptr;

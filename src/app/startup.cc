@@ -1,13 +1,13 @@
 // The way from the command line to the event loop.
 #include "app/startup.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -21,8 +21,10 @@
 #include "commands/start_values.h"
 #include "foundation/context.h"
 #include "foundation/files.h"
+#include "foundation/growing_file.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"
+#include "foundation/transcript.h"
 #include "kernel/model.h"
 #include "kernel/setup.h"
 #include "models/model_table.h"
@@ -69,32 +71,23 @@ void print_banner() {
     std::printf("%23sLOGIC SIMULATOR  from QUILLARN \n", "");
 }
 
-bool create_file(const std::string& path) {
-    const int fd = xfopen(path.c_str(), O_CREAT, 0660);
-    if (fd < 0) {
-        ++tm_vext.num_errors;
-        std::printf("!!! ( kolv_root ) impossible to open debugfile  : \"%.*s\" \n", length_of(path),
-                    path.c_str());
-        return false;
+bool open_trace_file(const std::string& path, std::FILE*& stream) {
+    if (stream != nullptr) std::fclose(stream);
+    stream = tm_create_log(path).release();
+    if (stream != nullptr) return true;
+    if (::access(path.c_str(), R_OK) == 0 && !std::filesystem::is_directory(path)) {
+        std::printf("??  kolv_root : impossible to open debugfile_name :'%s' (for W)\n", path.c_str());
+        std::exit(0);
     }
-    xfclose(fd);
-    return true;
-}
-
-void open_stream(const std::string& path, std::FILE*& stream) {
-    stream = stream != nullptr ? std::freopen(path.c_str(), "w", stream) : std::fopen(path.c_str(), "w");
-    if (stream != nullptr) return;
-    std::printf("??  kolv_root : impossible to open debugfile_name :'%s' (for W)\n", path.c_str());
-    std::exit(0);
+    ++tm_vext.num_errors;
+    std::printf("!!! ( kolv_root ) impossible to open debugfile  : \"%.*s\" \n", length_of(path),
+                path.c_str());
+    return false;
 }
 
 void open_trace_files(const tm_string_record_t& directory) {
-    const std::string package_path = std::string(tm_view(directory)) + "/debug_kolv";
-    if (!create_file(package_path)) std::exit(1);
-    open_stream(package_path, tm_vext.debugfile);
-    const std::string simulator_path = "debug_kolv2";
-    if (!create_file(simulator_path)) tm_fatal(file_data_invalid);
-    open_stream(simulator_path, kol_dbf);
+    if (!open_trace_file(std::string(tm_view(directory)) + "/debug_kolv", tm_vext.debugfile)) std::exit(1);
+    if (!open_trace_file("debug_kolv2", kol_dbf)) tm_fatal(file_data_invalid);
 }
 
 void reset_counts() {
@@ -148,12 +141,8 @@ tm_bounds_t create_window() {
 }
 
 void open_transcript() {
-    tm_string_record_t& path = tm_vext.cursessname;
-    tm_copy_line(kol_ext.dir_path, path);
-    tm_append("/current_session", path);
-    bool open_ok = false;
-    tm_popen_file(path, 'W', false, tm_vext.cursessfile, open_ok);
-    if (open_ok) return;
+    if (tm_open_transcript(kol_ext.dir_path)) return;
+    const tm_string_record_t& path = tm_vext.cursessname;
     constexpr const char* message =
         "!! ( INITIALIZE ) impossible to open current_session_file  : \"%.*s\" \n";
     ++tm_vext.num_errors;
@@ -194,7 +183,17 @@ std::int16_t add_count(std::int16_t count, std::int16_t more) {
     return static_cast<std::int16_t>(std::min(count + more, most));
 }
 
+// What is too long to be stored is stored empty; it must not pass for an absent name.
+void refuse_long_design_name() {
+    if (tm_vext.argc_main < arg_design_file) return;
+    const std::string_view name = tm_vext.argv_main[arg_design_file - 1];
+    if (name.size() < tm_string_max) return;
+    std::printf(" !!! ERROR... invalid file type : \"%.*s\"\n", length_of(name), name.data());
+    std::exit(1);
+}
+
 void open_design() {
+    refuse_long_design_name();
     tm_string_record_t directory = stored_argument(arg_directory);
     tm_string_record_t file = stored_argument(arg_design_file);
     if (file.len == 0) file = tm_string("design_yx");
@@ -214,6 +213,10 @@ void greet() {
     tm_vext.str_cmd.len = 0;
     tm_display_cmd(tm_vext.str_cmd);
     tm_display(version_banner);
+    const std::string_view transcript = tm_view(tm_vext.cursessname);
+    if (!transcript.ends_with("/current_session"))
+        tm_display("# !! another program runs here : this transcript is " +
+                   std::string(transcript.substr(transcript.rfind('/') + 1)) + " ");
 }
 
 void take_command_file() {

@@ -1,3 +1,4 @@
+// Comparisons of counted strings.
 #include <algorithm>
 #include <cstring>
 

@@ -1,6 +1,9 @@
+// The record of the package, and the stored arguments.
 #include "foundation/context.h"
 
 #include <algorithm>
+
+#include "foundation/printable.h"
 
 constinit tm_defref_var_rec_t tm_vext;
 
@@ -8,14 +11,11 @@ namespace {
 
 constexpr std::int32_t argument_positions = 199;
 
-// A byte that no counted string can hold ends the argument as well: a stored argument is always sound.
-bool ends_argument(char c) { return c < 32 || c > 126; }
-
 void store_argument(const char* argument, tm_string_record_t& stored) {
     stored = {};
     if (argument == nullptr) return;
-    std::int32_t len = 0;
-    while (len < argument_positions && !ends_argument(argument[len])) ++len;
+    std::int32_t len = 0;  // a byte that no counted string can hold ends it: a stored argument is sound
+    while (len < argument_positions && tm_is_printable(argument[len])) ++len;
     if (len < argument_positions) tm_copy_string(argument, len, stored);
 }
 

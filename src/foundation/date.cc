@@ -1,3 +1,4 @@
+// The calendar date in UTC.
 #include <sys/time.h>
 
 #include <array>

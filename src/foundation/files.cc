@@ -1,3 +1,4 @@
+// Opening by path, shell commands, lines of a stream.
 #include "foundation/files.h"
 
 #include <fcntl.h>
@@ -7,6 +8,7 @@
 #include <cstdlib>
 
 #include "foundation/platform.h"
+#include "foundation/printable.h"
 #include "foundation/status.h"
 
 bool tm_shell_commands_allowed = true;
@@ -102,7 +104,7 @@ void tm_read_one_line(std::FILE* file, tm_string_record_t& buf, std::int32_t& po
     pos = 1;
     int c = next_char(file);
     for (; buf.len < line_max && !ends_line(c); c = next_char(file))
-        buf.char_[buf.len++] = c >= 32 && c <= 126 ? static_cast<char>(c) : ' ';
+        buf.char_[buf.len++] = tm_is_printable(c) ? static_cast<char>(c) : ' ';
     buf.char_[buf.len] = '\0';
     cut = !ends_line(c);
     while (!ends_line(c)) c = next_char(file);

@@ -3,6 +3,6 @@
 
 #include <algorithm>
 
-bool lay_is_text(std::string_view bytes) {
-    return std::ranges::all_of(bytes, [](char c) { return c >= 32 && c <= 126; });
-}
+#include "foundation/printable.h"
+
+bool lay_is_text(std::string_view bytes) { return std::ranges::all_of(bytes, tm_is_printable); }

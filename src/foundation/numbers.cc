@@ -1,3 +1,4 @@
+// Numbers from texts and texts from numbers.
 #include "foundation/numbers.h"
 
 #include <algorithm>
@@ -100,6 +101,19 @@ void tm_string_to_int32(const tm_string_record_t& s, std::int32_t& n, bool& erro
 
 void tm_stringh_to_int32(const tm_string_record_t& s, std::int32_t& n, bool& error_found) {
     n = static_cast<std::int32_t>(read_integer(s, 16, error_found));
+}
+
+bool tm_string_to_number(const tm_string_record_t& s, std::int32_t highest, std::int32_t& n) {
+    std::int64_t value = 0;
+    for (const char c : tm_view(s)) {
+        if (c == ' ') continue;
+        const int digit = digit_value(c, 10);
+        if (digit < 0) return false;
+        value = std::min<std::int64_t>(value * 10 + digit, INT32_MAX + 1LL);
+    }
+    if (value < 1 || value > highest) return false;
+    n = static_cast<std::int32_t>(value);
+    return true;
 }
 
 void tm_string_to_real(const tm_string_record_t& s, std::int32_t& r, bool& error_found) {

@@ -8,6 +8,8 @@
 void tm_string_to_int16(const tm_string_record_t& s, std::int16_t& n, bool& error_found);
 void tm_string_to_int32(const tm_string_record_t& s, std::int32_t& n, bool& error_found);
 void tm_stringh_to_int32(const tm_string_record_t& s, std::int32_t& n, bool& error_found);
+// A whole number 1..highest as above, but without wrapping; false: it is none.
+bool tm_string_to_number(const tm_string_record_t& s, std::int32_t highest, std::int32_t& n);
 void tm_string_to_real(const tm_string_record_t& s, std::int32_t& r, bool& error_found);
 void tm_string_to_shortreal(const tm_string_record_t& s, float& f, bool& error_found);
 void tm_int32_to_string(std::int32_t n, tm_string_record_t& s);

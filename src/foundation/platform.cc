@@ -1,3 +1,4 @@
+// Delays, clocks, descriptors, the environment, key events.
 #include "foundation/platform.h"
 
 #include <fcntl.h>
@@ -8,7 +9,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <map>
 #include <string>
 
 namespace {
@@ -27,13 +27,6 @@ void refuse_long_delay(std::int32_t ms) {
 }
 
 bool is_too_long(const char* text) { return strnlen(text, count_max + 1) > count_max; }
-
-using registry_t = std::map<std::string, x_arg_procedure, std::less<>>;
-
-registry_t& registry() {
-    static registry_t procedures;
-    return procedures;
-}
 
 }  // namespace
 
@@ -83,23 +76,6 @@ const char* xgetenv(const char* name) {
                 static_cast<int>(count_max), name);
     return std::getenv(std::string(name, count_max - 1).c_str());
 }
-
-void x_register_procedure(std::string_view name, x_arg_procedure proc) {
-    registry().insert_or_assign(std::string(name), proc);
-}
-
-x_arg_procedure xm_get_extid_offset(const char* file, const char* name) {
-    if (is_too_long(file))
-        std::printf(" !!! Error in tm_getextid_offset(c) : len= %d  '%s'  \n", static_cast<int>(count_max),
-                    file);
-    const std::string_view wanted(name, static_cast<std::size_t>(xstrlen(name)));
-    const auto found = registry().find(wanted);
-    return found == registry().end() ? nullptr : found->second;
-}
-
-void xprocexe(x_procedure proc) { proc(); }
-
-void xprocargexe(x_arg_procedure proc, std::int16_t count, x_arg_array& args) { proc(&count, args); }
 
 std::uint32_t x_reduce_modifiers(std::uint32_t state) {
     if ((state & control_bits) != 0) return control_key;

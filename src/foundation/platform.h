@@ -1,15 +1,10 @@
 // x: platform shims.  Delays and clocks, raw descriptors, bit operations, bounded text length, the
-// environment, the registry of procedures that can be called by name, and the reduction of key events to a
-// key and one modifier.
+// environment, and the reduction of key events to a key and one modifier.
 #pragma once
 
 #include <sys/time.h>
 
-#include <array>
 #include <cstdint>
-#include <string_view>
-
-#include "foundation/strings.h"
 
 void xdelayms(std::int32_t ms);   // above 30000: message and exit with status 1
 void xdelayms2(std::int32_t ms);  // the same
@@ -36,16 +31,6 @@ constexpr std::int32_t xpor(std::int32_t a, std::int32_t b) { return a | b; }
 
 std::int32_t xstrlen(const char* text);
 const char* xgetenv(const char* name);  // null when unset
-
-// Procedures callable by name (DOBIN, DODIRECTBIN): the count of arguments and 30 texts.
-using x_arg_array = std::array<tm_string_record_t, 30>;
-using x_arg_procedure = void (*)(std::int16_t* count, x_arg_array& args);
-using x_procedure = void (*)();
-void x_register_procedure(std::string_view name, x_arg_procedure proc);
-// The procedure of that exact name, null when there is none.  The file is the program's own path.
-x_arg_procedure xm_get_extid_offset(const char* file, const char* name);
-void xprocexe(x_procedure proc);
-void xprocargexe(x_arg_procedure proc, std::int16_t count, x_arg_array& args);
 
 // Key events.  state: X modifier bits; the result is Control 4, Shift 1, Alt 8 or 0.
 std::uint32_t x_reduce_modifiers(std::uint32_t state);

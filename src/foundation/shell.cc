@@ -1,3 +1,4 @@
+// The shell interface of a program without a window, and the lines shown through it.
 #include "foundation/shell.h"
 
 #include <csignal>
@@ -8,11 +9,14 @@
 #include <utility>
 
 #include "foundation/context.h"
+#include "foundation/printable.h"
 
 namespace {
 
 constexpr std::size_t session_line_max = 98;
 constexpr std::size_t command_entry_max = 100;
+constexpr const char* transcript_is_cut =
+    "# !! Error : the transcript cannot be written : lines are missing there ";
 
 void no_action() {}
 
@@ -38,12 +42,19 @@ constexpr tm_shell_t windowless = {
     .end_process = kill_own_group,
 };
 
+bool transcript_failed = false;  // a line of it could not be written, which was said
+
 void write_transcript(std::string_view line) {
     std::FILE* const file = tm_vext.cursessfile;
     if (file == nullptr) return;
     std::fwrite(line.data(), 1, line.size(), file);
     std::fputc('\n', file);
-    std::fflush(file);
+    const bool is_written = std::fflush(file) == 0 && std::ferror(file) == 0;
+    std::clearerr(file);
+    if (is_written || std::exchange(transcript_failed, true)) return;
+    tm_count_error();
+    tm_shell.append_session(transcript_is_cut);
+    std::fprintf(stderr, "%s\n", transcript_is_cut);
 }
 
 void show_line(std::string_view line) {
@@ -68,7 +79,7 @@ void tm_display_list(const tm_string_record_t& text) {
 void tm_display(std::string_view text) {
     std::string line(text.substr(0, session_line_max));
     for (char& c : line)
-        if (c < 32 || c > 126) c = ' ';
+        if (!tm_is_printable(c)) c = ' ';
     show_line(line);
 }
 

@@ -1,14 +1,5 @@
+// The names of the status codes.
 #include "foundation/status.h"
-
-#include <cstdarg>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <utility>
-
-#include "foundation/context.h"
-#include "foundation/files.h"
-#include "foundation/shell.h"
 
 const std::array<std::string_view, tm_error_count> tm_error_array = {
     "all_is_ok",
@@ -97,77 +88,3 @@ const std::array<std::string_view, tm_error_count> tm_error_array = {
     "bounds_invalid",
     "name_length_invalid",
 };
-
-namespace {
-
-constexpr std::string_view save_script = "/users/quillarn/bin/save_context ";
-constexpr std::int32_t save_directory_max = 163;
-constexpr std::int32_t directory_position = 2;
-
-void print_error(std::int32_t code) {
-    const bool known = code >= 0 && static_cast<std::size_t>(code) < tm_error_count;
-    std::printf(" ?? error in tm_package  code : %d\n", code);
-    std::printf(" ?? error  : %30s\n", known ? tm_error_array[static_cast<std::size_t>(code)].data() : "");
-    std::fflush(stdout);
-}
-
-// Each step of the end clears its own condition first, so that a fault inside it cannot come back to it.
-void hand_over_to_save_script() {
-    if (!std::exchange(tm_vext.all_init_done, false)) return;
-    tm_string_record_t directory;
-    STATUS_T status;
-    tm_get_arg(directory_position, directory, status);
-    if (status.all != all_is_ok || directory.len < 1 || directory.len > save_directory_max) return;
-    tm_string_record_t command = tm_string(save_script);
-    tm_concat_line(directory, command);
-    tm_trace(" !! cmd_system : \"%.*s\"\n", command.len, command.char_);
-    tm_system(command);
-}
-
-void close_trace_file() {
-    std::FILE* const file = std::exchange(tm_vext.debugfile, nullptr);
-    if (file == nullptr) return;
-    std::fflush(file);
-    std::fclose(file);
-}
-
-void close_open_files() {
-    if (tm_vext.num_file_open < 1 || tm_vext.num_file_open > 31) return;
-    for (tm_file_io_rec_t& file : tm_vext.filear) {
-        std::FILE* const stream = std::exchange(file.file_io_id, nullptr);
-        if (std::exchange(file.already_open_ok, false) && stream != nullptr) std::fclose(stream);
-    }
-}
-
-}  // namespace
-
-void tm_set_status(std::int32_t error_code, STATUS_T& status) {
-    status.all = tm_status_base + error_code;
-    print_error(error_code);
-    hand_over_to_save_script();
-    close_trace_file();
-    close_open_files();
-    if (std::exchange(tm_vext.init_done, false)) tm_shell.abandon_display();
-    std::fflush(stdout);
-    std::abort();
-}
-
-void tm_fatal(std::int32_t error_code) {
-    STATUS_T status;
-    tm_set_status(error_code, status);
-}
-
-void _OutMem() {
-    std::fputs(" \n!!  Error: _OutMem(tm_mod0) : Malloc Out of memory .\n", stderr);
-    std::exit(1);
-}
-
-void tm_trace(const char* format, ...) {
-    if (tm_vext.debugfile == nullptr) return;
-    std::va_list arguments;
-    va_start(arguments, format);
-    std::vfprintf(tm_vext.debugfile, format, arguments);
-    va_end(arguments);
-    const std::size_t len = std::strlen(format);
-    if (len == 0 || format[len - 1] != '\n') std::fputc('\n', tm_vext.debugfile);
-}

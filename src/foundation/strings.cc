@@ -1,3 +1,4 @@
+// Checks, copies and concatenations of counted strings.
 #include "foundation/strings.h"
 
 #include <algorithm>
@@ -6,6 +7,7 @@
 #include <string>
 
 #include "foundation/platform.h"
+#include "foundation/printable.h"
 #include "foundation/status.h"
 
 namespace {
@@ -14,12 +16,10 @@ constexpr std::int32_t name_copy_max = tm_name_max - 1;  // one place stays free
 constexpr std::int32_t value_copy_max = tm_value_max - 1;
 constexpr std::int32_t constant_max = 200;
 
-bool is_printable(char c) { return c >= 32 && c <= 126; }
-
 std::string first_bytes(const char* chars) {
     std::string shown, numbers;
     for (int i = 0; i < 8; ++i) {
-        shown += is_printable(chars[i]) ? chars[i] : '.';
+        shown += tm_is_printable(chars[i]) ? chars[i] : '.';
         numbers += " " + std::to_string(static_cast<unsigned char>(chars[i]));
     }
     return "'" + shown + "'" + numbers;
@@ -33,7 +33,7 @@ std::string first_bytes(const char* chars) {
 
 void check(const char* operation, const char* chars, std::int32_t len, std::int32_t max) {
     if (len < 0 || len > max) stop_length(operation, len, chars);
-    const char* bad = std::find_if_not(chars, chars + len, is_printable);
+    const char* bad = std::find_if_not(chars, chars + len, tm_is_printable);
     if (bad == chars + len) return;
     tm_trace("!!! ( %s ) ( invalid char ) len : %d  index : %d  code : %d\n", operation, len,
              static_cast<int>(bad - chars) + 1, static_cast<unsigned char>(*bad));

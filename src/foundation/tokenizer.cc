@@ -1,6 +1,9 @@
+// Tokens of counted strings, and the character sets that end them.
 #include <algorithm>
 
 #include "foundation/strings.h"
+
+#include "foundation/printable.h"
 
 namespace {
 
@@ -106,7 +109,7 @@ void tm_rest_string(tm_string_record_t& s) {
         if (c == '\0' || (c == '\n' && i == len - 1)) break;
         if (c == '\n')
             c = ';';
-        else if (c < 32 || c > 126)
+        else if (!tm_is_printable(c))
             c = ' ';
     }
     s.len = i;

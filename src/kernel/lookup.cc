@@ -37,9 +37,7 @@ bool is_path_form(std::string_view name) { return begins_with(name, "/"); }
 
 // The decimal number behind a prefix, when it lies in 1..highest.
 bool number_behind(std::string_view name, std::size_t prefix, std::int32_t highest, std::int32_t& number) {
-    bool error_found = false;
-    tm_string_to_int32(tm_string(name.substr(prefix)), number, error_found);
-    return !error_found && number >= 1 && number <= highest;
+    return tm_string_to_number(tm_string(name.substr(prefix)), highest, number);
 }
 
 std::int16_t root_found(std::int32_t net_index, std::int16_t result, yx_net_record_t*& net) {

@@ -1,18 +1,19 @@
+// What makes a design sound beyond the ranges of its fields.
 #include "netlist/design_check.h"
 
 #include <cmath>
 #include <vector>
 
+#include "foundation/printable.h"
+
 namespace {
 
 std::string number(std::int64_t n) { return std::to_string(n); }
 
-bool is_printable(char c) { return c >= 32 && c <= 126; }
-
 // The place, from 1, and the code of the first character that is not printable; empty when all are.
 std::string character_error(std::string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i)
-        if (!is_printable(text[i]))
+        if (!tm_is_printable(text[i]))
             return "character " + number(static_cast<std::int64_t>(i) + 1) + " has code " +
                    number(static_cast<unsigned char>(text[i]));
     return {};

@@ -1,3 +1,4 @@
+// The reader of design files.
 #include "netlist/design_file.h"
 
 #include <fcntl.h>
@@ -8,6 +9,7 @@
 #include <cstring>
 #include <string>
 
+#include "foundation/growing_file.h"
 #include "foundation/platform.h"
 #include "netlist/design_check.h"
 #include "netlist/layout.h"
@@ -162,7 +164,7 @@ void read_design(reader_t& reader) {
 
 void create_debug_file() {
     if (yx_debugfile != nullptr) std::fclose(yx_debugfile);
-    yx_debugfile = std::fopen(debug_file_name, "w");
+    yx_debugfile = tm_create_log(debug_file_name).release();
     if (yx_debugfile == nullptr) std::exit(1);
     std::int16_t day = 0, month = 0, year = 0, hour = 0, minute = 0;
     yxi_get_date(day, month, year, hour, minute);

@@ -1,15 +1,13 @@
+// The writer of design files.
 #include "netlist/design_image.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <span>
 
-#include "foundation/files.h"
+#include "foundation/printable.h"
+#include "foundation/replacement.h"
 #include "netlist/layout.h"
 
 namespace {
@@ -59,8 +57,7 @@ bool texts_fit(const yx_design_image_t& image, std::string& why) {
 }
 
 bool texts_are_printable(const yx_design_image_t& image, std::string& why) {
-    const auto bad =
-        std::find_if(image.chars.begin(), image.chars.end(), [](char c) { return c < 32 || c > 126; });
+    const auto bad = std::find_if_not(image.chars.begin(), image.chars.end(), tm_is_printable);
     if (bad == image.chars.end()) return true;
     why = "a character of code " + std::to_string(static_cast<unsigned char>(*bad)) + " in a text";
     return false;
@@ -119,40 +116,6 @@ void write_sections(const yx_design_image_t& image, std::FILE* file) {
     write_section(yxl_pinms, image.pinms, file);
 }
 
-// A file beside the one wanted, gone unless it has been given that one's name.
-class temporary_file {
-public:
-    explicit temporary_file(const std::string& path) : name_(path + ".XXXXXX") {
-        const int descriptor = mkstemp(name_.data());
-        if (descriptor < 0) return;
-        made_ = true;
-        const mode_t mask = umask(0);
-        umask(mask);
-        fchmod(descriptor, 0666 & ~mask);  // mkstemp lets only the owner read
-        stream_.reset(fdopen(descriptor, "wb"));
-        if (!stream_) close(descriptor);
-    }
-    ~temporary_file() {
-        if (made_) unlink(name_.c_str());
-    }
-    temporary_file(const temporary_file&) = delete;
-    temporary_file& operator=(const temporary_file&) = delete;
-
-    std::FILE* stream() const { return stream_.get(); }
-    bool become(const std::string& path) {
-        const bool written = std::ferror(stream()) == 0;
-        if (std::fclose(stream_.release()) != 0 || !written) return false;
-        if (std::rename(name_.c_str(), path.c_str()) != 0) return false;
-        made_ = false;
-        return true;
-    }
-
-private:
-    std::string name_;
-    bool made_ = false;
-    tm_stream stream_;
-};
-
 }  // namespace
 
 std::int32_t yxw_string(yx_design_image_t& image, std::string_view text) {
@@ -180,11 +143,9 @@ std::int32_t yxw_new_string(yx_design_image_t& image, std::string_view text) {
 bool yxw_write(const yx_design_image_t& image, const std::string& path, std::string& why) {
     if (!texts_fit(image, why) || !texts_are_printable(image, why) || !counts_within_limits(image, why))
         return false;
-    temporary_file file(path);
-    if (file.stream() != nullptr) {
-        write_sections(image, file.stream());
-        if (file.become(path)) return true;
-    }
-    why = "cannot write \"" + path + "\": " + std::strerror(errno);
+    tm_replacement file(path);
+    if (file.is_open()) write_sections(image, file.stream());
+    if (file.take_place()) return true;
+    why = "cannot write \"" + path + "\": " + std::strerror(file.error());
     return false;
 }

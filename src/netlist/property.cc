@@ -1,3 +1,4 @@
+// Properties by name.
 #include "netlist/property.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The store's accessors, and its fatal end.
 #include "netlist/store.h"
 
 #include <cstdlib>

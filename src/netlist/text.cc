@@ -1,3 +1,4 @@
+// Strings between the store, its string record and the counted strings.
 #include "netlist/text.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Self-contained views of a net, an instance or a pin.
 #include "netlist/views.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Walks over nets, instances and pins by index.
 #include "netlist/walk.h"
 
 #include "netlist/store.h"

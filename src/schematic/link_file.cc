@@ -1,3 +1,4 @@
+// The link of a sheet: the text that names its current version.
 #include "schematic/link_file.h"
 
 #include <charconv>
@@ -13,10 +14,16 @@ constexpr std::string_view first_link_value = "_1";
 constexpr std::string_view version_mark = ".TM_";
 constexpr std::string_view link_padding = "        ";
 
-bool read_number(std::string_view digits, std::int16_t& number) {
-    const char* const end = digits.data() + digits.size();
-    const auto [stop, error] = std::from_chars(digits.data(), end, number);
-    return error == std::errc() && stop == end;
+// The number that the text begins with; false without a digit or beyond 16 bits.
+bool read_number(std::string_view text, std::int16_t& number, const char*& stop) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    stop = end;
+    return !text.starts_with('-') && error == std::errc();
+}
+
+bool read_version(std::string_view digits, std::int16_t& version) {
+    const char* stop = nullptr;
+    return read_number(digits, version, stop) && stop == digits.data() + digits.size();
 }
 
 tm_string_record_t path_of(const tm_string_record_t& dirname, const tm_string_record_t& filetype) {
@@ -69,7 +76,10 @@ void tm_file_get_file_version(const tm_string_record_t& dirname, const tm_string
     if (!version_found) link_value = tm_string(first_link_value);
     file_pathname = link_pathname;
     fileversion = 0;
-    if (read_number(tm_view(link_value).substr(1), fileversion)) tm_concat_line(link_value, file_pathname);
+    if (read_version(tm_view(link_value).substr(1), fileversion))
+        tm_concat_line(link_value, file_pathname);
+    else
+        fileversion = 0;
 }
 
 void tm_file_new_file_version(const tm_string_record_t& dirname, const tm_string_record_t& filetype,
@@ -92,6 +102,6 @@ void tm_get_path_n0version(const tm_string_record_t& path, tm_string_record_t& d
     version = 0;
     const std::size_t mark = text.rfind(version_mark);
     if (mark == std::string::npos) return;
-    const std::string_view digits = tm_view(path).substr(mark + version_mark.size());
-    std::from_chars(digits.data(), digits.data() + digits.size(), version);
+    const char* stop = nullptr;
+    if (!read_number(tm_view(path).substr(mark + version_mark.size()), version, stop)) version = 0;
 }

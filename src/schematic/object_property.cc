@@ -76,6 +76,7 @@ void yx_get_valueof_prop_inst(tm_file_index_t file_index, std::int16_t object_id
     if (value_found) return;
     const lookup symbol = {asked.name, file_index,
                            tm_object_as<tm_type_instance>(file_index, object_id).symbol};
+    if (symbol.object_id == 0) return;
     check_id(symbol);
     value_found = search(symbol, symbol.object_id, prop_name, value);
 }

@@ -66,10 +66,8 @@ private:
     const char* reference_fault(const object& each) const {
         for (const tm_sheet_reference& reference : tm_references_of(each.object_type)) {
             const std::int16_t id = reference.at(const_cast<object&>(each));
-            const bool is_good =
-                id == 0 ? reference.may_be_none
-                        : is_none_or(id, reference.target_type) || is_none_or(id, reference.other_type);
-            if (!is_good) return reference.name.data();
+            if (!is_none_or(id, reference.target_type) && !is_none_or(id, reference.other_type))
+                return reference.name.data();
         }
         return nullptr;
     }

@@ -1,3 +1,4 @@
+// Opening, making and closing sheet files.
 #include "schematic/sheet_file.h"
 
 #include <algorithm>

@@ -229,14 +229,14 @@ std::int16_t& id_at(generic& object) {
 
 constexpr tm_sheet_reference references[] = {  // by object type
     // type          field             where                                                       names
-    {tm_type_instance,   "symbol",         id_at<tm_type_instance, &instance::symbol>,         tm_type_symbol,    tm_type_nil, false},
-    {tm_type_instance,   "previous_inst",  id_at<tm_type_instance, &instance::previous_inst>,  tm_type_instance,  tm_type_nil, true},
-    {tm_type_instance,   "following_inst", id_at<tm_type_instance, &instance::following_inst>, tm_type_instance,  tm_type_nil, true},
-    {tm_type_symbol,     "instance",       id_at<tm_type_symbol, &symbol::instance>,           tm_type_instance,  tm_type_nil, true},
-    {tm_type_pinpropfam, "net",            id_at<tm_type_pinpropfam, &pinpropfam::net>,        tm_type_net,       tm_type_nil, true},
-    {tm_type_segment,    "vertex1",        id_at<tm_type_segment, &segment::vertex1>,          tm_type_vertex_2d, tm_type_pinpropfam, true},
-    {tm_type_segment,    "vertex2",        id_at<tm_type_segment, &segment::vertex2>,          tm_type_vertex_2d, tm_type_pinpropfam, true},
-    {tm_type_vertex_2d,  "net",            id_at<tm_type_vertex_2d, &vertex::net>,             tm_type_net,       tm_type_nil, true},
+    {tm_type_instance,   "symbol",         id_at<tm_type_instance, &instance::symbol>,         tm_type_symbol,    tm_type_nil},
+    {tm_type_instance,   "previous_inst",  id_at<tm_type_instance, &instance::previous_inst>,  tm_type_instance,  tm_type_nil},
+    {tm_type_instance,   "following_inst", id_at<tm_type_instance, &instance::following_inst>, tm_type_instance,  tm_type_nil},
+    {tm_type_symbol,     "instance",       id_at<tm_type_symbol, &symbol::instance>,           tm_type_instance,  tm_type_nil},
+    {tm_type_pinpropfam, "net",            id_at<tm_type_pinpropfam, &pinpropfam::net>,        tm_type_net,       tm_type_nil},
+    {tm_type_segment,    "vertex1",        id_at<tm_type_segment, &segment::vertex1>,          tm_type_vertex_2d, tm_type_pinpropfam},
+    {tm_type_segment,    "vertex2",        id_at<tm_type_segment, &segment::vertex2>,          tm_type_vertex_2d, tm_type_pinpropfam},
+    {tm_type_vertex_2d,  "net",            id_at<tm_type_vertex_2d, &vertex::net>,             tm_type_net,       tm_type_nil},
 };
 // clang-format on
 

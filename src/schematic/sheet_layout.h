@@ -34,13 +34,13 @@ extern const lay_layout<tm_object_gene_rec_t> tm_generic_layout;
 // The part of an object type, 1..32, behind the generic one.
 const lay_layout<tm_object_gene_rec_t>& tm_part_layout(std::int16_t object_type);
 
-// The other ids that objects hold: those of father, siblings and first child are in the generic part.
+// The other ids that objects hold, 0 for none: those of father, siblings and first child are in the generic
+// part.
 struct tm_sheet_reference {
     std::int16_t object_type;
     std::string_view name;
     std::int16_t& (*at)(tm_object_gene_rec_t& object);
     std::int16_t target_type;
     std::int16_t other_type;  // as good; nil: none
-    bool may_be_none;
 };
 std::span<const tm_sheet_reference> tm_references_of(std::int16_t object_type);

@@ -1,3 +1,4 @@
+// The image of a sheet that is saved.
 #include "schematic/sheet_save.h"
 
 #include "schematic/object_pool.h"

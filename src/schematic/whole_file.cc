@@ -1,7 +1,7 @@
+// Sheets and links as whole files.
 #include "schematic/whole_file.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdio>
 
@@ -9,15 +9,6 @@ namespace {
 
 constexpr std::size_t path_cut = 192;  // where the opening procedures cut a path
 constexpr std::size_t read_step = 1 << 16;
-
-bool write_stream(const std::string& path, const std::string& bytes) {
-    tm_stream file(std::fopen(path.c_str(), "w"));
-    if (file == nullptr) return false;
-    const bool is_written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
-                            std::fflush(file.get()) == 0 &&
-                            (!tm_flushes_files || fsync(fileno(file.get())) == 0);
-    return std::fclose(file.release()) == 0 && is_written;
-}
 
 bool is_usable(const tm_string_record_t& pathname) {
     return static_cast<std::size_t>(pathname.len) < path_cut && tm_resolve_path(pathname).size() < path_cut;
@@ -28,7 +19,7 @@ bool is_usable(const tm_string_record_t& pathname) {
 tm_stream tm_open_to_read(const tm_string_record_t& pathname) {
     const std::string path = tm_resolve_path(pathname);
     struct stat info {};
-    const bool is_file = is_usable(pathname) && stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+    const bool is_file = is_usable(pathname) && ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
     return tm_stream(is_file ? std::fopen(path.c_str(), "r") : nullptr);
 }
 
@@ -46,10 +37,5 @@ bool tm_read_whole(const tm_string_record_t& pathname, std::string& bytes) {
 }
 
 bool tm_write_whole(const tm_string_record_t& pathname, const std::string& bytes) {
-    if (!is_usable(pathname)) return false;
-    const std::string path = tm_resolve_path(pathname);
-    const std::string beside = path + ".new";
-    if (write_stream(beside, bytes) && std::rename(beside.c_str(), path.c_str()) == 0) return true;
-    std::remove(beside.c_str());
-    return false;
+    return is_usable(pathname) && tm_replacement(pathname).write(bytes);
 }

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "foundation/files.h"
+#include "foundation/replacement.h"
 
 inline constexpr std::size_t tm_sheet_file_max = 16 << 20;  // bytes; no sheet comes near
 
@@ -11,9 +11,5 @@ inline constexpr std::size_t tm_sheet_file_max = 16 << 20;  // bytes; no sheet c
 tm_stream tm_open_to_read(const tm_string_record_t& pathname);
 // False: the file cannot be opened, or is longer than a sheet can be.
 bool tm_read_whole(const tm_string_record_t& pathname, std::string& bytes);
-// Whether each file goes to the disk before it takes its place.  A program that writes many, and puts them
-// into their place as a whole, does without and flushes once.
-inline bool tm_flushes_files = true;
-
-// Writes a file beside the path and renames it.  False: nothing has changed at the path.
+// Writes a file that takes the place of an older one.  False: nothing has changed at the path.
 bool tm_write_whole(const tm_string_record_t& pathname, const std::string& bytes);

@@ -76,6 +76,7 @@ TEST_F(check_sheet, wrong_models_wires_and_tags_are_found) {
     };
     const fault_case cases[] = {
         {"Error : instance without MODEL and without a sheet below : # \"G1\" ", [] { tm_copy_name(tm_string("X"), property("MODEL", "OR").name); return instance("G1"); }},
+        {"Error : instance without a symbol : # \"G1\" ", [] { as<tm_type_instance>(instance("G1")).symbol = 0; return instance("G1"); }},
         {"Error : instance without MODEL and without a sheet below : # \"U1\" ", [] { symbol_path() = tm_string("box/symbol.tm_1"); return instance("U1"); }},
         {"Warning : MODEL that the simulator does not know : # \"MUX\" ", [] { rename("MODEL", "OR", "MUX"); return instance("G1"); }},
         {"Error : sheet below not found : # \"none\" ", [] { symbol_path() = tm_string("none/sheet.tm_1"); return instance("U1"); }},

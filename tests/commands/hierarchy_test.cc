@@ -87,6 +87,18 @@ TEST_F(hierarchy, enters_exactly_one_instance) {
     EXPECT_EQ(type("view down"), lines{" VIEw DOWn  U1 "});
 }
 
+TEST_F(hierarchy, enters_instances_of_any_name) {
+    for (const int length : {95, 96}) {
+        type("view sheet");
+        const std::string name(static_cast<std::size_t>(length), 'u');
+        auto& value = property("INST", "U1").nvalue;
+        value.len = length;
+        name.copy(value.char_, name.size());
+        EXPECT_EQ(type("view down " + name).front().substr(0, 14), " VIEw DOWn  uu");
+        EXPECT_EQ(sim_path(), "/" + name + "/");
+    }
+}
+
 TEST_F(hierarchy, a_sheet_below_that_cannot_be_shown_changes_nothing) {
     type("view sheet");
     const lines no_sheet = {"# VIEw DOWn  \"U1\"   ",

@@ -47,6 +47,8 @@ TEST_F(settings, a_coefficient_moves_the_delays_from_their_typical_value_and_the
     EXPECT_EQ(tst_net("y").UU.U1.cur_state.time, 40);
     EXPECT_EQ(std::ranges::count(shown, "#  time:96.000-->100.000<->:4.000(<6.000)"), 1)
         << ::testing::PrintToString(shown);
+    for (int twice = 0; twice < 2; ++twice) type("timing coef d 4294967296");
+    EXPECT_EQ(rise_of("/g1/O"), (numbers{INT32_MIN, 10, INT32_MAX}));
     type("timing coef d 0");
     EXPECT_EQ(rise_of("/g1/O"), (numbers{10, 10, 10}));
 }

@@ -116,8 +116,9 @@ TEST_F(state_file, a_refused_command_changes_nothing) {
     std::filesystem::create_directory(folder / "sub");
     type("save state zero;force a a 1 0;run 9;save state good");
     std::string spoiled = bytes_of("good");
-    for (const auto& [name, at] : {std::pair("title", 3), {"magic", 19}, {"nets", 22}, {"pins", 26}}) {
-        spoiled[static_cast<std::size_t>(at)] ^= 1;
+    for (const auto& [name, at] :
+         {std::pair("title", 3), {"magic", 19}, {"nets", 22}, {"pins", 26}, {"state", 35}}) {
+        spoiled[static_cast<std::size_t>(at)] ^= at == 35 ? 64 : 1;
         file(name, spoiled);
         spoiled = bytes_of("good");
     }
@@ -134,6 +135,7 @@ TEST_F(state_file, a_refused_command_changes_nothing) {
                  {"restore state title", {"# RESTore STAte title ", invalid}},
                  {"restore state magic", {"# RESTore STAte magic ", invalid}},
                  {"restore state nets", {"# RESTore STAte nets ", invalid}},
+                 {"restore state state", {"# RESTore STAte state ", invalid}},
                  {"res sta pins", {"# RESTore STAte pins ", invalid}}});
     type("save state good");
     EXPECT_EQ(bytes_of("good"), before);

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Start-up and shutdown: every refusal with its lines and exit status, the way through an accepted start, and
 the closing summary.  Design files are empty designs: a header alone."""
+import fcntl
 import os
 import pathlib
 import shutil
@@ -93,9 +94,33 @@ class StartUp(unittest.TestCase):
         for path, target, lines, status in rows:
             with self.subTest(path=path, target=target):
                 path.unlink(missing_ok=True)
-                path.symlink_to(target or self.cwd)
+                os.link(target, path) if target else path.mkdir()
                 self.expect([self.directory], title() + lines, status)
-                path.unlink()
+                path.unlink() if target else path.rmdir()
+
+    def test_files_that_grow_follow_no_link(self):
+        victim = self.cwd / "victim"
+        victim.write_text("precious")
+        grown = [self.directory / "debug_kolv", self.cwd / "debug_kolv2", self.cwd / "debug_yxdfi",
+                 self.directory / "current_session"]
+        for path in grown:
+            path.symlink_to(victim)
+        self.run_kolv([self.directory, "TYP", "missing.cmd"])
+        self.assertEqual(victim.read_text(), "precious")
+        self.assertFalse(any(path.is_symlink() for path in grown))
+
+    def test_a_second_program_has_a_transcript_of_its_own(self):
+        commands = self.cwd / "s.cmd"
+        commands.write_text("BYE\n")
+        with open(self.directory / "current_session", "w") as first:
+            fcntl.flock(first, fcntl.LOCK_EX)
+            first.write("kept")
+            first.flush()
+            self.run_kolv([self.directory, "TYP", commands])
+        self.assertEqual((self.directory / "current_session").read_text(), "kept")
+        second = (self.directory / "current_session_2").read_text().splitlines()
+        self.assertIn("# !! another program runs here : this transcript is current_session_2 ", second)
+        self.assertEqual(second[-1], " BYE ")
 
     def test_without_a_display_or_a_font_one_line_says_so(self):
         fonts = self.cwd / "fonts"
@@ -147,6 +172,11 @@ class StartUp(unittest.TestCase):
         stdout, status = self.run_kolv([self.directory])
         self.assertEqual(status, 1)
         self.assertTrue(stdout.endswith("\n !!! ERROR...Design file open trouble.\n"), stdout)
+
+    def test_a_design_name_too_long_is_refused(self):
+        name = "d" * 199
+        self.expect([self.directory, "TYP", "", name],
+                    title() + BANNER + " !!! ERROR... invalid file type : \"%s\"\n" % name[:128], 1)
 
     def test_a_session_ends_by_its_command_file(self):
         commands = self.cwd / "s.cmd"

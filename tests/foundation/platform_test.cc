@@ -2,6 +2,7 @@
 
 #include "foundation/context.h"
 #include "foundation/files.h"
+#include "foundation/procedures.h"
 #include "foundation/shell.h"
 #include "records.h"
 

@@ -28,7 +28,7 @@ TEST(lookup, knows_every_form_of_a_name) {
         "net a b; net t; sub s of t; sub r of s; bus d 4; and g y = a r; and h d.1-2 = d.3;"
         "net n path /x/n name /u/n; child n name /u/kid path /x/kid; child n name /u/son path /x/son");
     expect("/", "a 2 /a  A 2 /a  /A 3 /a  aa 0 -  / 0 -  s 2 /t  r 2 /t  d 2 /d  D[2] 2 /d[2]");
-    expect("/", "NI_1 1 /a  NI_4 1 /t  Ni_5 1 /t  NI_12 1 /x/n  NI_0 0 -  NI_x 0 -  NI_13 0 -  NI_-1 0 -  NI_ 0 -");
+    expect("/", "NI_1 1 /a  NI_4 1 /t  Ni_5 1 /t  NI_12 1 /x/n  NI_0 0 -  NI_x 0 -  NI_13 0 -  NI_4294967297 0 -  NI_-1 0 -  NI_ 0 -");
     expect("/", "/u/n 3 /x/n  /x/kid 3 /x/n  g/I1 2 /a  h/O 2 /d[1]  h/I1 2 /d[3]  h/I2 0 -");
     expect("/x/", "/a 3 /a  a 0 -  ni_2 1 /b  n 2 /x/n  Son 2 /x/n  /g/O 3 /y");
     expect("/u/", "n 2 /x/n  kid 2 /x/n");
@@ -58,7 +58,7 @@ TEST(lookup, reads_objects_of_the_current_sheet) {
     expect("/x/", "n_7 4 /x/N_7  N_6 4 /x/N_7  N_8 4 /c  N_4 0 -  N_0 0 -  N_51 0 -  N_x 0 -  /x/N_7 3 /x/N_7");
     expect("/", "N_7 0 -");
     expect("/u/", "/p/N_11 3 /o  /n_12 3 /m  /p/N_13 0 -");
-    expect("/w/", "/p/N_11 3 /m  /p/N_12 3 /q  /p/N_51 0 -  /p/N_13 0 -  /p/11 0 -");
+    expect("/w/", "/p/N_11 3 /m  /p/N_12 3 /q  /p/N_51 0 -  /p/N_13 0 -  N_4294967307 0 -  /p/11 0 -");
     kol_ext.file_level_cur = 2;  // a level without a sheet
     expect("/x/", "N_7 0 -");
     expect("/w/", "/p/N_11 0 -  /x/N_7 3 /x/N_7");

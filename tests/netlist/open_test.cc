@@ -86,15 +86,17 @@ TEST(writer, files_of_a_large_revision_hold_more_than_others) {
     }
 }
 
-TEST(writer, an_older_file_is_replaced_and_readable_as_the_mask_says) {
+TEST(writer, a_new_file_is_readable_as_the_mask_says_and_an_older_one_as_before) {
     const tst_directory directory;
-    tst_write("design", "old");
     const mode_t before = umask(027);
-    std::string why;
-    EXPECT_TRUE(yxw_write(tst_sample_design(), "design", why)) << why;
+    for (const fs::perms mode : {fs::perms{0640}, fs::perms{0604}}) {
+        std::string why;
+        EXPECT_TRUE(yxw_write(tst_sample_design(), "design", why)) << why;
+        EXPECT_EQ(fs::status("design").permissions(), mode);
+        EXPECT_EQ(tst_load_file(".", "design"), 0);
+        fs::permissions("design", fs::perms{0604});
+    }
     umask(before);
-    EXPECT_EQ(fs::status("design").permissions(), fs::perms{0640});
-    EXPECT_EQ(tst_load_file(".", "design"), 0);
     EXPECT_EQ(std::distance(fs::directory_iterator("."), {}), 2);
 }
 

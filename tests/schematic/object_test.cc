@@ -176,6 +176,8 @@ TEST_F(wired, properties_are_found_where_their_kind_keeps_them) {
     EXPECT_EQ(look(yx_get_valueof_prop_net, net, "NET"), "none");
     tm_set_object_deleted(file, own, true);
     EXPECT_EQ(look(yx_get_valueof_prop_inst, instance, "MODEL"), "OR");
+    tm_object_as<tm_type_instance>(file, instance).symbol = 0;
+    EXPECT_EQ(look(yx_get_valueof_prop_inst, instance, "MODEL"), "none");
 
     const std::int16_t last = tm_file_header(file).object_id_max;
     const auto fails = [&](tm_file_index_t index, std::int16_t id) {
@@ -188,7 +190,7 @@ TEST_F(wired, properties_are_found_where_their_kind_keeps_them) {
     EXPECT_FATAL(fails(file, static_cast<std::int16_t>(last + 1)), "code : 43\n");
     EXPECT_FATAL(fails(file, net), "code : 48\n");
     EXPECT_FATAL((tm_set_object_deleted(file, net, true), fails(file, net)), "code : 19\n");
-    EXPECT_FATAL((tm_object_as<tm_type_instance>(file, instance).symbol = 0, fails(file, instance)),
+    EXPECT_FATAL((tm_object_as<tm_type_instance>(file, instance).symbol = -1, fails(file, instance)),
                  "code : 43\n");
 }
 

@@ -92,6 +92,37 @@ TEST_F(drawn_sheet, viewing_commands_set_what_is_seen) {
     EXPECT_EQ(seen(), "-48600 -1800 138600 91800");
 }
 
+// From 0 0 100000 100000 on: the side of what is seen then, about the middle of the box.
+TEST_F(drawn_sheet, a_box_that_is_too_wide_too_high_or_too_small_becomes_a_quarter) {
+    constexpr std::tuple<std::int32_t, std::int32_t, std::int32_t> rows[] = {
+        // width height side
+        {90 * k, 90 * k, 100 * k}, {91 * k, 10 * k, 364 * k}, {10 * k, 91 * k, 364 * k},
+        {10 * k, 0, 100 * k},      {0, 0, 100 * k},           {0, 10 * k, 100 * k},
+    };
+    for (const auto& [width, height, side] : rows) {
+        tm_view_area(file, {0, 0, 100 * k, 100 * k});
+        tm_view_centre(file, {0, 0, width, height});
+        const tm_bounds_t seen = tm_seen(tm_viewport(file));
+        EXPECT_EQ(seen.xmax - seen.xmin, side) << width << ' ' << height;
+        EXPECT_EQ(seen.xmax + seen.xmin, width) << width << ' ' << height;
+        EXPECT_EQ(seen.ymax + seen.ymin, height) << width << ' ' << height;
+    }
+    tm_view_area(file, {0, 0, 1000 * k, 1000 * k});
+    for (const auto& [width, height, side] : {std::tuple{99 * k, 0, 396 * k}, std::tuple{0, 0, 80 * k}}) {
+        tm_view_area(file, {0, 0, 1000 * k, 1000 * k});
+        tm_view_centre(file, {0, 0, width, height});
+        EXPECT_EQ(tm_seen(tm_viewport(file)).xmax * 2 - width, side) << width;
+    }
+    // Smaller than the aperture in both directions, or only in one.
+    for (const auto& [width, height, side] :
+         {std::tuple{9 * k, 9 * k, 100 * k}, {10 * k, 9 * k, 10 * k}, {9 * k, 10 * k, 10 * k}}) {
+        tm_view_area(file, {0, 0, 100 * k, 100 * k});
+        tm_view_area(file, {0, 0, width, height});
+        const tm_bounds_t seen = tm_seen(tm_viewport(file));
+        EXPECT_EQ(seen.xmax - seen.xmin, side) << width << ' ' << height;
+    }
+}
+
 TEST_F(drawn_sheet, each_sheet_keeps_its_own_view) {
     tm_view_area(file, {10 * k, 20 * k, 20 * k, 30 * k});
     tm_file_index_t other = 0;

@@ -1,55 +1,41 @@
 // One run of the expander, and its files.
 #include "expand/expand.h"
 
-#include <unistd.h>
-
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <optional>
 #include <vector>
 
 #include "expand/buses_out.h"
 #include "expand/design_out.h"
 #include "expand/sheets.h"
 #include "expand/verilog.h"
-#include "foundation/files.h"
+#include "foundation/replacement.h"
 
 namespace {
 
-// A text on its way to a file: written beside it, renamed at the end, or gone.
+// A text on its way to a file: it takes its place at the end, or is gone.
 class pending_file {
 public:
-    explicit pending_file(std::string path) : path_(std::move(path)), name_(path_ + ".new") {}
-    pending_file(const pending_file&) = delete;
-    pending_file& operator=(const pending_file&) = delete;
-    ~pending_file() {
-        if (exists_) unlink(name_.c_str());
-    }
+    explicit pending_file(const std::string& path) : path_(path), file_(path) {}
 
     void write(std::string_view text, xp_status& status) {
         if (!xp_ok(status)) return;
-        if (std::filesystem::is_directory(path_)) {  // a rename onto it would fail too late
-            errno = EISDIR;
-            return fail(status);
-        }
-        std::FILE* file = std::fopen(name_.c_str(), "wb");
-        exists_ = file != nullptr;
-        bool ok = exists_ && std::fwrite(text.data(), 1, text.size(), file) == text.size();
-        if (exists_ && std::fclose(file) != 0) ok = false;
-        if (!ok) fail(status);
+        if (!file_.is_open()) return fail(status);
+        std::fwrite(text.data(), 1, text.size(), file_.stream());
     }
     void keep(xp_status& status) {
-        if (!xp_ok(status)) return;
-        exists_ = std::rename(name_.c_str(), path_.c_str()) != 0;
-        if (exists_) fail(status);
+        if (xp_ok(status) && !file_.take_place()) fail(status);
     }
 
 private:
-    void fail(xp_status& status) { xp_fail(status, xp_fault::cannot_write, path_, std::strerror(errno)); }
+    void fail(xp_status& status) {
+        xp_fail(status, xp_fault::cannot_write, path_, std::strerror(file_.error()));
+    }
 
-    std::string path_, name_;
-    bool exists_ = false;
+    std::string path_;
+    tm_replacement file_;
 };
 
 void read_inputs(const xp_options& options, xp_library& library, xp_netlist& netlist, xp_timing& timing,
@@ -74,12 +60,14 @@ void write_design(const std::string& path, const yx_design_image_t& image, xp_st
 void write_outputs(const xp_options& options, const xp_flat& flat, const xp_paths& paths,
                    const yx_design_image_t& image, xp_status& status) {
     if (!xp_ok(status)) return;
-    pending_file buses(options.output + ".buses"), names(options.names);
+    pending_file buses(options.output + ".buses");
+    std::optional<pending_file> names;
+    if (!options.names.empty()) names.emplace(options.names);
     buses.write(xp_buses_text(flat), status);
-    if (!options.names.empty()) names.write(xp_name_map(flat, paths, image), status);
+    if (names) names->write(xp_name_map(flat, paths, image), status);
     write_design(options.output, image, status);
     buses.keep(status);
-    if (!options.names.empty()) names.keep(status);
+    if (names) names->keep(status);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "expand/expand.h"
+#include "foundation/ends.h"
 
 namespace {
 
@@ -26,6 +27,7 @@ void print_summary(const xp_options& options, const xp_summary& summary) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    tm_begin_process();
     xp_status status;
     xp_options options;
     xp_summary summary;

@@ -3,19 +3,19 @@
 // The state file: a header of 34 bytes, two bytes for every net (the state before the last change, the
 // state), one for every pin, 20 zero bytes, a line feed.  Numbers are little-endian.  Bus records and pins
 // that span bits hold the byte 0: what they stand for is in their member nets.
-#include <unistd.h>
-
-#include <cstring>
+#include <array>
 #include <string>
 
 #include "commands/files/file_path.h"
 #include "commands/files/handlers.h"
 #include "foundation/context.h"
-#include "foundation/files.h"
+#include "foundation/layout.h"
 #include "foundation/replacement.h"
 #include "foundation/shell.h"
 #include "kernel/cell_records.h"
 #include "kernel/resume.h"
+#include "kernel/state.h"
+#include "schematic/whole_file.h"
 
 namespace {
 
@@ -28,43 +28,29 @@ constexpr kol_rejection_t not_at_end{"# !! Error : state can be saved only at th
 
 // ---- layout
 
-constexpr std::string_view signature = "##SAVE_STATE_FILE*\1\3\2\4";  // title and magic bytes
-
 struct kol_save_state_rec_t {
+    std::array<char, 18> title = {};
+    std::array<char, 4> magic = {};
     std::int32_t nb_net = 0, nb_pin = 0, time = 0;
 };
-struct number_field {
-    std::size_t at;
-    std::int32_t kol_save_state_rec_t::*value;
+constexpr std::string_view title = "##SAVE_STATE_FILE*", magic = "\1\3\2\4";
+constexpr std::size_t header_size = 34, filler_size = 20;
+
+using header = kol_save_state_rec_t;
+using row = lay_rows_of<header, lay_order::low_first>;
+constexpr std::array header_rows = {
+    row::field<&header::title>(0, "title"),    row::field<&header::magic>(18, "magic"),
+    row::field<&header::nb_net>(22, "nb_net"), row::field<&header::nb_pin>(26, "nb_pin"),
+    row::field<&header::time>(30, "time"),
 };
-constexpr number_field header_numbers[] = {
-    {22, &kol_save_state_rec_t::nb_net},
-    {26, &kol_save_state_rec_t::nb_pin},
-    {30, &kol_save_state_rec_t::time},
-};
-constexpr std::size_t header_size = 34, number_size = 4, filler_size = 20;
-static_assert(signature.size() == header_numbers[0].at);
-static_assert(header_numbers[2].at + number_size == header_size);
+static_assert(lay_fills(header_rows, header_size, 0));
+constexpr lay_layout<header> header_layout{"state file", header_size, lay_only<header_rows>};
 
-void put_number(std::int32_t value, char* at) {
-    for (std::size_t i = 0; i < number_size; ++i)
-        at[i] = static_cast<char>(static_cast<std::uint32_t>(value) >> (8 * i));
-}
-
-std::int32_t number_at(const char* at) {
-    std::uint32_t value = 0;
-    for (std::size_t i = 0; i < number_size; ++i)
-        value |= static_cast<std::uint32_t>(static_cast<unsigned char>(at[i])) << (8 * i);
-    return static_cast<std::int32_t>(value);
-}
-
-kol_save_state_rec_t header_now() { return {yx_sext.max_net_cur, yx_sext.max_pin_cur, kol_ext.end_time}; }
-
-void put_header(std::string& bytes) {
-    const kol_save_state_rec_t header = header_now();
-    bytes = signature;
-    bytes.resize(header_size);
-    for (const number_field& field : header_numbers) put_number(header.*field.value, &bytes[field.at]);
+header header_now() {
+    header now{{}, {}, yx_sext.max_net_cur, yx_sext.max_pin_cur, kol_ext.end_time};
+    title.copy(now.title.data(), title.size());
+    magic.copy(now.magic.data(), magic.size());
+    return now;
 }
 
 void put_states(std::string& bytes) {
@@ -82,7 +68,7 @@ void put_states(std::string& bytes) {
 
 std::string state_bytes() {
     std::string bytes;
-    put_header(bytes);
+    lay_put(header_layout, header_now(), bytes);
     put_states(bytes);
     bytes.append(filler_size, '\0');
     return bytes += '\n';
@@ -90,73 +76,84 @@ std::string state_bytes() {
 
 // ---- files
 
-// An existing file that may not be read is refused here: opening its stream would end the program.
-tm_stream open_state_file(const tm_string_record_t& path) {
-    std::FILE* file = nullptr;
-    bool open_ok = false;
-    if (::access(tm_resolve_path(path).c_str(), R_OK) == 0) tm_popen_file(path, 'R', true, file, open_ok);
-    return tm_stream(file);
+// Of a longer file only what the design has states for.  False: it cannot be read.
+bool read_file(std::FILE* file, std::string& bytes) {
+    bytes.resize(header_size + 2 * static_cast<std::size_t>(yx_sext.max_net_cur) +
+                 static_cast<std::size_t>(yx_sext.max_pin_cur));
+    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file));
+    return std::ferror(file) == 0 && bytes.size() >= header_size;
 }
 
 // ---- restoring
 
-bool read_header(std::FILE* file, std::string& bytes) {
-    bytes.resize(header_size);
-    return std::fread(bytes.data(), 1, header_size, file) == header_size;
-}
-
-kol_save_state_rec_t header_of(const std::string& bytes) {
-    kol_save_state_rec_t header;
-    for (const number_field& field : header_numbers) header.*field.value = number_at(&bytes[field.at]);
-    return header;
-}
-
-bool is_valid(const std::string& bytes) {
-    const kol_save_state_rec_t header = header_of(bytes), design = header_now();
-    if (bytes.starts_with(signature) && header.nb_net == design.nb_net && header.nb_pin == design.nb_pin &&
-        header.time > 0)
+bool is_valid(const header& read) {
+    const header design = header_now();
+    if (read.title == design.title && read.magic == design.magic && read.nb_net == design.nb_net &&
+        read.nb_pin == design.nb_pin && read.time > 0)
         return true;
-    kol_trace(" KOL_RESTORE_STATE : \"%.22s\" nb_net : %d nb_pin : %d time : %d", bytes.c_str(),
-              header.nb_net, header.nb_pin, header.time);
+    kol_trace(" KOL_RESTORE_STATE : \"%.18s\" nb_net : %d nb_pin : %d time : %d", read.title.data(),
+              read.nb_net, read.nb_pin, read.time);
     return false;
 }
 
-// False at the end of the file.  A line feed is read as a blank.
-bool read_state(std::FILE* file, std::int8_t& state) {
-    const int c = std::getc(file);
-    state = static_cast<std::int8_t>(c == '\n' ? ' ' : c);
-    return c != EOF;
+// Goes through the state bytes of a file, as far as it goes, with what each belongs to.
+class states_t {
+public:
+    explicit states_t(std::string_view bytes) : bytes_(bytes.substr(header_size)) {}
+
+    // Calls take(net, old state, state) for each net and take(pin, state) for each pin of one bit,
+    // spread(pin) for the others; says where the bytes end.
+    template <typename TakeNet, typename TakePin, typename Spread>
+    kol_rejection_t visit(TakeNet take_net, TakePin take_pin, Spread spread) {
+        for (std::int32_t i = 1; i <= yx_sext.max_net_cur; ++i) {
+            if (bytes_.size() - at_ < 2) return nets_cut;
+            const std::int8_t old_state = next(), cur_state = next();
+            yx_net_record_t& net = *yx_ptrto_net_rec(i);
+            if (net.net_type != YX_TSTD_BUS) take_net(net, old_state, cur_state);
+        }
+        for (std::int32_t i = 1; i <= yx_sext.max_pin_cur; ++i) {
+            if (at_ == bytes_.size()) return pins_cut;
+            const std::int8_t state = next();
+            yx_pin_record_t& pin = *yx_ptrto_pin_rec(i);
+            if (pin.pin_end == 0)
+                take_pin(pin, state);
+            else
+                spread(pin);
+        }
+        return {};
+    }
+
+private:
+    std::int8_t next() { return static_cast<std::int8_t>(bytes_[at_++]); }
+
+    std::string_view bytes_;
+    std::size_t at_ = 0;
+};
+
+// Whether every byte that would be taken is a state.
+bool all_are_states(std::string_view bytes) {
+    bool all = true;
+    states_t(bytes).visit(
+        [&](yx_net_record_t&, std::int8_t old_state, std::int8_t cur_state) {
+            all = all && kol_state_is_valid(old_state) && kol_state_is_valid(cur_state);
+        },
+        [&](yx_pin_record_t&, std::int8_t state) { all = all && kol_state_is_valid(state); },
+        [](yx_pin_record_t&) {});
+    return all;
 }
 
-bool read_nets(std::FILE* file) {
-    for (std::int32_t i = 1; i <= yx_sext.max_net_cur; ++i) {
-        yx_net_record_t& net = *yx_ptrto_net_rec(i);
-        std::int8_t old_state = 0, cur_state = 0;
-        if (!read_state(file, old_state) || !read_state(file, cur_state)) return false;
-        if (net.net_type == YX_TSTD_BUS) continue;
-        net.UU.U1.old_state.state = old_state;
-        net.UU.U1.cur_state.state = cur_state;
-    }
-    return true;
-}
-
-bool read_pins(std::FILE* file) {
-    for (std::int32_t i = 1; i <= yx_sext.max_pin_cur; ++i) {
-        yx_pin_record_t& pin = *yx_ptrto_pin_rec(i);
-        std::int8_t state = 0;
-        if (!read_state(file, state)) return false;
-        if (pin.pin_end == 0)
-            pin.pin_state.std.state = state;
-        else
-            kol_take_states_of_bits(pin);
-    }
-    return true;
-}
+// A line feed is taken as a blank.
+std::int8_t taken(std::int8_t state) { return state == '\n' ? std::int8_t{' '} : state; }
 
 // What is read before the end of a cut file stays.
-kol_rejection_t read_states(std::FILE* file) {
-    if (!read_nets(file)) return nets_cut;
-    return read_pins(file) ? kol_rejection_t() : pins_cut;
+kol_rejection_t take_states(std::string_view bytes) {
+    return states_t(bytes).visit(
+        [](yx_net_record_t& net, std::int8_t old_state, std::int8_t cur_state) {
+            net.UU.U1.old_state.state = taken(old_state);
+            net.UU.U1.cur_state.state = taken(cur_state);
+        },
+        [](yx_pin_record_t& pin, std::int8_t state) { pin.pin_state.std.state = taken(state); },
+        kol_take_states_of_bits);
 }
 
 kol_result_t failed(const kol_rejection_t& why, const tm_string_record_t& path) {
@@ -179,13 +176,16 @@ kol_result_t kol_save_state_cmd(const kol_line_t& line) {
 kol_result_t kol_restore_state_cmd(const kol_line_t& line) {
     kol_bring_records_up();
     const tm_string_record_t path = kol_file_path(tm_view(line[3]));
-    const tm_stream file = open_state_file(path);
+    const tm_stream file = tm_open_to_read(path);
     if (!file) return failed(cannot_open, path);
-    std::string header;
-    if (!read_header(file.get(), header)) return failed(cannot_read, path);
-    if (!is_valid(header)) return invalid_file;
-    const kol_rejection_t cut = read_states(file.get());
-    kol_resume_at(header_of(header).time);
+    std::string bytes;
+    header read;
+    std::size_t at = 0;
+    if (!read_file(file.get(), bytes) || !lay_get(header_layout, bytes, at, read))
+        return failed(cannot_read, path);
+    if (!is_valid(read) || !all_are_states(bytes)) return invalid_file;
+    const kol_rejection_t cut = take_states(bytes);
+    kol_resume_at(read.time);
     tm_shell.redraw_states();
     return cut;
 }

@@ -1,11 +1,11 @@
 // WRITE LIST.
-#include <unistd.h>
+#include <sys/types.h>
 
 #include "commands/files/file_path.h"
 #include "commands/files/handlers.h"
 #include "commands/shared/parameters.h"
 #include "foundation/context.h"
-#include "foundation/files.h"
+#include "foundation/replacement.h"
 #include "foundation/shell.h"
 #include "results/files/list_file.h"
 #include "results/list/layout.h"
@@ -17,6 +17,8 @@ constexpr kol_rejection_t cannot_open{" !! impossible to open : ", kol_form::wid
 constexpr kol_rejection_t begin_time_invalid{"# !! Error : Invalid begin_time "};
 constexpr kol_rejection_t end_time_invalid{"# !! Error : Invalid end_time "};
 
+constexpr mode_t list_file_mode = 0660;
+
 kol_rejection_t read_range(const kol_line_t& line, std::int32_t& begin_time, std::int32_t& end_time) {
     begin_time = 0;
     end_time = kol_ext.end_time;
@@ -27,24 +29,14 @@ kol_rejection_t read_range(const kol_line_t& line, std::int32_t& begin_time, std
     return {};
 }
 
-// An existing file that may not be written is refused here: opening its stream would end the program.
-tm_stream open_list_file(const tm_string_record_t& path) {
-    if (::access(path.char_, F_OK) == 0 && ::access(path.char_, W_OK) != 0) return nullptr;
-    std::FILE* file = nullptr;
-    bool open_ok = false;
-    tm_popen_file(path, 'W', false, file, open_ok);
-    return tm_stream(file);
-}
-
-// False when the file could not be written whole.
-bool write_list(tm_stream file, std::int32_t begin_time, std::int32_t end_time) {
-    if (!file) return false;
+// False when the file could not be written whole: the older one is as it was.
+bool write_list(const tm_string_record_t& path, std::int32_t begin_time, std::int32_t end_time) {
+    tm_replacement file(path, list_file_mode);
+    if (!file.is_open()) return false;
     kol_update_column_list(nullptr);
-    kol_list_wfile_signame(file.get());
-    kol_list_wfile_sigresult(file.get(), begin_time, end_time);
-    const bool written = std::ferror(file.get()) == 0;
-    const bool closed = std::fclose(file.release()) == 0;
-    return written && closed;
+    kol_list_wfile_signame(file.stream());
+    kol_list_wfile_sigresult(file.stream(), begin_time, end_time);
+    return file.take_place();
 }
 
 }  // namespace
@@ -53,7 +45,7 @@ kol_result_t kol_write_list_cmd(const kol_line_t& line) {
     std::int32_t begin_time = 0, end_time = 0;
     if (const kol_rejection_t wrong = read_range(line, begin_time, end_time)) return wrong;
     const tm_string_record_t path = kol_file_path(line.nkeyword == 2 ? default_list_file : tm_view(line[3]));
-    if (!write_list(open_list_file(path), begin_time, end_time))
+    if (!write_list(path, begin_time, end_time))
         return kol_result_t(cannot_open).then({" !! \"", tm_view(path), "\" "});
     return {};
 }

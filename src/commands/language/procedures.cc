@@ -5,7 +5,7 @@
 
 #include "commands/language/handlers.h"
 #include "foundation/context.h"
-#include "foundation/platform.h"
+#include "foundation/procedures.h"
 #include "foundation/shell.h"
 #include "foundation/status.h"
 

@@ -1,6 +1,4 @@
 // The built-in steps "$CU1" .. "$VPTR80" that the arrow keys are bound to.
-#include <cstdlib>
-
 #include "commands/session/handlers.h"
 #include "commands/shared/sheet_levels.h"
 #include "foundation/context.h"
@@ -44,7 +42,8 @@ kol_result_t kol_cursor_step_cmd(const kol_line_t& line) {
 // Moves what the Context page shows; the Results page has no viewport to move.
 kol_result_t kol_viewport_step_cmd(const kol_line_t& line) {
     if (!is_on_sheet()) return {};
-    const int steps = std::atoi(line[1].char_ + 5);
+    const char first = line[1].char_[5];
+    const int steps = first == '5' ? 5 : first == '2' ? 20 : 80;  // what stands behind does not count
     tm_view_step(kol_context_file(), tm_upper_case(line[1].char_[4]), steps);
     tm_shell.redraw_context();
     return {};

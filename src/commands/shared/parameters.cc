@@ -43,9 +43,7 @@ tm_string_record_t kol_keyword_text(const tm_string_record_t& keyword) {
 
 bool kol_read_number(const tm_string_record_t& keyword, std::int32_t highest, std::int16_t& number) {
     std::int32_t read = 0;
-    bool error_found = false;
-    tm_string_to_int32(keyword, read, error_found);
-    if (error_found || read < 1 || read > highest) return false;
+    if (!tm_string_to_number(keyword, highest, read)) return false;
     number = static_cast<std::int16_t>(read);
     return true;
 }

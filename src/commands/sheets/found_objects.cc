@@ -47,10 +47,10 @@ kol_found_objects_t find_by(tm_file_index_t file, const tm_walk& objects, std::s
 // "N_17": net 17 when the sheet has wires of it, as not every page has.
 std::int16_t net_of_number(tm_file_index_t file, const tm_string_record_t& name) {
     std::int32_t number = 0;
-    bool error_found = false;
-    if (!tm_const_equal_string("N_", name)) return 0;
-    tm_string_to_int32(tm_string(tm_view(name).substr(2)), number, error_found);
-    const std::int16_t id = error_found ? std::int16_t{0} : tm_numbered_net(file, number);
+    if (!tm_const_equal_string("N_", name) ||
+        !tm_string_to_number(tm_string(tm_view(name).substr(2)), INT32_MAX, number))
+        return 0;
+    const std::int16_t id = tm_numbered_net(file, number);
     return id != 0 && !tm_segments(file, id).empty() ? id : std::int16_t{0};
 }
 

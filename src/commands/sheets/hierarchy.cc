@@ -47,7 +47,7 @@ bool find_name(tm_file_index_t file, std::int16_t instance, const tm_string_reco
         const auto& property = tm_object_as<tm_type_property_2d>(file, id);
         if (!tm_const_iden_name("INST", property.name)) continue;
         if (wanted != nullptr && !tm_value_iden_string(property.nvalue, *wanted)) continue;
-        tm_value_string(property.nvalue, name);
+        name = tm_string(tm_view(property.nvalue));
         found = true;
     }
     return found;

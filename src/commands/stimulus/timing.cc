@@ -37,7 +37,7 @@ constexpr coefficient_row coefficients[] = {
 };
 
 std::int32_t rescaled(std::int32_t value, std::int32_t typical, float factor) {
-    const float distance = std::floor(factor * static_cast<float>(value - typical) + 0.5F);
+    const float distance = std::floor(factor * static_cast<float>(std::int64_t{value} - typical) + 0.5F);
     const double moved = static_cast<double>(typical) + static_cast<double>(distance);
     return static_cast<std::int32_t>(std::clamp<double>(moved, std::numeric_limits<std::int32_t>::min(),
                                                         std::numeric_limits<std::int32_t>::max()));

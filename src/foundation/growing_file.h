@@ -1,0 +1,11 @@
+// tm: files that grow while the program runs: traces and the transcript.
+#pragma once
+
+#include <string>
+
+#include "foundation/files.h"
+
+// Creates or empties the file (mode 0660), for this program alone where is_locked: null while another one
+// holds it, errno being EWOULDBLOCK.  A link under that name is removed, never followed; anything else than a
+// regular file is refused.
+tm_stream tm_create_log(const std::string& path, bool is_locked = false);
