@@ -23,6 +23,12 @@ class Hands(Window):
     def type(self, text):
         self.xdotool("type", "--delay", "15", text)
 
+    def tabs(self):
+        """The strip of the tabs, dot by dot."""
+        time.sleep(0.3)
+        return subprocess.run(["import", "-window", self.window, "-crop", "400x30+0+108", "-depth", "8", "rgb:-"],
+                              capture_output=True, check=True, env=self.display.environment("/")).stdout
+
     def shown(self, title):
         return bool(self.xdotool("search", "--onlyvisible", "--name", title, check=False))
 
@@ -83,6 +89,7 @@ class Hands(Window):
             self.dialog("^Kolv$")
             self.xdotool("key", "Escape")
             self.wait_for(lambda: not self.shown("^Kolv$"), "no answer to " + gesture)
+            time.sleep(0.5)  # the keyboard goes back
         self.assertNotIn(" RESet SIM TIMe ", self.transcript())
         self.xdotool("key", "alt+F4")
         self.dialog("^Kolv$")
@@ -97,6 +104,10 @@ class Hands(Window):
         self.xdotool("click", 1)
         self.send("250")
         self.see("# RUN 250 ")
+        tabs = self.tabs()
+        self.xdotool("keydown", "alt", "sleep", "0.1", "key", "s", "sleep", "0.1", "keyup", "alt", "sleep", "0.3",
+                     "key", "Escape", "Escape")
+        self.wait_for(lambda: self.tabs() == tabs, "tabs as they were before a menu lay over them")
         self.at(0.99, 0.07)  # the button "Quit"
         self.xdotool("mousedown", 2)
         self.xdotool("mousemove_relative", "--", -300, 200)
@@ -111,6 +122,31 @@ class HandsAlone(Hands):
     manager = None
     test_the_entry_is_edited_as_texts_are = test_closing_asks_when_something_would_be_lost = None
     test_keys_and_buttons_are_let_go_in_any_order = None
+
+
+class LargeScreen(Window):
+    """Twice as fine and far larger than usual."""
+    screen, dpi = "3840x2160x24", 192
+
+    def ink(self):
+        """The height of the page, and the lowest line of it on which something white stands."""
+        lines = self.page()
+        return len(lines), max(y for y, line in enumerate(lines) if "w" in line)
+
+    def test_panes_and_the_results_page_follow_the_window(self):
+        self.open("LIST B N1\nTRACE N1\nFORCE A N1 1 0\nRUN 1000\n")
+        height, header = self.ink()
+        self.assertGreater(height, 1200)
+        for width, lower, view in ((3000, 500, "LIST"), (1600, 700, "TRACE")):
+            self.xdotool("windowsize", self.window, width, 2100 - lower)
+            self.send("VIEW WINDOW " + view)
+            self.see(" VIEw WINdow %s " % view)
+            time.sleep(1)
+            now, lowest = self.ink()
+            self.assertLess(now, height - 100)
+            # The header begins at line H / 22 - 10 of 20, the labels stand below H / 42 - 6 rows of 40.
+            top = 20 * (now // 22 - 10) if view == "LIST" else 40 * (now // 42 - 5) + 50 + 12
+            self.assertTrue(top <= lowest <= top + 20, (view, now, lowest, top))
 
 
 if __name__ == "__main__":

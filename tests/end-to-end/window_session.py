@@ -39,16 +39,18 @@ class Picture:
 
 class Window(unittest.TestCase):
     design = "designs/iscas85/c17.json"
+    screen, dpi = "1024x768x24", 96
     manager = ["openbox"]
     user = None  # whose program it is; the superuser may everything
 
     def setUp(self):
-        self.display = Display("1024x768x24").__enter__()
+        self.display = Display(self.screen).__enter__()
         self.addCleanup(self.display.__exit__)
         folder = work_directory()
         self.addCleanup(folder.cleanup)
         self.directory = pathlib.Path(folder.name)
         expand(self.design, self.directory / "design_yx")
+        (self.directory / ".Xdefaults").write_text("Xft.dpi: %d\n" % self.dpi)
         if self.manager:
             manager = subprocess.Popen(self.manager, env=self.display.environment(self.directory),
                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)

@@ -113,6 +113,7 @@ TEST_F(drawn_trace, draws_the_members_of_a_bus_wherever_it_stands_over_labels_an
     draw();
     EXPECT_EQ(canvas.places.size(), 21U * 2);
     EXPECT_EQ(canvas.texts.back(), "12,0 Page too small for one row");
+    EXPECT_EQ(canvas.texts.size(), 1 + 4 + 1U) << "one row's name, labels and this";
     canvas.h = 42 * 60;
     draw();
     EXPECT_EQ(canvas.places.size(), 21U * 55) << "no page is too high";

@@ -2,6 +2,7 @@
 #include <iterator>
 #include <limits>
 
+#include "schematic/object_box.h"
 #include "schematic/outline.h"
 #include "schematic/pick.h"
 #include "schematic/probe_display.h"
@@ -134,6 +135,19 @@ TEST_F(drawn_sheet, tags_stand_before_or_behind_their_origin_and_point_where_sig
         last = add(tm_type_tag, [&] { tm_tag(name, value); }, {50 * k, 50 * k});
         EXPECT_EQ(draw().front(), std::string("line cyan 0 1: ") + corners);
     }
+}
+
+TEST_F(drawn_sheet, a_net_takes_the_place_of_its_wires_without_its_texts) {
+    open(tm_type_net_family, {}, tm_net_family);
+    const std::int16_t net = open(tm_type_net, {}, [] { tm_net(false, 0, 0); });
+    open(tm_type_vertex_family, {}, tm_vertex_family);
+    vertex(net, {10 * k, 20 * k});
+    close();
+    open(tm_type_property_family, {}, tm_property_family);
+    text("NAME", "far away", {50 * k, 50 * k}, 10 * k);
+    close();
+    const tm_box_t box = tm_object_box(tm_reader_t(file), net);
+    EXPECT_EQ(std::tuple(box.xmin, box.ymin, box.xmax, box.ymax), std::tuple(10 * k, 20 * k, 10 * k, 20 * k));
 }
 
 TEST_F(drawn_sheet, what_touches_the_canvas_is_drawn) {

@@ -122,6 +122,15 @@ void set_title() {
     XtVaSetValues(tm_window.top_window, XmNtitle, shown.c_str(), nullptr);
 }
 
+// The tab stack draws all its labels over those that were not covered, which makes them bolder: after an
+// exposure the whole strip is cleared and drawn once more.
+void tabs_exposed(Widget tabs, XtPointer, XEvent* event, Boolean*) {
+    static unsigned long own_request = 0;
+    if (event->type != Expose || event->xexpose.count > 0 || event->xexpose.serial == own_request) return;
+    own_request = NextRequest(tm_window.dpy);
+    XClearArea(tm_window.dpy, XtWindow(tabs), 0, 0, 0, 0, True);
+}
+
 void select_page(std::size_t page) {
     tm_vext.numpage = static_cast<tm_page>(page);
     tm_window.curdrawarea = tm_window.drawarea[page];
@@ -136,6 +145,15 @@ void pages_set_labels() {
         const tm_xm_string label(i == current_page() ? pages[i].label_when_current : pages[i].label);
         XtVaSetValues(tm_window.page_form[i], XmNtabLabelString, label.get(), nullptr);
     }
+}
+
+void pages_watch_tabs() {
+    Widget const strip = XtNameToWidget(tm_window.tabStack, "tabBox");  // the toolkit's own children
+    WidgetList parts = nullptr;
+    Cardinal count = 0;
+    if (strip != nullptr) XtVaGetValues(strip, XmNchildren, &parts, XmNnumChildren, &count, nullptr);
+    for (Cardinal i = 0; i < count; ++i)
+        XtAddEventHandler(parts[i], ExposureMask, False, tabs_exposed, nullptr);
 }
 
 void pages_create_pixmaps() {

@@ -202,6 +202,7 @@ void create_widgets(const char* name) {
     input_watch_keys(tm_window.entrycmd);
     create_panes(form, entry_row);
     pages_set_labels();
+    pages_watch_tabs();
     XtVaSetValues(form, XmNinitialFocus, entry_row, nullptr);
 }
 
