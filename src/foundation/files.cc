@@ -108,6 +108,7 @@ void tm_read_one_line(std::FILE* file, tm_string_record_t& buf, std::int32_t& po
     buf.char_[buf.len] = '\0';
     cut = !ends_line(c);
     while (!ends_line(c)) c = next_char(file);
+    if (std::ferror(file) != 0) buf = {};  // the rest is not known
     if (c == '\n') look_for_end(file);
 }
 

@@ -62,7 +62,10 @@ void show_line(std::string_view line) {
     write_transcript(line);
 }
 
+std::int64_t counted = 0;
+
 void count_one(std::int16_t& counter) {
+    ++counted;
     if (counter < std::numeric_limits<std::int16_t>::max()) ++counter;
 }
 
@@ -93,6 +96,7 @@ void tm_display_cmd(const tm_string_record_t& text) {
 
 void tm_count_error() { count_one(tm_vext.num_errors); }
 void tm_count_warning() { count_one(tm_vext.num_warnings); }
+std::int64_t tm_counted() { return counted; }
 
 void motif_main_quit() {
     tm_shell.finalize();

@@ -4,6 +4,7 @@
 // recorder.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "foundation/strings.h"
@@ -39,6 +40,8 @@ void tm_display(std::string_view text);
 // Add 1 to the error or warning count of the session (tm_vext); the counts stay at their largest value.
 void tm_count_error();
 void tm_count_warning();
+// How often both were called; it has no largest value, so a difference is what was counted in between.
+std::int64_t tm_counted();
 
 // The normal end of a session (BYE, QUIT, the window's Quit): finalize, close the display when it is open,
 // flush every stream, end the process group.  Never returns in the program.  Both ends of the program clear

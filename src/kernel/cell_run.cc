@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "foundation/shell.h"
 #include "kernel/cell_queue.h"
 #include "kernel/cell_records.h"
 #include "kernel/cell_spikes.h"
@@ -399,7 +400,7 @@ kol_executed_t executed(std::uint32_t what) {
 }
 
 // The events of the current time; true ends the run.
-bool exec_now(std::int32_t counted_before) {
+bool exec_now(std::int64_t counted_before) {
     kol_wheel_t& wheel = kol_cells.wheel;
     for (std::uint32_t at = wheel.head(); at != kol_wheel_t::none; at = wheel.head()) {
         if (const std::uint32_t next = wheel.next_of(at); next != kol_wheel_t::none)
@@ -415,7 +416,7 @@ bool exec_now(std::int32_t counted_before) {
 }
 
 bool exec_times(kol_stimuli_reader_t& stimuli) {
-    const std::int32_t counted_before = kol_counted();
+    const std::int64_t counted_before = tm_counted();
     kol_ext.spike_min = kol_ext.spike_min_t0;
     for (;;) {
         const std::int64_t next = std::min(kol_cells.wheel.next_time(), stimuli.next_time());

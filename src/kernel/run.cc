@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "foundation/shell.h"
 #include "kernel/cell_records.h"
 #include "kernel/cell_run.h"
 #include "kernel/execute.h"
@@ -23,7 +24,7 @@ kol_executed_t exec_head() {
 }
 
 void exec_until_end() {
-    const std::int32_t counted_before = kol_counted();
+    const std::int64_t counted_before = tm_counted();
     kol_ext.spike_min = kol_ext.spike_min_t0;
     while (kol_ext.cur_event != nullptr) {
         const std::int32_t time = kol_ext.cur_event->time;

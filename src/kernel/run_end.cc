@@ -1,7 +1,6 @@
 // Breaks, keys and the limit, in this order.
 #include "kernel/run_end.h"
 
-#include "foundation/context.h"
 #include "foundation/shell.h"
 #include "kernel/run_messages.h"
 
@@ -28,15 +27,13 @@ bool ask_user(const kol_executed_t& executed) {
 
 }  // namespace
 
-std::int32_t kol_counted() { return tm_vext.num_errors + tm_vext.num_warnings; }
-
-bool kol_is_run_ended(const kol_executed_t& executed, std::int32_t counted_before) {
+bool kol_is_run_ended(const kol_executed_t& executed, std::int64_t counted_before) {
     if (breaks_at(executed)) {
         kol_say_break(*executed.net, kol_ext.cur_time);
         return true;
     }
     if (ask_user(executed)) return true;
-    if (kol_counted() - counted_before <= run_limit) return false;
+    if (tm_counted() - counted_before <= run_limit) return false;
     kol_say_limit(kol_ext.cur_time);
     return true;
 }

@@ -9,7 +9,5 @@ struct kol_executed_t {
     const yx_net_record_t* net;  // where a break is looked for
 };
 
-// Errors and warnings so far.
-std::int32_t kol_counted();
-// True ends the run; the user has been told why.
-bool kol_is_run_ended(const kol_executed_t& executed, std::int32_t counted_before);
+// True ends the run; the user has been told why.  counted_before: tm_counted when the run began.
+bool kol_is_run_ended(const kol_executed_t& executed, std::int64_t counted_before);

@@ -64,6 +64,26 @@ TEST_F(interpreter_files, interprets_what_a_program_prints) {
               (lines{"# " + folder.string() + "/run a ", " HARdcopy a ", "# End of Exec "}));
 }
 
+TEST_F(interpreter_files, says_where_a_command_file_cannot_be_read_on) {
+    const std::string name = "/proc/self/mem";  // opens, and has nothing at its begin
+    EXPECT_EQ(type("DO " + name),
+              (lines{"# DO " + name + " ", "# !!! Error : file can not be read : \"" + name + "\" ",
+                     "# !!! line 1 : Input/output error ", "# End of DO "}));
+    EXPECT_EQ(tm_vext.num_errors, 1);
+}
+
+TEST_F(interpreter_files, notices_programs_that_are_not_there_and_lines_that_do_not_end) {
+    const std::string none = folder.string() + "/none 2>&-", kept = file("kept", "no program");
+    for (const std::string& program : {none, kept + " 2>&-"})
+        EXPECT_EQ(type("! " + program), (lines{"# !!! Error :  Command not found or not executable ?? ",
+                                               "# !!!  \"" + program + "\" ",
+                                               "!! Warning : Invalid command to exec ....", program}));
+    EXPECT_EQ(tm_vext.num_errors, 2);
+    EXPECT_EQ(type("! exit 3"), (lines{"# exit 3 ", "# End of Exec "}));
+    EXPECT_EQ(type("! cat /dev/zero"),
+              (lines{"# cat /dev/zero ", "# !!! Error : line without end ", "# End of Exec "}));
+}
+
 TEST_F(interpreter_files, refuses_programs_that_cannot_run) {
     const std::string invalid = "!! Warning : Invalid command to exec ....", long_text(509, 'x');
     EXPECT_EQ(type("har 1;!;har 2"), (lines{" HARdcopy 1 ", invalid, "", " HARdcopy 2 "}));

@@ -32,6 +32,7 @@ TEST_F(interpreter_session, shows_help_files) {
     file("kolv/help/kol_1_RUN", "RUN [time]\n");
     EXPECT_EQ(type("HELP;help RUN"),
               (lines{"# \"RUN\" ", "# \" FORCE\" ", " HELp ", "# \"RUN [time]\" ", " HELp RUN "}));
+    EXPECT_EQ(type("HELP run"), (lines{"# \"RUN [time]\" ", " HELp run "}));
     EXPECT_EQ(type("HELP ../list_commands").back(),
               "# !! : \"" + (folder / "kolv/help/kol_1_../list_commands").string());
 }

@@ -1,4 +1,7 @@
 // DO: command files, nested up to 10 levels.
+#include <cerrno>
+#include <cstring>
+
 #include "commands/language/handlers.h"
 #include "commands/language/interpreter.h"
 #include "foundation/context.h"
@@ -14,16 +17,29 @@ kol_result_t refused(std::string_view reason, const kol_line_t& line) {
     return kol_rejected({reason, tm_view(line[2]), "\" "});
 }
 
-void interpret_file(std::FILE* file, kol_array_param_t& arg) {
+// A line that cannot be read is no end of the file.
+void report_read_error(const tm_string_record_t& name, std::int64_t number, int reason) {
+    tm_count_error();
+    kol_show({"# !!! Error : file can not be read : \"", tm_view(name), "\" "});
+    kol_show({"# !!! line ", std::to_string(number), " : ", std::strerror(reason), " "});
+}
+
+void interpret_file(std::FILE* file, const tm_string_record_t& name, kol_array_param_t& arg) {
     kol_array_param_t var;
     tm_string_record_t line;
     std::int32_t pos = 1;
     bool cut = false;
+    std::int64_t lines = 0;
+    int reason = 0;
     while (!tm_vext.end_flag && !tm_no_more_lines(file) && !tm_shell.take_control_key('a')) {
+        errno = 0;
         tm_read_one_line(file, line, pos, cut);
+        if (std::ferror(file) != 0) reason = errno;
+        if (reason == 0 || line.len > 0) ++lines;
         if (cut) tm_display(kol_line_is_cut);
         kol_process_command(line, arg, var);
     }
+    if (reason != 0) report_read_error(name, lines + 1, reason);
 }
 
 // The level and its slot of commandfile for as long as the file runs.
@@ -49,7 +65,7 @@ kol_result_t run_file(const kol_line_t& line) {
     kol_array_param_t arg;
     for (std::int16_t k = first_parameter; k <= line.nkeyword; ++k)
         arg[static_cast<std::size_t>(k - first_parameter)] = line[k];
-    interpret_file(level.stream(), arg);
+    interpret_file(level.stream(), line[2], arg);
     std::fclose(level.stream());
     level.stream() = nullptr;
     return kol_shown().then({"# End of", line.words()});

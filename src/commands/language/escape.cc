@@ -1,4 +1,6 @@
 // The '!' escape and SYSTEM: programs outside.
+#include <sys/wait.h>
+
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -19,10 +21,23 @@ constexpr std::int16_t level_max = 10;  // a program whose output runs it again 
 constexpr std::int32_t delay_before_start = 100, delay_after_start = 150, delay_at_end = 50;  // milliseconds
 constexpr std::string_view root_variable = "$QUILLARN";
 
+constexpr int cannot_be_executed = 126, not_found = 127;  // what a shell ends with
+constexpr std::int64_t skipped_max = 1 << 20;             // of one line, in characters
+
 struct process_closer {
     void operator()(std::FILE* f) const { pclose(f); }
 };
 using process = std::unique_ptr<std::FILE, process_closer>;
+
+// Waits for what the program prints first.  False: it ended without a word, and the shell says that there is
+// none.
+bool is_started(process& program) {
+    const int first = std::getc(program.get());
+    if (first != EOF) return std::ungetc(first, program.get()) != EOF;
+    const int status = pclose(program.release());
+    return !WIFEXITED(status) ||
+           (WEXITSTATUS(status) != cannot_be_executed && WEXITSTATUS(status) != not_found);
+}
 
 void show_invalid(std::string_view text) {
     tm_display("!! Warning : Invalid command to exec ....");
@@ -49,15 +64,28 @@ std::string program_text(std::string_view text) {
     return program.substr(0, command_max);
 }
 
+// False: the line does not end within its limit, so nothing behind it is read.
+bool skip_line(std::FILE* output, bool& cut) {
+    for (std::int64_t skipped = 0; skipped < skipped_max; ++skipped) {
+        const int c = std::getc(output);
+        if (c == '\n' || c == EOF) return true;
+        cut = true;
+    }
+    tm_count_error();
+    tm_display("# !!! Error : line without end ");
+    return false;
+}
+
 // One line of output, what is beyond its first 198 characters skipped; false at the end.
 bool read_line(std::FILE* output, tm_string_record_t& line, bool& cut) {
-    char buffer[line_max + 1];
-    if (std::fgets(buffer, sizeof buffer, output) == nullptr) return false;
-    line.len = static_cast<std::int32_t>(std::strlen(buffer));
-    std::memcpy(line.char_, buffer, std::strlen(buffer) + 1);
+    line.len = 0;
+    int c = 0;
+    while (line.len < line_max && c != '\n' && (c = std::getc(output)) != EOF)
+        line.char_[line.len++] = c == '\0' ? ' ' : static_cast<char>(c);
+    if (line.len == 0) return false;
+    line.char_[line.len] = '\0';
     cut = false;
-    if (line.len == line_max && buffer[line_max - 1] != '\n')
-        for (int c = std::getc(output); c != '\n' && c != EOF; c = std::getc(output)) cut = true;
+    if (line.len == line_max && c != '\n' && !skip_line(output, cut)) return false;
     tm_rest_string(line);
     return true;
 }
@@ -95,8 +123,9 @@ void run_program(const std::string& text) {
     if (!program) return report_not_started(text);
     xdelayms(delay_after_start);
     tm_shell.flush();
+    if (!is_started(program)) return report_not_started(text);
     kol_show({"# ", std::string_view(text).substr(0, echo_max), " "});
-    interpret_output(program.get());
+    if (program) interpret_output(program.get());
     program.reset();
     tm_display("# End of Exec ");
     xdelayms(delay_at_end);

@@ -46,6 +46,12 @@ bool show_file(const tm_string_record_t& path) {
     return true;
 }
 
+// Help is named by command words in capitals.
+tm_string_record_t in_capitals(tm_string_record_t path, std::int32_t length) {
+    for (std::int32_t i = path.len - length; i < path.len; ++i) path.char_[i] = tm_upper_case(path.char_[i]);
+    return path;
+}
+
 }  // namespace
 
 kol_result_t kol_command_cmd(const kol_line_t& line) {
@@ -64,7 +70,7 @@ kol_result_t kol_help_cmd(const kol_line_t& line) {
     tm_string_record_t path = tm_string(tm_installation_root());
     tm_append(list ? "/kolv/help/list_commands" : "/kolv/help/kol_1_", path);
     if (!list) tm_append(tm_view(line[2]), path);
-    if (show_file(path)) return {};
+    if (show_file(path) || (!list && show_file(in_capitals(path, line[2].len)))) return {};
     return kol_result_t(list ? no_list : no_help).then({"# !! : \"", tm_view(path)});
 }
 
