@@ -36,8 +36,8 @@ class Netlist:
         return [bit for name, width in self.outputs.items() for bit in self.bits(name, width)]
 
 
-def of_verilog(netlist, steps, directory):
-    """The outputs after every step, as Icarus sees them, a character a bit."""
+def of_verilog(netlist, steps, directory, library=None):
+    """The outputs after every step, as Icarus sees them, a character a bit; library: the Verilog of the cells."""
     yosys(directory, "read_json %s; write_verilog -noattr design.v" % netlist.path.name)
     lines = ["`timescale 1ns/1ns", "module bench;"]
     lines += ["reg [%d:0] %s;" % (width - 1, name) for name, width in netlist.inputs.items()]
@@ -50,7 +50,7 @@ def of_verilog(netlist, steps, directory):
         lines.append("#10 $display(\"%%b\", {%s});" % ", ".join(netlist.outputs))
     lines += ["$finish; end", "endmodule"]
     (directory / "bench.v").write_text("\n".join(lines))
-    sources = ["bench.v", "design.v", SHARE / "simcells.v", SHARE / "simlib.v"]
+    sources = ["bench.v", "design.v", *([library] if library else [SHARE / "simcells.v", SHARE / "simlib.v"])]
     subprocess.run(["iverilog", "-g2012", "-DSIMLIB_NOCONNECT", "-s", "bench", "-o", "bench.vvp", *map(str, sources)],
                    cwd=directory, check=True)
     text = subprocess.run(["vvp", "-n", "bench.vvp"], cwd=directory, check=True, capture_output=True, text=True).stdout
@@ -62,9 +62,9 @@ def value(state):
     return "z" if state[1] == "Z" else state[0] if state[0] in "01" else "x"
 
 
-def of_program(netlist, steps, directory, display):
+def of_program(netlist, steps, directory, display, options=()):
     """The same as the program sees them."""
-    done = subprocess.run([str(BIN / "kolv-expand"), netlist.path.name, "-o", "design_yx"], cwd=directory,
+    done = subprocess.run([str(BIN / "kolv-expand"), *options, netlist.path.name, "-o", "design_yx"], cwd=directory,
                           capture_output=True, text=True)
     assert done.returncode == 0, done.stderr
     bits = netlist.output_bits()
@@ -84,11 +84,11 @@ def of_program(netlist, steps, directory, display):
     return rows
 
 
-def compare(test, path, steps, display, may_differ=lambda bit, seen, expected: False):
+def compare(test, path, steps, display, may_differ=lambda bit, seen, expected: False, library=None, options=()):
     """Every output bit after every step; how many of them were known."""
     netlist, directory = Netlist(path), pathlib.Path(path).parent
-    expected = of_verilog(netlist, steps, directory)
-    seen = of_program(netlist, steps, directory, display)
+    expected = of_verilog(netlist, steps, directory, library)
+    seen = of_program(netlist, steps, directory, display, options)
     test.assertEqual(len(seen), len(expected))
     different, known = {}, 0
     for k, (ours, theirs) in enumerate(zip(seen, expected)):

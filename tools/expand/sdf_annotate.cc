@@ -59,6 +59,15 @@ void add_scope(annotator& a, std::uint32_t number) {
     }
 }
 
+// The net of a pin, -1 for an open one.
+std::int32_t net_of(const annotator& a, const instance& i, std::size_t pin) {
+    const xp_scope& scope = a.flat.scopes[i.scope];
+    const xp_module& module = xp_module_of(a.flat, scope);
+    const xp_cell& cell = module.cells[xp_body_of(a.flat, scope).parts[i.first_part].cell];
+    const xp_connection* c = xp_find_connection(module, cell, i.timing.type->pins[pin].name);
+    return c == nullptr || c->bits.count == 0 ? -1 : xp_net_at(a.flat, scope, module.bits[c->bits.first]);
+}
+
 // ---- messages
 
 std::size_t distance(std::string_view a, std::string_view b) {
@@ -127,18 +136,10 @@ void take_net(annotator& a, const xp_sdf_cell& cell, const xp_sdf_entry& entry) 
     std::size_t pin = 0;
     const instance* driver = find_pin(a, cell.instance, entry.from.name, pin);
     if (driver == nullptr) return tell(a, entry.line, "no pin " + xp_quoted(entry.from.name));
-    const auto net_of = [&](const instance& i, std::size_t which) {
-        const xp_scope& scope = a.flat.scopes[i.scope];
-        const xp_module& module = xp_module_of(a.flat, scope);
-        const xp_part& part = xp_body_of(a.flat, scope).parts[i.first_part];
-        const xp_connection* c =
-            xp_find_connection(module, module.cells[part.cell], i.timing.type->pins[which].name);
-        return c == nullptr || c->bits.count == 0 ? -1 : xp_net_at(a.flat, scope, module.bits[c->bits.first]);
-    };
-    const std::int32_t net = net_of(*driver, pin);
+    const std::int32_t net = net_of(a, *driver, pin);
     for (instance& i : a.instances)
         for (std::size_t k = 0; k < i.timing.type->pins.size(); ++k)
-            if (xp_is_input(i.timing.type->pins[k]) && net >= 0 && net_of(i, k) == net)
+            if (xp_is_input(i.timing.type->pins[k]) && net >= 0 && net_of(a, i, k) == net)
                 take_wire(entry, i.timing.wires[k], a.counts);
     ++a.counts.annotated;
 }
@@ -236,8 +237,31 @@ void take_cell(annotator& a, const xp_sdf_cell& cell) {
 
 // ---- results
 
-void time_instance(annotator& a, const instance& i, xp_annotation& annotation) {
+bool is_constant(const annotator& a, const instance& i, std::size_t pin) {
+    const std::int32_t net = net_of(a, i, pin);
+    return net >= 0 && a.flat.nets[static_cast<std::size_t>(net)].constant != 0;
+}
+
+// A constant arrives at time 0, which is no pulse and no change that a limit is about; what a gate in front
+// of set makes of a constant reset neither.
+void drop_limits_of_constants(const annotator& a, instance& i) {
+    for (std::size_t pin = 0; pin < i.timing.type->pins.size(); ++pin)
+        if (is_constant(a, i, pin))
+            i.timing.high[pin] = i.timing.low[pin] = i.timing.setup[pin] = i.timing.hold[pin] = {};
+    const auto is_constant_pin = [&](std::int32_t pin) {
+        return pin < xp_first_state && is_constant(a, i, static_cast<std::size_t>(pin));
+    };
+    for (const xp_library_register& r : i.timing.type->registers)
+        if (std::ranges::any_of(r.clear.inputs, is_constant_pin))
+            for (const std::int32_t pin : r.preset.inputs)
+                if (pin < xp_first_state)
+                    i.timing.high[static_cast<std::size_t>(pin)] =
+                        i.timing.low[static_cast<std::size_t>(pin)] = {};
+}
+
+void time_instance(annotator& a, instance& i, xp_annotation& annotation) {
     const xp_body& body = xp_body_of(a.flat, a.flat.scopes[i.scope]);
+    drop_limits_of_constants(a, i);
     for (std::size_t k = 0; k < i.timing.type->parts.size(); ++k) {
         const xp_part& part = body.parts[i.first_part + k];
         annotation.first[i.first_gate + part.first_gate + part.gate_count - 1] =
@@ -272,7 +296,7 @@ void xp_annotate(const xp_flat& flat, const xp_sdf& sdf, xp_annotation& annotati
     for (std::uint32_t scope = 0; scope < flat.scopes.size(); ++scope) add_scope(a, scope);
     for (const xp_sdf_cell& cell : sdf.cells) take_cell(a, cell);
     annotation.first.assign(flat.gate_count, -1);
-    for (const instance& i : a.instances)
+    for (instance& i : a.instances)
         if (i.is_named) time_instance(a, i, annotation);
     report(a);
 }
