@@ -111,7 +111,7 @@ TEST_F(refusals, name_the_option_or_the_file) {
         {"--fast n.json -o d", "wrong usage: The following argument was not expected: --fast"},
         {"n.json -o d --top m", "--top: missing module: \"m\""},
         {"n.json -o d --time-step 0", "wrong usage: --time-step: \"0\" is no number above 0"},
-        {"n.json -o d --time-step 1ns", "wrong usage: --time-step: \"1ns\" is no number above 0"},
+        {"n.json -o d --time-step 1week", "wrong usage: --time-step: \"1week\" is no number above 0"},
         {"none.json -o d", "none.json: cannot read the file"},
         {"n.json -o d --timing none", "none: cannot read the file"},
         {"n.json -o sub", "sub: cannot write the file: cannot write \"sub\": Is a directory"},

@@ -178,49 +178,63 @@ xp_sdf_value read_value(reader& r) {
 
 // ---- pins
 
+// The keyword of the list that begins here.
+std::string keyword_ahead(const reader& r) {
+    reader ahead = r;
+    next(ahead);
+    return upper(ahead.word);
+}
+
+char edge_of(std::string_view keyword) {
+    if (keyword == "POSEDGE") return 'R';
+    if (keyword == "NEGEDGE") return 'F';
+    return keyword.ends_with('1')   ? 'R'
+           : keyword.ends_with('0') ? 'F'
+                                    : '\0';  // "01", "z1": to what it changes
+}
+
+xp_sdf_pin read_name(reader& r, char edge) {
+    const xp_sdf_pin pin{name_of(r, r.word), edge};
+    next(r);
+    return pin;
+}
+
+// "(posedge A)".
+xp_sdf_pin read_edge(reader& r) {
+    expect(r, "(");
+    const char edge = edge_of(upper(r.word));
+    next(r);
+    const xp_sdf_pin pin = read_name(r, edge);
+    expect(r, ")");
+    return pin;
+}
+
+// Behind COND, up to its ")": the pin is the last item, the condition in front of it has parentheses of its
+// own.
+xp_sdf_pin read_conditional_pin(reader& r) {
+    xp_sdf_pin pin;
+    while (!is_at_end(r)) {
+        const std::string keyword = is(r, "(") ? keyword_ahead(r) : "";
+        if (keyword == "POSEDGE" || keyword == "NEGEDGE") {
+            pin = read_edge(r);
+        } else if (is(r, "(")) {
+            next(r);
+            skip_list(r);
+        } else {
+            pin = read_name(r, 0);
+        }
+    }
+    return pin;
+}
+
 // "A", "(posedge A)", "(COND text A)", "(COND text (posedge A))".
 xp_sdf_pin read_pin(reader& r, bool& is_conditional) {
-    if (!is(r, "(")) {
-        const xp_sdf_pin pin{name_of(r, r.word), 0};
-        next(r);
-        return pin;
-    }
+    if (!is(r, "(")) return read_name(r, 0);
+    if (keyword_ahead(r) != "COND") return read_edge(r);
+    is_conditional = true;
     next(r);
-    xp_sdf_pin pin;
-    const std::string keyword = upper(r.word);
-    if (keyword == "COND") {
-        is_conditional = true;
-        next(r);
-        // The pin is the last item; the condition before it has blanks and parentheses of its own.
-        while (!is_at_end(r)) {
-            const std::string inner = upper(r.word);
-            if (inner == "(") {
-                next(r);
-                const std::string edge = upper(r.word);
-                if (edge == "POSEDGE" || edge == "NEGEDGE") {
-                    next(r);
-                    pin = {name_of(r, r.word), edge[0] == 'P' ? 'R' : 'F'};
-                    next(r);
-                    expect(r, ")");
-                } else {
-                    skip_list(r);
-                }
-            } else {
-                pin = {name_of(r, r.word), 0};
-                next(r);
-            }
-        }
-    } else if (keyword == "POSEDGE" || keyword == "NEGEDGE") {
-        next(r);
-        pin = {name_of(r, r.word), keyword[0] == 'P' ? 'R' : 'F'};
-        next(r);
-    } else {
-        // "01", "z1" and the like: by the value that the pin takes.
-        const char last = r.word.empty() ? 0 : r.word.back();
-        next(r);
-        pin = {name_of(r, r.word), last == '1' ? 'R' : last == '0' ? 'F' : '\0'};
-        next(r);
-    }
+    next(r);
+    const xp_sdf_pin pin = read_conditional_pin(r);
     expect(r, ")");
     return pin;
 }
@@ -255,18 +269,13 @@ bool has_list(reader& r) { return is(r, "("); }
 void read_values(reader& r, xp_sdf_entry& entry) {
     std::size_t count = 0;
     while (has_list(r) && xp_ok(r.status)) {
-        const std::size_t before = r.at;
-        const std::int32_t line = r.line;
-        next(r);
-        if (upper(r.word) == "RETAIN" || upper(r.word) == "COND" || upper(r.word) == "SCOND" ||
-            upper(r.word) == "CCOND") {
-            if (upper(r.word) == "RETAIN") ++r.sdf.left_out["RETAIN"];
+        const std::string keyword = keyword_ahead(r);
+        if (keyword == "RETAIN" || keyword == "SCOND" || keyword == "CCOND") {
+            ++r.sdf.left_out[keyword];
+            next(r);
             skip_list(r);
             continue;
         }
-        r.at = before;
-        r.line = line;
-        r.word = "(";
         const xp_sdf_value value = read_value(r);
         if (count < entry.values.size()) entry.values[count] = value;
         ++count;
@@ -274,13 +283,14 @@ void read_values(reader& r, xp_sdf_entry& entry) {
     if (count == 1) entry.values[1] = entry.values[0];
 }
 
-// An entry whose keyword has been read, up to its ")".
+// An entry from its keyword to its ")".
 void read_entry(reader& r, const entry_row& row, bool is_conditional, bool is_increment) {
     xp_sdf_entry entry;
     entry.kind = row.kind;
     entry.line = r.word_line;
     entry.is_conditional = is_conditional;
     entry.is_increment = is_increment;
+    next(r);
     if (row.kind == xp_sdf_kind::device && has_list(r)) {
         entry.from.name = "";
     } else {
@@ -293,43 +303,34 @@ void read_entry(reader& r, const entry_row& row, bool is_conditional, bool is_in
     expect(r, ")");
 }
 
+// Behind COND: the condition is everything in front of the list of the path.
+void skip_condition(reader& r) {
+    while (!is_at_end(r) && !(is(r, "(") && keyword_ahead(r) == "IOPATH")) {
+        const bool is_list = is(r, "(");
+        next(r);
+        if (is_list) skip_list(r);
+    }
+}
+
 // The lists of an ABSOLUTE, an INCREMENT or a TIMINGCHECK, up to their ")".
 void read_entries(reader& r, bool is_check, bool is_increment, bool is_conditional) {
     while (has_list(r) && xp_ok(r.status)) {
         next(r);
         const std::string keyword = upper(r.word);
-        if (!is_check && (keyword == "COND" || keyword == "CONDELSE")) {
-            // The condition is everything up to the list that follows it.
-            next(r);
-            while (!is_at_end(r)) {
-                if (has_list(r)) {
-                    const std::size_t before = r.at;
-                    const std::int32_t line = r.line;
-                    next(r);
-                    const bool is_path = upper(r.word) == "IOPATH";
-                    r.at = before;
-                    r.line = line;
-                    r.word = "(";
-                    if (is_path) break;
-                    next(r);
-                    skip_list(r);
-                } else {
-                    next(r);
-                }
-            }
-            read_entries(r, false, is_increment, true);
-            expect(r, ")");
-            continue;
-        }
         const auto row = std::find_if(std::begin(entry_rows), std::end(entry_rows), [&](const entry_row& x) {
             return x.keyword == keyword && x.is_check == is_check;
         });
-        next(r);
-        if (row == std::end(entry_rows)) {
-            ++r.sdf.left_out[keyword];
-            skip_list(r);
-        } else {
+        if (row != std::end(entry_rows)) {
             read_entry(r, *row, is_conditional, is_increment);
+        } else if (!is_check && !is_conditional && keyword.starts_with("COND")) {
+            next(r);
+            skip_condition(r);
+            read_entries(r, false, is_increment, true);
+            expect(r, ")");
+        } else {
+            ++r.sdf.left_out[keyword];
+            next(r);
+            skip_list(r);
         }
     }
 }
