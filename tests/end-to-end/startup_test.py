@@ -105,7 +105,9 @@ class StartUp(unittest.TestCase):
                  self.directory / "current_session"]
         for path in grown:
             path.symlink_to(victim)
-        self.run_kolv([self.directory, "TYP", "missing.cmd"])
+        commands = self.cwd / "s.cmd"
+        commands.write_text("BYE\n")
+        self.run_kolv([self.directory, "TYP", commands])
         self.assertEqual(victim.read_text(), "precious")
         self.assertFalse(any(path.is_symlink() for path in grown))
 
@@ -175,8 +177,9 @@ class StartUp(unittest.TestCase):
 
     def test_a_design_name_too_long_is_refused(self):
         name = "d" * 199
-        self.expect([self.directory, "TYP", "", name],
-                    title() + BANNER + " !!! ERROR... invalid file type : \"%s\"\n" % name[:128], 1)
+        self.assertEqual(self.run_kolv([self.directory, "TYP", "", name]), (
+            echo([self.directory, "TYP", "", name[:128]]) + title() + BANNER +
+            " !!! ERROR... invalid file type : \"%s\"\n" % name, 1))
 
     def test_a_session_ends_by_its_command_file(self):
         commands = self.cwd / "s.cmd"
