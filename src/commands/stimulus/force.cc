@@ -1,12 +1,10 @@
-// FORCE, CLOCK PERIOD and RUN.
+// FORCE and CLOCK PERIOD.
 #include "commands/language/entry_expansion.h"
 #include "commands/shared/parameters.h"
 #include "commands/shared/rejections.h"
 #include "commands/stimulus/handlers.h"
 #include "foundation/list.h"
-#include "foundation/shell.h"
 #include "kernel/lookup.h"
-#include "kernel/run.h"
 #include "kernel/say.h"
 #include "kernel/state.h"
 
@@ -23,13 +21,6 @@ constexpr kol_rejection_t force_stop_time_invalid{"# !! Error : Invalid stop_tim
 constexpr kol_rejection_t force_repeat_invalid{
     "# !! Error : 6th parameter Invalid ( should be : \"Once\" or \"Repeat\" ) ", kol_form::quoted};
 constexpr kol_rejection_t no_clock_period{"# !! Error : No Clock Period already defined ? "};
-constexpr kol_rejection_t run_time_missing{"# !! Error : You should define the RUN TIME parameter ? "};
-constexpr kol_rejection_t run_mode_invalid{"# !! Error :  time for force should be Abs or Current ? "};
-constexpr kol_rejection_t run_time_invalid{"# !! Error :  Invalid time  ? ", kol_form::quoted};
-constexpr kol_rejection_t run_has_no_length{"# !! Warning :  end_time <= start_time , so NO action  ? ",
-                                            kol_form::quoted};
-constexpr kol_rejection_t nothing_forced{
-    "# !! Warning : No new FORCE stimuli have been applied to circuit ? "};
 
 // The force that keywords 2.. describe, times absolute but for a repeated force.
 kol_rejection_t read_force_times(const kol_line_t& line, kol_force_rec_t& force, bool& repeat) {
@@ -68,27 +59,6 @@ void append_force(const kol_force_rec_t& force, bool repeat) {
     }
 }
 
-kol_rejection_t read_end_time(const kol_line_t& line, std::int32_t& end_time) {
-    if (line.nkeyword == 1) {
-        end_time = kol_ext.end_time;
-        return kol_ext.time_breaked ? kol_rejection_t{} : run_time_missing;
-    }
-    if (line.nkeyword == 3 && !kol_begins_with_one_of(line[3], "AC")) return run_mode_invalid;
-    if (!kol_read_time(line[2], end_time)) return run_time_invalid;
-    const bool absolute = line.nkeyword == 3 && kol_begins_with_one_of(line[3], "A");
-    if (!absolute && !kol_count_from_now(end_time)) return run_time_invalid;
-    return {};
-}
-
-void run_until(std::int32_t end_time, bool& no_event_found) {
-    kol_ext.time_breaked = false;
-    kol_ext.start_time = kol_ext.cur_time;
-    kol_ext.end_time = end_time;
-    kol_show({"#  RUN -> time_start: ", kol_time_text(kol_ext.start_time),
-              " ->time_end: ", kol_time_text(end_time)});
-    kol_exec_all_event(no_event_found);
-}
-
 }  // namespace
 
 void kol_add_clock_period(tm_string_record_t& entry) {
@@ -112,17 +82,4 @@ kol_result_t kol_clock_period_cmd(const kol_line_t& line) {
     block.clock_period = period;
     block.start_time = kol_ext.cur_time;
     return kol_accepted(kol_time_text(period));
-}
-
-kol_result_t kol_run_cmd(const kol_line_t& line) {
-    std::int32_t end_time = 0;
-    if (const kol_rejection_t wrong = read_end_time(line, end_time)) return wrong;
-    if (end_time <= kol_ext.cur_time)
-        return kol_result_t(run_has_no_length)
-            .then({"# start_time : ", kol_time_text(kol_ext.cur_time)})
-            .then({"# end_time : ", kol_time_text(end_time)});
-    bool no_event_found = false;
-    run_until(end_time, no_event_found);
-    tm_shell.redraw_states();
-    return no_event_found ? nothing_forced : kol_rejection_t{};
 }

@@ -7,7 +7,6 @@
 // force.cc
 kol_result_t kol_force_cmd(const kol_line_t& line);
 kol_result_t kol_clock_period_cmd(const kol_line_t& line);
-kol_result_t kol_run_cmd(const kol_line_t& line);
 void kol_add_clock_period(tm_string_record_t& entry);
 
 // restart.cc
@@ -15,6 +14,9 @@ kol_result_t kol_reset_sim_time_cmd(const kol_line_t& line);
 kol_result_t kol_history_cmd(const kol_line_t& line);
 kol_result_t kol_regenerate_cmd(const kol_line_t& line);
 kol_result_t kol_update_cmd(const kol_line_t& line);
+
+// run.cc
+kol_result_t kol_run_cmd(const kol_line_t& line);
 
 // spike.cc
 kol_result_t kol_spike_check_cmd(const kol_line_t& line);

@@ -1,6 +1,7 @@
 // RESET SIM TIME, HISTORY, REGENERATE and UPDATE: back to time 0.
 #include "commands/shared/parameters.h"
 #include "commands/stimulus/handlers.h"
+#include "commands/stimulus/run.h"
 #include "foundation/shell.h"
 #include "kernel/history.h"
 #include "kernel/run.h"
@@ -18,11 +19,6 @@ constexpr kol_rejection_t update_view_invalid{
     "# !! Error :  2nd parameter incorrect : should be : List or Trace? "};
 constexpr kol_rejection_t window_invalid{"# !! Error : invalid Start_time  and End_time ? "};
 constexpr kol_rejection_t nothing_forced{"# !! Warning : No FORCE stimuli have been applied to circuit ? "};
-
-std::string window_text(const kol_line_t& line, std::int32_t start_time) {
-    return "# " + line.words() + "-> time_start: " + kol_time_text(start_time) +
-           " ->time_end: " + kol_time_text(kol_ext.end_time);
-}
 
 void go_to_time_zero() {
     kol_ext.start_time = kol_ext.cur_time = 0;
@@ -74,7 +70,7 @@ kol_result_t kol_history_cmd(const kol_line_t& line) {
 kol_result_t kol_regenerate_cmd(const kol_line_t& line) {
     if (kol_ext.history < 1) return no_history;
     const std::int32_t start_time = history_start();
-    const std::string window = window_text(line, start_time);
+    const std::string window = kol_window_text(line, start_time);
     if (start_time >= kol_ext.end_time) return kol_result_t(window_invalid).then({window});
     kol_show({window});
     if (!simulate_again()) return nothing_forced;
@@ -89,7 +85,7 @@ kol_result_t kol_update_cmd(const kol_line_t& line) {
     kol_ext.list_or_trace = kol_begins_with_one_of(line[2], "L");
     go_to_time_zero();
     const std::string_view view = kol_ext.list_or_trace ? " List " : " Trace ";
-    const std::string window = window_text(line, kol_ext.start_time);
+    const std::string window = kol_window_text(line, kol_ext.start_time);
     if (kol_ext.end_time < 1) return kol_result_t(window_invalid).showing(view).then({window});
     kol_show({window});
     if (!simulate_again()) return nothing_forced;
