@@ -25,7 +25,9 @@ protected:
     // Expands a netlist with sheets into the case's folder and loads it.
     void draw(const std::string& netlist) {
         const std::string output = (folder / "design_yx").string();
-        const char* arguments[] = {netlist.c_str(), "-o", output.c_str(), "--sheets"};
+        const std::string names = (folder / "names").string();
+        const char* arguments[] = {netlist.c_str(), "-o",      output.c_str(),
+                                   "--sheets",      "--names", names.c_str()};
         xp_options options;
         std::filesystem::create_directories(folder);
         status = {};
@@ -256,11 +258,13 @@ class walked_sheets : public sheets {
 protected:
     std::string netlist;
     json design;
+    std::map<std::string, std::string> changed_;  // names of instances by path
 
     void walk(const std::string& name) {
         netlist = name;
         design = json::parse(std::ifstream(name));
         draw(name);
+        changed_ = changed_names();
         std::string top;
         for (const auto& [module, text] : design["modules"].items())
             if (text["attributes"].contains("top")) top = module;
@@ -282,9 +286,29 @@ private:
         return pages;
     }
 
+    // The netlist's names of the instances whose names were changed, by path.
+    std::map<std::string, std::string> changed_names() const {
+        std::map<std::string, std::string> names;
+        std::ifstream file(folder / "names");
+        for (std::string line; std::getline(file, line);) {
+            const std::size_t first = line.find('\t'), second = line.rfind('\t');
+            const std::string raw = line.substr(first + 1, second - first - 1);
+            if (line.substr(second + 1) == "instance")
+                names[line.substr(0, first)] = raw.substr(raw.rfind('/') + 1);
+        }
+        return names;
+    }
+
+    std::string netlist_name(const std::string& path, const std::string& name) const {
+        const auto changed = changed_.find(path + name);
+        return changed == changed_.end() ? name : changed->second;
+    }
+
     void visit(const std::string& module, const std::string& path) {
         EXPECT_EQ(tm_view(kol_ext.cur_sim_path), path);
-        const std::vector<drawn_page> pages = pages_here(path);
+        std::vector<drawn_page> pages = pages_here(path);
+        for (drawn_page& page : pages)
+            for (placed_text& pin : page.pins) pin.of = netlist_name(path, pin.of);
         const json& text = design["modules"][module];
         std::map<std::string, std::string> cells;
         for (const drawn_page& page : pages) {
@@ -298,7 +322,7 @@ private:
         EXPECT_EQ(cells.size(), text["cells"].size()) << module;
         EXPECT_EQ(groups_of(pages, path), groups_of(design, text)) << netlist << " " << path;
         for (const auto& [name, symbol] : cells) {
-            ASSERT_TRUE(text["cells"].contains(name)) << name;
+            ASSERT_TRUE(text["cells"].contains(netlist_name(path, name))) << name;
             if (!symbol.ends_with("sheet.tm_1")) continue;
             EXPECT_EQ(type("view down " + name), lines{" VIEw DOWn  " + name + " "});
             visit(text["cells"][name]["type"], path + name + "/");

@@ -248,6 +248,7 @@ void draw(xp_pager& p, const std::vector<std::string>& symbol_paths) {
     if (sg_count_objects(p.drawing) > static_cast<std::size_t>(tm_max_objects)) return;
     add_tags(p);
     p.graph.net_count = static_cast<std::int32_t>(p.nets.size());
+    for (std::size_t net = 0; net < p.nets.size(); ++net) p.graph.is_wide.push_back(p.planned(net).is_bus);
     sg_lay_out(p.graph, p.layout);
     xp_draw_layout(p);
 }

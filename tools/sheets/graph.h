@@ -50,4 +50,5 @@ struct sg_box {
 struct sg_graph {
     std::vector<sg_box> boxes;
     std::int32_t net_count = 0;
+    std::vector<bool> is_wide;  // by net, or empty: a thick wire, which counts for more where loops are cut
 };

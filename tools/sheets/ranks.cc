@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <map>
 #include <numeric>
+#include <tuple>
 
 #include "sheets/layered.h"
 
@@ -84,19 +85,31 @@ std::vector<std::int32_t> distances(const ranking& r) {
     return distance;
 }
 
-std::vector<edge> edges_by_need(const ranking& r) {
-    std::vector<edge> all;
+// What joins two boxes: thick wires count for two.
+std::map<std::pair<std::int32_t, std::int32_t>, std::int32_t> weigh_edges(const ranking& r) {
+    std::map<std::pair<std::int32_t, std::int32_t>, std::int32_t> weights;
     for (std::size_t net = 0; net < r.drivers.size(); ++net)
         for (const std::int32_t from : r.drivers[net])
             for (const std::int32_t to : r.sinks[net])
-                if (from != to || r.graph.boxes[at(from)].column < 0) all.push_back({from, to});
+                if (from != to || r.graph.boxes[at(from)].column < 0)
+                    weights[{from, to}] += net < r.graph.is_wide.size() && r.graph.is_wide[net] ? 2 : 1;
+    return weights;
+}
+
+// Those of gates, then those of registers and modules: what joins most first, then what is near the inputs.
+std::vector<edge> edges_by_need(const ranking& r) {
+    const auto weights = weigh_edges(r);
     const std::vector<std::int32_t> distance = distances(r);
-    const auto key = [&](const edge& e) {
-        const bool is_register = r.graph.boxes[at(e.from)].is_register;
-        return std::pair(is_register, is_register ? distance[at(e.from)] : 0);
-    };
-    std::stable_sort(all.begin(), all.end(), [&](const edge& a, const edge& b) { return key(a) < key(b); });
-    return all;
+    std::vector<std::pair<std::tuple<bool, std::int32_t, std::int32_t>, edge>> all;
+    for (const auto& [ends, weight] : weights) {
+        const bool is_register = r.graph.boxes[at(ends.first)].is_register;
+        all.push_back({{is_register, is_register ? -weight : 0, is_register ? distance[at(ends.first)] : 0},
+                       {ends.first, ends.second}});
+    }
+    std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<edge> in_turn;
+    for (const auto& [key, e] : all) in_turn.push_back(e);
+    return in_turn;
 }
 
 std::vector<std::int32_t> in_order(const ranking& r) {
