@@ -12,6 +12,7 @@
 #include "models/gates.h"
 #include "models/latch.h"
 #include "models/lut.h"
+#include "models/mem.h"
 #include "models/smos.h"
 #include "models/stable.h"
 #include "models/tri.h"
@@ -22,6 +23,7 @@ enum class kol_model_kind : std::uint8_t {
     switch_,    // drives and reads its terminals
     buffer,     // drives its net or leaves it to others
     table,      // the function of its inputs that a property says
+    memory,     // several outputs; its pins are named by port
     checker,    // drives nothing
 };
 
@@ -135,6 +137,8 @@ inline constexpr kol_model_row_t kol_model_rows[] = {
      kol_model_kind::buffer, kol_symbol::triangle, false, "Y", "E"},
     {{ "LUT",     kol_lut_init,    false,  kol_every_input<kol_lut_hdler>, kol_lut_clear,  nullptr,            kol_lut_refresh },
      kol_model_kind::table, kol_symbol::box, false, "Y"},
+    {{ "MEM",     kol_mem_init,    false,  kol_every_input<kol_mem_hdler>, kol_mem_clear,  kol_mem_restart,    kol_mem_refresh },
+     kol_model_kind::memory, kol_symbol::box, false, "R0D0"},
 };
 // clang-format on
 

@@ -20,6 +20,7 @@ constexpr const char* debug_file_name = "debug_yxdfi";
 constexpr std::int32_t load_failed = 1;  // the failure status
 constexpr std::int32_t longest_path = 198;
 
+std::string design_path;  // of the loaded file
 std::int32_t expander_errors = 0, expander_warnings = 0;  // as the header tells
 
 // A design file being read.  Reading stops at the first fault: the steps behind it do nothing.
@@ -210,6 +211,7 @@ void yxi_init_dfi(const yxi_string_record_t& directory, const yxi_string_record_
     if (reader.descriptor < 0) yxi_set_status(file_data_invalid);
     read_design(reader);
     yx_sext.designfile = reader.descriptor;
+    design_path = path;
     if (!yxc_is_sound(reader.fault)) {
         report_fault(path, reader.fault);
         close_design_file();
@@ -220,6 +222,8 @@ void yxi_init_dfi(const yxi_string_record_t& directory, const yxi_string_record_
     yx_sext.open_file_ok = true;
     status.all = 0;
 }
+
+const std::string& yxi_design_path() { return design_path; }
 
 void yxi_close_dfi(std::int32_t& num_errors, std::int32_t& num_warnings) {
     close_design_file();

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "foundation/status.h"
 #include "netlist/text.h"
@@ -13,4 +14,6 @@
 // line on standard output that names file, section and record.  Names too long or a file that cannot be
 // opened end the program.
 void yxi_init_dfi(const yxi_string_record_t& directory, const yxi_string_record_t& file, STATUS_T& status);
+// The path of the file that was opened last.
+const std::string& yxi_design_path();
 void yxi_close_dfi(std::int32_t& num_errors, std::int32_t& num_warnings);

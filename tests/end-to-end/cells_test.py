@@ -150,14 +150,41 @@ def coarse():
     return cells
 
 
+def memory():
+    """Ports of every kind: read at any time; on either edge with enable and resets; seeing writes or not."""
+    cells = Cells()
+    c, n = cells.net("c_p")[0], cells.net("c_n")[0]
+    control = {name: cells.net(name)[0] for name in ("e_p", "r_p", "s_p")}
+    read, write = cells.net("read", "input", 3), cells.net("write", "input", 3)
+    data, enable = cells.net("data", "input", 4), cells.net("write_enable", "input", 2)
+    for name, offset, size, init in (("whole", 0, 8, "%s" % binary(0x83a5f1c6, 32)), ("part", 2, 5, "1" * 20)):
+        reads, writes = 4, 2
+        connections = {
+            "RD_CLK": ["x", c, n, c], "RD_EN": ["1", control["e_p"], "1", control["e_p"]],
+            "RD_ARST": ["0", control["r_p"], "0", "0"], "RD_SRST": ["0", "0", control["s_p"], control["s_p"]],
+            "RD_ADDR": read + read + write + write, "RD_DATA": cells.net("o_" + name, "output", 4 * reads),
+            "WR_CLK": [c, c], "WR_EN": [enable[0]] * 2 + [enable[1]] * 2 + [control["e_p"]] * 4,
+            "WR_ADDR": write + read, "WR_DATA": data + data[::-1]}
+        numbers = {"SIZE": size, "OFFSET": offset, "ABITS": 3, "WIDTH": 4, "RD_PORTS": reads, "WR_PORTS": writes}
+        bits = {"INIT": init, "RD_CLK_ENABLE": "1110", "RD_CLK_POLARITY": "1010", "RD_TRANSPARENCY_MASK": "11000000",
+                "RD_COLLISION_X_MASK": "00000000", "RD_WIDE_CONTINUATION": "0000", "RD_CE_OVER_SRST": "1000",
+                "RD_INIT_VALUE": "xxxx1010x01xxxxx", "RD_ARST_VALUE": "xxxxxxxx0110xxxx",
+                "RD_SRST_VALUE": "10010011xxxxxxxx", "WR_CLK_ENABLE": "11", "WR_CLK_POLARITY": "11",
+                "WR_PRIORITY_MASK": "0100", "WR_WIDE_CONTINUATION": "00"}
+        cells.add("$mem_v2", name, connections,
+                  {"MEMID": "\\" + name + "_words"} | {key: binary(value) for key, value in numbers.items()} | bits)
+        cells.cells[name]["port_directions"] = {p: "output" if p == "RD_DATA" else "input" for p in connections}
+    return cells
+
+
 def random_steps(cells, seed):
     """One meaning changes a step; a control and its inverse change together."""
     draw = random.Random(seed)
     bits = [name if len(port["bits"]) == 1 else "%s[%d]" % (name, k) for name, port in cells.ports.items()
             if port["direction"] == "input" for k in range(len(port["bits"]))]
     controls = {c: [b for b in bits if b in (c + "_p", c + "_n")] for c in "cerls"}
-    plain = [b for b in bits if re.sub(r"\[\d+\]", "", b) not in ("load_data", "choice", "enable") and b[1:] not in ("_p", "_n")]
-    loads = [b for b in bits if b.startswith("load_data")]
+    plain = [b for b in bits if re.sub(r"\[\d+\]", "", b) not in ("load_data", "choice", "enable", "read", "write", "write_enable") and b[1:] not in ("_p", "_n")]
+    loads = [b for b in bits if b.startswith(("load_data", "read", "write"))]
     state = dict.fromkeys("cerls", 0)
 
     def turned(control, to):
@@ -176,7 +203,7 @@ def random_steps(cells, seed):
         elif what == "p" and "choice[0]" in bits:
             chosen = draw.randint(0, 3)
             yield [("choice[%d]" % k, int(k == chosen)) for k in range(3)]
-        elif what == "t":
+        elif what == "t" and "enable" in bits:
             yield [("enable", draw.randint(0, 1))]
         elif what in "cel" or (what in "rs" and not (state["rs"[what == "r"]] and not state[what])):
             yield turned(what, 1 - state[what])
@@ -197,6 +224,9 @@ class CellsTest(unittest.TestCase):
         self.assertEqual(len(cells.cells), count - 1)
         self.assertGreaterEqual(count, 148)
         self.check(cells, 1, 0.8)
+
+    def test_memories(self):
+        self.check(memory(), 8, 0.4)
 
     def test_every_coarse_type(self):
         self.check(coarse(), 2, 0.8)

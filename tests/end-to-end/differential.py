@@ -7,7 +7,6 @@ import subprocess
 from kolv_session import BIN
 
 SHARE = pathlib.Path("/usr/share/yosys")
-PERIOD = 200  # time steps from one step to the next, more than any way through a design needs
 
 
 def yosys(directory, script):
@@ -46,8 +45,11 @@ def of_verilog(netlist, steps, directory, library=None):
     lines.append("%s u(%s);" % (netlist.name, ", ".join(".%s(%s)" % (name, name) for name in ports)))
     lines.append("initial begin")
     for step in steps:
-        lines += ["%s = 1'b%s;" % change for change in step]
-        lines.append("#10 $display(\"%%b\", {%s});" % ", ".join(netlist.outputs))
+        at = 0
+        for name, to, *offset in step:
+            lines.append("#%d %s = 1'b%s;" % (10 * (offset or [0])[0] - at, name, to))
+            at = 10 * (offset or [0])[0]
+        lines.append("#%d" % (10 - at) + " $display(\"%%b\", {%s});" % ", ".join(netlist.outputs))
     lines += ["$finish; end", "endmodule"]
     (directory / "bench.v").write_text("\n".join(lines))
     sources = ["bench.v", "design.v", *([library] if library else [SHARE / "simcells.v", SHARE / "simlib.v"])]
@@ -62,7 +64,7 @@ def value(state):
     return "z" if state[1] == "Z" else state[0] if state[0] in "01" else "x"
 
 
-def of_program(netlist, steps, directory, display, options=()):
+def of_program(netlist, steps, directory, display, period, options=()):
     """The same as the program sees them."""
     done = subprocess.run([str(BIN / "kolv-expand"), *options, netlist.path.name, "-o", "design_yx"], cwd=directory,
                           capture_output=True, text=True)
@@ -70,9 +72,9 @@ def of_program(netlist, steps, directory, display, options=()):
     bits = netlist.output_bits()
     lines = ["SPIKE CHECK OFF", *("LIST B " + " ".join(bits[i:i + 10]) for i in range(0, len(bits), 10))]
     for k, step in enumerate(steps):
-        lines += ["FORCE A %s %s %d" % (name, to, (k + 1) * PERIOD) for name, to in step]
-    lines.append("RUN %d A" % ((len(steps) + 1) * PERIOD))
-    lines += ["WRITE LIST v%d %d %d" % (k, (k + 2) * PERIOD - 1, (k + 2) * PERIOD - 1) for k in range(len(steps))]
+        lines += ["FORCE A %s %s %d" % (name, to, (k + 1 + sum(offset)) * period) for name, to, *offset in step]
+    lines.append("RUN %d A" % ((len(steps) + 1) * period))
+    lines += ["WRITE LIST v%d %d %d" % (k, (k + 2) * period - 1, (k + 2) * period - 1) for k in range(len(steps))]
     result = display.run(directory, "\n".join([*lines, "QUIT", ""]))
     shown = [line for line in result.transcript if "!!" in line or line.startswith("# ?")]
     assert not shown, shown[:5]
@@ -84,11 +86,13 @@ def of_program(netlist, steps, directory, display, options=()):
     return rows
 
 
-def compare(test, path, steps, display, may_differ=lambda bit, seen, expected: False, library=None, options=()):
-    """Every output bit after every step; how many of them were known."""
+def compare(test, path, steps, display, may_differ=lambda bit, seen, expected: False, library=None, options=(),
+            period=200):
+    """Every output bit after every step; how many of them were known.  A step is (input bit, value) or (input bit,
+    value, when in the step, 0 to 1); the time steps of the period are more than any way through the design needs."""
     netlist, directory = Netlist(path), pathlib.Path(path).parent
     expected = of_verilog(netlist, steps, directory, library)
-    seen = of_program(netlist, steps, directory, display, options)
+    seen = of_program(netlist, steps, directory, display, period, options)
     test.assertEqual(len(seen), len(expected))
     different, known = {}, 0
     for k, (ours, theirs) in enumerate(zip(seen, expected)):

@@ -13,10 +13,10 @@ using indexes_t = std::vector<std::int32_t>;
 
 // The properties of a pin, in the order of their values.
 constexpr std::size_t PIN = 0, RISE = 1, FALL = 2, DRIVE = 3, EDGE = 4, SETUP_TIME = 5, HOLD_TIME = 6,
-                      MIN_TIME_HIGH = 7, MIN_TIME_LOW = 8;
-const words_t pin_prop_names{"PIN",        "RISE",      "FALL",          "DRIVE",       "EDGE",
-                             "SETUP_TIME", "HOLD_TIME", "MIN_TIME_HIGH", "MIN_TIME_LOW"};
-const words_t inst_prop_names{"MODEL", "TABLE"};
+                      MIN_TIME_HIGH = 7, MIN_TIME_LOW = 8, VALUES = 9;
+const words_t pin_prop_names{"PIN",        "RISE",      "FALL",          "DRIVE",        "EDGE",
+                             "SETUP_TIME", "HOLD_TIME", "MIN_TIME_HIGH", "MIN_TIME_LOW", "VALUES"};
+const words_t inst_prop_names{"MODEL", "TABLE", "WORDS"};
 const words_t prop_types{"string", "integer", "time", "real"};
 
 struct builder_t {
@@ -158,12 +158,16 @@ const options_t pin_options{
     {"drive", take_text_prop<DRIVE>}, {"edge", take_text_prop<EDGE>},
     {"rise", take_time_prop<RISE>}, {"fall", take_time_prop<FALL>}, {"setup", take_time_prop<SETUP_TIME>},
     {"hold", take_time_prop<HOLD_TIME>}, {"high", take_time_prop<MIN_TIME_HIGH>},
-    {"low", take_time_prop<MIN_TIME_LOW>},
+    {"low", take_time_prop<MIN_TIME_LOW>}, {"values", take_text_prop<VALUES>},
     {"without", drop_prop<&builder_t::pin_props, pin_prop_names>},
     {"type", change_type<&builder_t::pin_props, pin_prop_names>}};
 const options_t inst_options{
     {"timing", take_number<&image_t::insts, &yx_inst_record_t::timing_index>},
     {"table", [](builder_t& b, std::int32_t i, std::istream& in) { at(b.inst_props, i).push_back(text_prop(b, take(in))); }},
+    {"words", [](builder_t& b, std::int32_t i, std::istream& in) {
+         at(b.inst_props, i).resize(2, text_prop(b, "0"));
+         at(b.inst_props, i).push_back(text_prop(b, take(in)));
+     }},
     {"without", drop_prop<&builder_t::inst_props, inst_prop_names>},
     {"type", change_type<&builder_t::inst_props, inst_prop_names>}};
 // clang-format on

@@ -134,12 +134,17 @@ void xp_name_remaining_nets(xp_mapping& m) {
             const std::int32_t bit = m.module.bits[name.bits.first + k];
             if (bit >= 0) named[static_cast<std::size_t>(bit)] = true;
         }
+    const auto name_output = [&](const xp_gate& gate, std::string_view pin, std::int32_t net) {
+        if (named[static_cast<std::size_t>(net)]) return;
+        named[static_cast<std::size_t>(net)] = true;
+        const std::string end = "." + std::string(pin);
+        xp_add_net_name(m, net, std::string(gate.raw) + end, std::string(gate.name) + end);
+    };
     for (const xp_gate& gate : m.body.gates) {
-        if (named[static_cast<std::size_t>(gate.output)]) continue;
-        named[static_cast<std::size_t>(gate.output)] = true;
-        const std::string pin(xp_output_name(gate));
-        xp_add_net_name(m, gate.output, std::string(gate.raw) + "." + pin,
-                        std::string(gate.name) + "." + pin);
+        name_output(gate, xp_output_name(gate), gate.output);
+        for (std::uint32_t i = 0; i < gate.pin_count; ++i)
+            if (const xp_pin& pin = m.body.pins[gate.first_pin + i]; pin.is_output)
+                name_output(gate, pin.name, pin.net);
     }
     for (std::int32_t net = 0; net < m.module.net_count; ++net)
         if (!named[static_cast<std::size_t>(net)]) xp_add_net_name(m, net, "net", "net");

@@ -18,15 +18,18 @@
 
 struct xp_library_cell;
 
-struct xp_pin {  // input pin of a gate
+struct xp_pin {  // pin of a gate, beside its output
     std::string_view name;
     std::int32_t net = 0;
+    bool is_output = false;     // a further one
+    std::string_view values{};  // its property VALUES
 };
 
 struct xp_gate {
     xp_model model = nullptr;
     std::string_view raw, name;
-    std::string_view config;  // a further property of its instance: the table of a LUT
+    std::string_view config;         // TABLE of a LUT, WORDS of a memory
+    std::string_view output_values;  // VALUES of its output
     std::int32_t output = 0;
     std::uint32_t part = 0;
     std::uint32_t first_pin = 0, pin_count = 0;
@@ -96,6 +99,8 @@ void xp_map_cell(xp_mapping& m, std::uint32_t cell, const xp_cell_type& type);
 void xp_map_timed(xp_mapping& m, std::uint32_t cell, const xp_timed_form& form);
 // The same of a cell of a library.
 void xp_map_library_cell(xp_mapping& m, std::uint32_t cell, const xp_library_cell& type);
+// The memory of a cell.
+void xp_map_memory(xp_mapping& m, std::uint32_t cell);
 // The bindings of a module instance; the body of its module is made.
 void xp_bind_child(xp_mapping& m, std::uint32_t cell, std::uint32_t module, const xp_body& body,
                    const xp_module& contents);

@@ -15,7 +15,7 @@ void add_pins(xp_cell_gates& c, const std::vector<xp_signal>& operands) {
         const std::string_view name = operands[i].pin.empty()
                                           ? xp_keep_once(c.m.netlist.texts, "I" + std::to_string(i + 1))
                                           : operands[i].pin;
-        c.m.body.pins.push_back({name, operands[i].net});
+        c.m.body.pins.push_back({name, operands[i].net, false, {}});
     }
 }
 
@@ -26,6 +26,7 @@ void add_gate(xp_cell_gates& c, xp_model model, const std::vector<xp_signal>& op
     xp_gate gate{model,
                  raw,
                  name,
+                 {},
                  {},
                  net,
                  static_cast<std::uint32_t>(body.parts.size() - 1),

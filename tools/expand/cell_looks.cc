@@ -36,7 +36,7 @@ std::string type_name(std::string_view family) {
 xp_cell_look look_of(const xp_cell_type& type, std::size_t input_bits) {
     const std::vector<std::string_view> functions = functions_of(type.formula);
     const bool is_reduction = type.shape == xp_shape::reduce, is_of_one_word = type.inputs.size() == 1;
-    xp_cell_look look{sg_form::box, false, type_name(type.name)};
+    xp_cell_look look{sg_form::box, false, type.shape == xp_shape::memory ? "MEM" : type_name(type.name)};
     if (functions.empty() || !is_of_one_function(functions) || (is_reduction && !is_of_one_word)) return look;
     const xp_function_look function = xp_look_of_function(functions[0]);
     look.form = is_reduction && input_bits == 1 ? sg_form::buffer : function.form;

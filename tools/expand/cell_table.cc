@@ -49,6 +49,7 @@ constexpr xp_cell_type cell_types[] = {
     {"$logic_or",     reduce,   "AB",     "or(A*,B*)"},
     {"$lut",          table,    "A",      ""},
     {"$pmux",         selector, "ABS",    ""},
+    {"$mem_v2",       memory,   "",       ""},
     {"$scopeinfo",    ignored,  "",       ""},
     {"$assert",       ignored,  "",       ""},
     {"$assume",       ignored,  "",       ""},

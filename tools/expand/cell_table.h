@@ -33,6 +33,7 @@ struct xp_function_look {
 };
 
 constexpr bool xp_is_register(xp_model model) { return model->kind == kol_model_kind::register_; }
+constexpr bool xp_is_memory(xp_model model) { return model->kind == kol_model_kind::memory; }
 // Drives its net with states of its own, beside others.
 constexpr bool xp_is_tristate(xp_model model) { return model->kind == kol_model_kind::buffer; }
 
@@ -42,6 +43,7 @@ enum class xp_shape : std::uint8_t {
     reduce,    // Y bit 0 from whole ports, the other bits 0
     table,     // Y bit 0 from the bits of A and the parameter LUT
     selector,  // Y is A, or the word of B whose bit of S is 1
+    memory,    // a memory of its own, by its parameters
     ignored,   // carries no function
 };
 

@@ -121,8 +121,9 @@ void read_cell_rules(timing_reader& r, const json& object, xp_timing& timing) {
         if (xp_find_cell_type(type) == nullptr && !xp_is_timed(type) && cell == nullptr)
             return refuse(r, "cells", "unknown cell type " + xp_quoted(type));
         xp_cell_rule& rule = timing.by_type[type] = timing.general;
-        read_cell_rule(r, value, "cells/" + type,
-                       xp_is_timed(type) || (cell != nullptr && !cell->registers.empty()), rule);
+        const bool has_limits =
+            xp_is_timed(type) || type == "$mem_v2" || (cell != nullptr && !cell->registers.empty());
+        read_cell_rule(r, value, "cells/" + type, has_limits, rule);
     }
 }
 

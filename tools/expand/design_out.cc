@@ -15,11 +15,11 @@ struct property_name {
 };
 // In the order of need: an object carries the values of the first names only.
 constexpr property_name instance_properties[] = {
-    {"MODEL", "string"}, {"INST", "string"}, {"TABLE", "string"}};
+    {"MODEL", "string"}, {"INST", "string"}, {"TABLE", "string"}, {"WORDS", "string"}};
 constexpr property_name pin_properties[] = {
-    {"PIN", "string"},     {"RISE", "time"},          {"FALL", "time"},
-    {"DRIVE", "string"},   {"EDGE", "string"},        {"SETUP_TIME", "time"},
-    {"HOLD_TIME", "time"}, {"MIN_TIME_HIGH", "time"}, {"MIN_TIME_LOW", "time"}};
+    {"PIN", "string"},        {"RISE", "time"},       {"FALL", "time"},      {"DRIVE", "string"},
+    {"EDGE", "string"},       {"SETUP_TIME", "time"}, {"HOLD_TIME", "time"}, {"MIN_TIME_HIGH", "time"},
+    {"MIN_TIME_LOW", "time"}, {"VALUES", "string"}};
 constexpr property_name net_properties[] = {{"NET", "string"}};
 
 struct property_run {
@@ -28,8 +28,8 @@ struct property_run {
 };
 
 // The values of a pin in that order, strings by their index, times as three numbers; 0 for none.
-using pin_values = std::array<std::int32_t, 21>;
-constexpr std::size_t at_rise = 1, at_fall = 4, at_drive = 7, at_edge = 8, at_limits = 9;
+using pin_values = std::array<std::int32_t, 22>;
+constexpr std::size_t at_rise = 1, at_fall = 4, at_drive = 7, at_edge = 8, at_limits = 9, at_values = 21;
 struct hash_of_values {
     std::size_t operator()(const pin_values& values) const {
         std::size_t hash = 0;
@@ -110,7 +110,7 @@ property_run name_run(builder& b, std::int32_t string) {  // of a net or a macro
 }
 
 property_run instance_run(builder& b, std::string_view model, std::int32_t own_name,
-                          std::string_view config = {}) {
+                          std::string_view config = {}, bool is_memory = false) {
     const std::int32_t model_string = yxw_string(b.image, model);
     if (own_name == 0 && config.empty()) {
         const auto [known, is_new] = b.model_runs.try_emplace(model_string);
@@ -121,8 +121,9 @@ property_run instance_run(builder& b, std::string_view model, std::int32_t own_n
     add_string_property(b, model_string);
     add_string_property(b, own_name);
     if (config.empty()) return run;
+    if (is_memory) add_string_property(b, 0);  // TABLE
     add_string_property(b, yxw_string(b.image, config));
-    ++run.count;
+    run.count = is_memory ? 4 : 3;
     return run;
 }
 
@@ -309,11 +310,12 @@ void put_time(pin_values& values, std::size_t at, const xp_delay& time) {
     std::copy(time.begin(), time.end(), values.begin() + static_cast<std::ptrdiff_t>(at));
 }
 
-pin_values output_values(builder& b, const xp_gate& gate, const xp_delays& delays, std::string_view drive) {
-    pin_values values{yxw_string(b.image, xp_output_name(gate))};
+pin_values output_values(builder& b, const xp_pin& pin, const xp_delays& delays, std::string_view drive) {
+    pin_values values{yxw_string(b.image, pin.name)};
     put_time(values, at_rise, delays.rise);
     put_time(values, at_fall, delays.fall);
     values[at_drive] = yxw_string(b.image, drive);
+    values[at_values] = yxw_string(b.image, pin.values);
     return values;
 }
 
@@ -340,6 +342,19 @@ pin_values register_input_values(builder& b, const xp_pin& pin, const xp_limits&
     return values;
 }
 
+// All inputs but clock and asynchronous reset have the setup of the cell's type.
+pin_values memory_input_values(builder& b, const xp_pin& pin, const xp_limits& limits) {
+    pin_values values{yxw_string(b.image, pin.name)};
+    const char role = pin.name[pin.name.find_first_not_of("0123456789", 1)];
+    if (role != 'C' && role != 'R') put_time(values, at_limits, limits.setup);
+    values[at_values] = yxw_string(b.image, pin.values);
+    return values;
+}
+
+xp_pin output_of(const xp_gate& gate) {
+    return {xp_output_name(gate), gate.output, true, gate.output_values};
+}
+
 void add_gate_pins(builder& b, const xp_scope& scope, const xp_gate& gate, const xp_delays& delays,
                    std::string_view drive) {
     const xp_body& body = xp_body_of(b.flat, scope);
@@ -347,12 +362,16 @@ void add_gate_pins(builder& b, const xp_scope& scope, const xp_gate& gate, const
         const xp_pin& pin = body.pins[gate.first_pin + i];
         const std::int32_t net = xp_net_at(b.flat, scope, pin.net);
         constexpr xp_limits none{{}, {}, {}, {}};
-        if (xp_is_register(gate.model))
+        if (pin.is_output)
+            add_output(b, output_values(b, pin, delays, drive), net);
+        else if (xp_is_memory(gate.model))
+            add_input(b, memory_input_values(b, pin, *delays.limits), net);
+        else if (xp_is_register(gate.model))
             add_input(b, register_input_values(b, pin, gate.is_checked ? *delays.limits : none), net);
         else
             add_input(b, {yxw_string(b.image, pin.name)}, net);
     }
-    add_output(b, output_values(b, gate, delays, drive), xp_net_at(b.flat, scope, gate.output));
+    add_output(b, output_values(b, output_of(gate), delays, drive), xp_net_at(b.flat, scope, gate.output));
 }
 
 // The same with times of their own.
@@ -362,7 +381,13 @@ void add_annotated_pins(builder& b, const xp_scope& scope, const xp_gate& gate, 
     for (std::uint32_t i = 0; i < gate.pin_count; ++i, ++timing) {
         const xp_pin& pin = body.pins[gate.first_pin + i];
         const xp_limits limits{timing->setup, timing->hold, timing->min_high, timing->min_low};
+        if (pin.is_output) {
+            add_output(b, output_values(b, pin, {timing->rise, timing->fall, nullptr}, drive),
+                       xp_net_at(b.flat, scope, pin.net));
+            continue;
+        }
         pin_values values = xp_is_register(gate.model) ? register_input_values(b, pin, limits)
+                            : xp_is_memory(gate.model) ? memory_input_values(b, pin, limits)
                                                        : pin_values{yxw_string(b.image, pin.name)};
         put_time(values, at_limits + 6, timing->min_high);  // of set and reset, too
         put_time(values, at_limits + 9, timing->min_low);
@@ -370,7 +395,7 @@ void add_annotated_pins(builder& b, const xp_scope& scope, const xp_gate& gate, 
         put_time(values, at_fall, timing->fall);
         add_input(b, values, xp_net_at(b.flat, scope, pin.net));
     }
-    add_output(b, output_values(b, gate, {timing->rise, timing->fall, nullptr}, drive),
+    add_output(b, output_values(b, output_of(gate), {timing->rise, timing->fall, nullptr}, drive),
                xp_net_at(b.flat, scope, gate.output));
 }
 
@@ -388,8 +413,9 @@ void add_instance(builder& b, const xp_scope& scope, std::uint32_t index) {
     record.file_path = yxw_string(b.image, cell.type);
     record.nb_of_pin = static_cast<std::int16_t>(gate.pin_count + 1);
     record.first_pin_ind = static_cast<std::int32_t>(b.image.pins.size()) + 1;
-    set_properties(record, instance_run(b, gate.model->model.name,
-                                        b.paths.gate_name[scope.first_gate + index], gate.config));
+    set_properties(record,
+                   instance_run(b, gate.model->model.name, b.paths.gate_name[scope.first_gate + index],
+                                gate.config, xp_is_memory(gate.model)));
     const xp_delays& of_cell = b.delays[scope.first_part + gate.part];
     const std::int32_t annotated =
         b.annotation.first.empty() ? -1 : b.annotation.first[scope.first_gate + index];

@@ -9,6 +9,7 @@
 
 #include "expand/buses_out.h"
 #include "expand/design_out.h"
+#include "expand/memories_out.h"
 #include "expand/sheets.h"
 #include "expand/verilog.h"
 #include "foundation/replacement.h"
@@ -61,11 +62,15 @@ void write_outputs(const xp_options& options, const xp_flat& flat, const xp_path
                    const yx_design_image_t& image, xp_status& status) {
     if (!xp_ok(status)) return;
     pending_file buses(options.output + ".buses");
-    std::optional<pending_file> names;
+    std::optional<pending_file> names, memories;
+    const std::string memories_text = xp_memories_text(flat, paths, image);
+    if (!memories_text.empty()) memories.emplace(options.output + ".mem");
     if (!options.names.empty()) names.emplace(options.names);
     buses.write(xp_buses_text(flat), status);
     if (names) names->write(xp_name_map(flat, paths, image), status);
+    if (memories) memories->write(memories_text, status);
     write_design(options.output, image, status);
+    if (memories) memories->keep(status);
     buses.keep(status);
     if (names) names->keep(status);
 }

@@ -30,7 +30,8 @@ xp_delays delays_of(finder& f, const xp_scope& scope, const std::string& scope_p
     if (const xp_timing::single* single = single_of(f, scope_path, cell))
         return {single->delays.rise, single->delays.fall, &rule.limits};
     const xp_gate& last = body.gates[part.first_gate + part.gate_count - 1];
-    const bool is_timed = xp_is_register(last.model) || xp_is_tristate(last.model);
+    const bool is_timed =
+        xp_is_register(last.model) || xp_is_tristate(last.model) || xp_is_memory(last.model);
     const std::int32_t inputs = is_timed ? 1 : static_cast<std::int32_t>(part.leaf_count);
     const std::int32_t loads =
         f.flat.nets[static_cast<std::size_t>(xp_net_at(f.flat, scope, last.output))].loads;

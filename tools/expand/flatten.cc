@@ -256,9 +256,10 @@ std::string gate_path(const xp_flat& flat, std::uint32_t number) {
            std::string(xp_body_of(flat, scope).gates[number - scope.first_gate].raw);
 }
 
-void add_driver(xp_flat& flat, const xp_scope& scope, std::uint32_t gate, xp_status& status) {
+void add_driver(xp_flat& flat, const xp_scope& scope, std::uint32_t gate, std::int32_t bit,
+                xp_status& status) {
     const xp_body& body = xp_body_of(flat, scope);
-    xp_flat_net& net = net_at(flat, scope, body.gates[gate].output);
+    xp_flat_net& net = net_at(flat, scope, bit);
     if (net.constant != 0)
         return xp_fail(status, xp_fault::driven_constant, gate_path(flat, scope.first_gate + gate));
     if (net.drivers++ == 0) {
@@ -272,7 +273,16 @@ void add_driver(xp_flat& flat, const xp_scope& scope, std::uint32_t gate, xp_sta
             gate_path(flat, net.driver) + " drives the same net");
 }
 
+void add_drivers(xp_flat& flat, const xp_scope& scope, std::uint32_t gate, xp_status& status) {
+    const xp_body& body = xp_body_of(flat, scope);
+    add_driver(flat, scope, gate, body.gates[gate].output, status);
+    for (std::uint32_t i = 0; i < body.gates[gate].pin_count && xp_ok(status); ++i)
+        if (const xp_pin& pin = body.pins[body.gates[gate].first_pin + i]; pin.is_output)
+            add_driver(flat, scope, gate, pin.net, status);
+}
+
 bool is_clock_pin(const xp_gate& gate, const xp_pin& pin) {
+    if (xp_is_memory(gate.model)) return pin.name.ends_with("CP") || pin.name.ends_with("CN");
     return xp_is_register(gate.model) && pin.name.starts_with(gate.model->clock);
 }
 
@@ -288,7 +298,7 @@ void count_pins(xp_flat& flat, xp_status& status) {
         const xp_body& body = xp_body_of(flat, scope);
         for (const std::int32_t leaf : body.leaves) ++net_at(flat, scope, leaf).loads;
         for (std::uint32_t gate = 0; gate < body.gates.size() && xp_ok(status); ++gate)
-            add_driver(flat, scope, gate, status);
+            add_drivers(flat, scope, gate, status);
         mark_clocks(flat, scope, body);
     }
 }
@@ -321,7 +331,22 @@ void set_initial_bits(xp_flat& flat, const xp_scope& scope, const xp_netname& na
     }
 }
 
+// Of what a memory reads, from the first of its values.
+void set_initial_reads(xp_flat& flat, const xp_scope& scope, const xp_gate& gate) {
+    const auto set = [&](std::int32_t bit, std::string_view values) {
+        if (!values.empty() && (values[0] == '0' || values[0] == '1'))
+            net_at(flat, scope, bit).initial = values[0] == '0' ? xp_const_0 : xp_const_1;
+    };
+    if (!xp_is_memory(gate.model)) return;
+    set(gate.output, gate.output_values);
+    for (std::uint32_t i = 0; i < gate.pin_count; ++i)
+        if (const xp_pin& pin = xp_body_of(flat, scope).pins[gate.first_pin + i]; pin.is_output)
+            set(pin.net, pin.values);
+}
+
 void set_initial_values(xp_flat& flat, xp_status& status) {
+    for (const xp_scope& scope : flat.scopes)
+        for (const xp_gate& gate : xp_body_of(flat, scope).gates) set_initial_reads(flat, scope, gate);
     for (const xp_scope& scope : flat.scopes)
         for (const xp_netname& name : xp_module_of(flat, scope).netnames)
             if (!name.init.empty()) set_initial_bits(flat, scope, name, status);

@@ -68,7 +68,7 @@ void map_instance(walk& w, xp_mapping& m, std::uint32_t cell, std::uint32_t cont
 void map_one_cell(walk& w, xp_mapping& m, std::uint32_t cell, std::size_t depth) {
     const xp_cell& c = m.module.cells[cell];
     if (const xp_cell_type* type = xp_find_cell_type(c.type); type != nullptr)
-        return xp_map_cell(m, cell, *type);
+        return type->shape == xp_shape::memory ? xp_map_memory(m, cell) : xp_map_cell(m, cell, *type);
     if (xp_timed_form form; xp_find_timed(c.type, form) != nullptr) return xp_map_timed(m, cell, form);
     if (const xp_library_cell* type = xp_find_library_cell(w.hierarchy.library, c.type); type != nullptr)
         return xp_map_library_cell(m, cell, *type);

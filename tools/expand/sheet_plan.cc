@@ -100,6 +100,23 @@ std::vector<port_look> ports_of_timed(const planner& p, const xp_cell& cell, con
     return ports;
 }
 
+// The ports that the memory has, without the constants that only fill up.
+std::vector<port_look> ports_of_memory(const planner& p, const xp_cell& cell) {
+    std::vector<port_look> ports;
+    for (std::uint32_t i = 0; i < cell.connection_count; ++i) {
+        const xp_connection& connection = module_of(p).connections[cell.first_connection + i];
+        const auto first = module_of(p).bits.begin() + connection.bits.first;
+        if (std::all_of(first, first + connection.bits.count, [](std::int32_t bit) { return bit < 0; }))
+            continue;
+        port_look port;
+        port.name = connection.port;
+        port.direction = port.name == "RD_DATA" ? xp_direction::output : xp_direction::input;
+        port.is_clock = port.name.ends_with("_CLK");
+        ports.push_back(port);
+    }
+    return ports;
+}
+
 std::vector<port_look> ports_of_module(const planner& p, std::uint32_t contents) {
     std::vector<port_look> ports;
     for (const xp_port& port : p.netlist.modules[contents].ports)
@@ -191,6 +208,8 @@ void add_primitive(planner& p, xp_sheet_cell& drawn) {
     if (const xp_timed_row* row = xp_find_timed(cell.type, form); row != nullptr) {
         ports = ports_of_timed(p, cell, *row, form);
         drawn.is_register = xp_is_register(row->model);
+    } else if (cell.type == "$mem_v2") {
+        ports = ports_of_memory(p, cell);
     } else {
         ports = ports_of_gate(*xp_find_cell_type(cell.type), look.form);
     }
