@@ -25,16 +25,12 @@ void mark_breaks() {
 }
 
 void write_back(yx_net_record_t& root, kol_cell_t& cell) {
-    yx_net_u1_t& net = root.UU.U1;
     if ((cell.flags & kol_cell_single) != 0) {
         yx_signal_state_rec& seen = kol_pin_state(*kol_drivers_of(root)[0].pin, root);
         seen.state = cell.seen;
         seen.time = cell.seen_time;
     }
-    if (net.cur_state.time != cell.cur_time || net.cur_state.state != cell.cur) {
-        kol_write_net(cell, net);
-        kol_mark_stale(static_cast<std::uint32_t>(root.self));
-    }
+    kol_write_changed_net(static_cast<std::uint32_t>(root.self));
     cell.flags &= static_cast<std::uint8_t>(~(kol_cell_listed | kol_cell_forced));
 }
 
@@ -64,7 +60,8 @@ void kol_write_back_cells() {
 
 void kol_note_data_time(const kol_register_t& clocked) {
     const yx_inst_record_t& inst = *kol_cells.called[clocked.clock].pin->instance_ptr;
-    clocked.note_data_time(inst, std::max(kol_cells.cell[clocked.data].cur_time, 0));
+    const std::int32_t time = kol_shown_to_fed(clocked.data, kol_cells.cell[clocked.data]).time;
+    clocked.note_data_time(inst, std::max(time, 0));
 }
 
 void kol_bring_records_up() {
@@ -75,4 +72,12 @@ void kol_bring_records_up() {
     kol_cells.stale.clear();
     if (!kol_cells.made.is_made || !kol_cells.made.has_states) return;
     for (const kol_register_t& clocked : kol_cells.registers) kol_note_data_time(clocked);
+}
+
+void kol_write_changed_net(std::uint32_t at) {
+    const kol_cell_t& cell = kol_cells.cell[at];
+    yx_net_u1_t& net = yx_ptrto_net_rec(static_cast<std::int32_t>(at))->UU.U1;
+    if (net.cur_state.time == cell.cur_time && net.cur_state.state == cell.cur) return;
+    kol_write_net(cell, net);
+    kol_mark_stale(at);
 }

@@ -13,3 +13,5 @@ void kol_write_back_cells();
 void kol_bring_records_up();
 // The same for the times of one register.
 void kol_note_data_time(const kol_register_t& clocked);
+// The same for the state of one net.
+void kol_write_changed_net(std::uint32_t at);

@@ -82,15 +82,12 @@ void call_handler(const kol_pin_link_t& fed) {
     kol_exec_hdler(fed.pin->pin_hdler);
 }
 
-// Of a register whose setup time is violated.
+// Of a register whose setup time may be violated.
 void call_clock(const kol_register_t& clocked) {
     const kol_pin_link_t& clock = kol_cells.called[clocked.clock];
     const auto root = static_cast<std::uint32_t>(kol_root_net(clock.net)->self);
     kol_note_data_time(clocked);
-    for (const std::uint32_t at : {clocked.data, root}) {
-        kol_write_net(kol_cells.cell[at], record_of(at).UU.U1);
-        kol_mark_stale(at);
-    }
+    for (const std::uint32_t at : {clocked.data, root}) kol_write_changed_net(at);
     call_handler(clock);
 }
 
@@ -191,10 +188,15 @@ void change(std::uint32_t at, cell_t& cell, std::int8_t state) {
 // The change that an event brings, near the next one of its net.
 struct near_change_t {
     std::uint32_t at;
-    yx_pin_record_t* driver;  // none for a FORCE event
+    bool is_of_cell;          // the cell's single driver brings it
+    yx_pin_record_t* driver;  // otherwise; none for a FORCE event
     std::int8_t state;
     std::int32_t dif;  // to the net's next change
 };
+
+const yx_pin_record_t* driver_of(const near_change_t& near) {
+    return near.is_of_cell ? kol_drivers_of(record_of(near.at))[0].pin : near.driver;
+}
 
 bool is_spike(const near_change_t& near, std::int32_t delay) {
     kol_ext.spiked = near.dif < delay;
@@ -205,13 +207,13 @@ bool is_spike(const near_change_t& near, std::int32_t delay) {
 
 void check_driver(const near_change_t& near, std::int32_t delay) {
     if (is_spike(near, delay))
-        kol_say_driver_spike({near.driver, &record_of(near.at), nullptr, run.now, near.dif, delay});
+        kol_say_driver_spike({driver_of(near), &record_of(near.at), nullptr, run.now, near.dif, delay});
 }
 
 void check_fed_pin(const near_change_t& near, const yx_pin_record_t& pin) {
     const std::int32_t delay = kol_spike_delay(pin, record_of(near.at), near.state);
     if (is_spike(near, delay))
-        kol_say_fan_out_spike({&pin, &record_of(near.at), near.driver, run.now, near.dif, delay});
+        kol_say_fan_out_spike({&pin, &record_of(near.at), driver_of(near), run.now, near.dif, delay});
 }
 
 // Each fed pin is checked before its instance works.
@@ -261,20 +263,19 @@ void change_near(near_change_t near, cell_t& cell, std::int32_t delay) {
     take_state(near.at, cell, taken);
     if (cell.cur != cell.old) shown = {run.now, near.state};
     note_shown(near.at, cell.cur == cell.old || is_indeterminate, shown);
-    keep_records_up(near.at, cell);
+    if ((cell.flags & kol_cell_special) != 0) keep_records_up(near.at, cell);
     if (cell.cur != cell.old) fan_out_near(near, cell);
 }
 
-// Where nothing of the net is near, as mostly.
+// Where no change is so near that a pin sees a spike, as mostly.
 void change_of_cell(std::uint32_t at, cell_t& cell, std::int8_t state, std::uint32_t executed) {
     const std::int32_t dif = kol_next_change_of_cell(at, cell, executed);
-    if (dif < 0) {
+    const kol_spike_delays_t& delays = kol_cells.spike_delays[at];
+    if (dif < 0 || (dif >= delays.fed && dif >= delays.driver[delay_of_value[state & 3]])) {
         kol_ext.spiked = false;
         return change(at, cell, state);
     }
-    const kol_spike_delays_t& delays = kol_cells.spike_delays[at];
-    change_near({at, kol_drivers_of(record_of(at))[0].pin, state, dif}, cell,
-                delays.driver[delay_of_value[state & 3]]);
+    change_near({at, true, nullptr, state, dif}, cell, delays.driver[delay_of_value[state & 3]]);
 }
 
 // ---- the kinds of events
@@ -332,7 +333,7 @@ void exec_seen_driver(const kol_driver_t& driver, std::int8_t state) {
         if ((cell.flags & kol_cell_special) == 0) kol_cells.shown.erase(at);
         return change(at, cell, resolved);
     }
-    change_near({at, driver.pin, resolved, kol_next_change_of_net(at, state)}, cell,
+    change_near({at, false, driver.pin, resolved, kol_next_change_of_net(at, state)}, cell,
                 kol_spike_delay(*driver.pin, *driver.net, resolved));
 }
 
@@ -368,7 +369,7 @@ void exec_force(std::uint32_t at, std::int8_t state) {
     kol_cells.shown.erase(at);
     keep_records_up(at, cell);
     if (kol_cells.looks_for_spikes && (cell.flags & kol_cell_fixed) == 0)
-        fan_out_near({at, nullptr, state, kol_next_change_of_net(at, state)}, cell);
+        fan_out_near({at, false, nullptr, state, kol_next_change_of_net(at, state)}, cell);
     else
         fan_out(cell);
 }

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <deque>
 #include <random>
 
@@ -244,8 +245,9 @@ std::string follow(const schedule_t& s, bool on_cells) {
 
 TEST(cell_run, does_what_the_general_way_does) {
     std::size_t changes = 0;
-    for (unsigned round = 0; round < 150; ++round) {
-        dice d{std::mt19937(round)};
+    const char* const rounds = std::getenv("KOLV_TEST_ROUNDS");  // for a long comparison by hand
+    for (int round = 0; round < (rounds != nullptr ? std::atoi(rounds) : 150); ++round) {
+        dice d{std::mt19937(static_cast<unsigned>(round))};
         const std::string design = random_design(d);
         tst_build(design);
         for (int k = 0; k < 40; ++k) {
