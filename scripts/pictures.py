@@ -85,10 +85,10 @@ class Session:
             raise SystemExit("no line %r in the session" % line)
         time.sleep(0.5)
 
-    def send(self, command, answer):
+    def send(self, command, answer, times=1):
         self.xdotool("type", "--delay", "15", command)
         self.xdotool("key", "Return")
-        self.wait_for(answer)
+        self.wait_for(answer, times)
 
     def menu(self, menu, entry):
         self.xdotool("keydown", "alt", "sleep", "0.1", "key", menu, "sleep", "0.1", "keyup", "alt", "sleep", "0.2",
@@ -145,7 +145,7 @@ def tour():
         with Session(directory, "DO show.cmd\n", ends=7) as session:
             session.send("VIEW ALL", " VIEw ALl ")
             session.picture("tour-probes")
-            session.send("POP", " POP ")
+            session.send("POP", " POP ", 2)
             session.picture("tour-trace")
         with Session(directory, "DO too_fast.cmd 40 20\nVIEW SHEET\nVIEW DOWN fifo\nVIEW DOWN read_pointer\n",
                      ends=5) as session:

@@ -55,7 +55,7 @@ class Examples(unittest.TestCase):
                     self.compare(folder + "." + name, text_of(name))
 
     def test_every_folder_is_run_and_described(self):
-        run = {folder for folder, *_ in EXAMPLES} | {"multiplier", "sheets"}  # in transcripts_test.py
+        run = {folder for folder, *_ in EXAMPLES} | {"multiplier", "sheets", "processor"}  # in transcripts_test.py, verilog_test.py
         self.assertEqual({path.name for path in (SOURCE / "examples").iterdir() if path.is_dir()}, run)
         for folder in run:
             self.assertTrue((SOURCE / "examples" / folder / "README.md").exists(), folder)
