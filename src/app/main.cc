@@ -7,8 +7,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "app/pauses.h"
 #include "app/startup.h"
+#include "app/window/pauses.h"
 #include "foundation/context.h"
 #include "foundation/ends.h"
 #include "foundation/platform.h"

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <span>
 
-#include "app/pauses.h"
+#include "app/window/pauses.h"
 #include "foundation/context.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"

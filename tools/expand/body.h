@@ -88,11 +88,6 @@ struct xp_mapping {
     std::vector<std::uint32_t> leaf_part;  // by place in module.bits: 1 + the part that last read that bit
 };
 
-// Gives ports, nets and cells their names: ports first, then what is not hidden, then the rest, which becomes
-// n1, n2 ... (nets) and g1, g2 ... (cells).
-void xp_name_module(xp_mapping& m);
-// Adds a name of one bit for a net that came with none.
-void xp_add_net_name(xp_mapping& m, std::int32_t net, std::string_view raw, std::string_view wanted);
 // The gates of one cell of a type of the table.
 void xp_map_cell(xp_mapping& m, std::uint32_t cell, const xp_cell_type& type);
 // The same of a type that becomes flip-flops, latches or switches.
@@ -101,8 +96,3 @@ void xp_map_timed(xp_mapping& m, std::uint32_t cell, const xp_timed_form& form);
 void xp_map_library_cell(xp_mapping& m, std::uint32_t cell, const xp_library_cell& type);
 // The memory of a cell.
 void xp_map_memory(xp_mapping& m, std::uint32_t cell);
-// The bindings of a module instance; the body of its module is made.
-void xp_bind_child(xp_mapping& m, std::uint32_t cell, std::uint32_t module, const xp_body& body,
-                   const xp_module& contents);
-// Names for the nets that neither the netlist nor a cell named.
-void xp_name_remaining_nets(xp_mapping& m);

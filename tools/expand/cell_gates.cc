@@ -1,6 +1,8 @@
 // How the gates of one cell enter the body of its module.
 #include "expand/cell_gates.h"
 
+#include "expand/naming.h"
+
 #include <algorithm>
 
 namespace {

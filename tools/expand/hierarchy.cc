@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "expand/cell_check.h"
+#include "expand/naming.h"
 
 namespace {
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "expand/library_planner.h"
 #include "expand/programs.h"
 
 namespace {

@@ -3,6 +3,7 @@
 
 #include "expand/cell_gates.h"
 #include "expand/liberty.h"
+#include "expand/naming.h"
 
 namespace {
 

@@ -65,11 +65,6 @@ inline bool xp_is_constant(const xp_sheet_net& net) {
     return std::all_of(net.bits.begin(), net.bits.end(), [](std::int32_t bit) { return bit < 0; });
 }
 
-// "alu" of the module that yosys calls "$paramod\alu\W=...".
-std::string_view xp_readable_name(std::string_view module);
-// constant_names: of 0, 1, x and z in this module.
-void xp_plan_sheet(const xp_flat& flat, std::uint32_t module, const std::string constant_names[xp_constants],
-                   xp_sheet_plan& plan);
 // Shares the cells out to pages by their fan-in cones, and numbers the nets page by page.
 void xp_share_pages(xp_sheet_plan& plan);
 void xp_number_nets(xp_sheet_plan& plan, std::int32_t first_number);

@@ -11,6 +11,7 @@
 #include <set>
 
 #include "expand/sheet_page.h"
+#include "expand/sheet_planner.h"
 #include "schematic/object_records.h"
 #include "schematic/whole_file.h"
 #include "sheets/write.h"

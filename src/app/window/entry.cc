@@ -9,9 +9,9 @@
 #include <algorithm>
 #include <string>
 
-#include "app/pauses.h"
 #include "app/window/command_line.h"
 #include "app/window/entry_history.h"
+#include "app/window/pauses.h"
 #include "foundation/platform.h"
 
 namespace {

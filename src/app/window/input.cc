@@ -10,12 +10,12 @@
 #include <string>
 #include <utility>
 
-#include "app/pauses.h"
 #include "app/window/command_line.h"
 #include "app/window/entry.h"
 #include "app/window/leaving.h"
 #include "app/window/mark_band.h"
 #include "app/window/pages.h"
+#include "app/window/pauses.h"
 #include "commands/language/interpreter.h"
 #include "commands/shared/marks.h"
 #include "foundation/platform.h"

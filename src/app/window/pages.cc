@@ -7,9 +7,9 @@
 #include <algorithm>
 #include <string>
 
-#include "app/pauses.h"
 #include "app/window/mark_band.h"
 #include "app/window/options.h"
+#include "app/window/pauses.h"
 #include "app/window/x_canvas.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"

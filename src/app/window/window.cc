@@ -21,7 +21,6 @@
 #include <string>
 #include <utility>
 
-#include "app/pauses.h"
 #include "app/window/dialogs.h"
 #include "app/window/entry.h"
 #include "app/window/fonts.h"
@@ -30,6 +29,7 @@
 #include "app/window/menu_table.h"
 #include "app/window/options.h"
 #include "app/window/pages.h"
+#include "app/window/pauses.h"
 #include "app/window/session_text.h"
 #include "app/window/sheet_dialog.h"
 #include "app/window/window_record.h"

@@ -1,5 +1,5 @@
 // The names of a module, and how its module instances are bound.
-#include "expand/body.h"
+#include "expand/naming.h"
 
 #include "expand/register_names.h"
 

@@ -1,10 +1,8 @@
 // The gates of library cells: which gate a function is, and what stands in front of registers.
-#include "expand/library_plan.h"
+#include "expand/library_planner.h"
 
 #include <algorithm>
 #include <bit>
-
-#include "expand/liberty.h"
 
 namespace {
 

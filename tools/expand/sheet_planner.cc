@@ -1,5 +1,5 @@
 // What stands on the sheets of a module.
-#include "expand/sheet_plan.h"
+#include "expand/sheet_planner.h"
 
 #include <algorithm>
 #include <map>
