@@ -20,7 +20,7 @@ constexpr const char* debug_file_name = "debug_yxdfi";
 constexpr std::int32_t load_failed = 1;  // the failure status
 constexpr std::int32_t longest_path = 198;
 
-std::string design_path;  // of the loaded file
+std::string design_path;                                  // of the loaded file
 std::int32_t expander_errors = 0, expander_warnings = 0;  // as the header tells
 
 // A design file being read.  Reading stops at the first fault: the steps behind it do nothing.

@@ -3,9 +3,9 @@
 #include <cstdlib>
 #include <random>
 
-#include "kernel/clear.h"
 #include "commands/command_session.h"
 #include "commands/language/command_table.h"
+#include "kernel/clear.h"
 #include "support/design_build.h"
 #include "support/places/places.h"
 

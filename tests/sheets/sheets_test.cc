@@ -3,14 +3,12 @@
 #include <functional>
 #include <nlohmann/json.hpp>
 #include <numeric>
-#include <utility>
 
 #include "commands/command_session.h"
 #include "commands/shared/context_sheet.h"
 #include "commands/sheets/sheet_pages.h"
 #include "drawn_page.h"
 #include "expand/expand.h"
-#include "expand/hierarchy.h"
 #include "kernel/lookup.h"
 #include "kernel/network.h"
 #include "kernel/say.h"
@@ -265,7 +263,6 @@ protected:
     void walk(const std::string& name) {
         netlist = name;
         design = json::parse(std::ifstream(name));
-        rename_cells();
         draw(name);
         changed_ = changed_names();
         std::string top;
@@ -276,24 +273,6 @@ protected:
     }
 
 private:
-    // Cells that the netlist made up have other names in the design; what they are connected to stays.
-    void rename_cells() {
-        xp_netlist text;
-        xp_hierarchy hierarchy;
-        status = {};
-        xp_read_netlist(netlist, text, status);
-        xp_choose_top(text, "", hierarchy, status);
-        xp_map_modules(text, hierarchy, status);
-        for (std::size_t m = 0; m < text.modules.size(); ++m) {
-            if (!hierarchy.bodies[m].is_made) continue;
-            json& cells = design["modules"][std::string(text.modules[m].name)]["cells"];
-            const json before = std::exchange(cells, json::object());
-            for (std::size_t i = 0; i < text.modules[m].cells.size(); ++i)
-                cells[std::string(hierarchy.bodies[m].cell_names[i])] =
-                    before[std::string(text.modules[m].cells[i].name)];
-        }
-    }
-
     std::vector<drawn_page> pages_here(const std::string& path) {
         std::vector<drawn_page> pages;
         for (;;) {

@@ -22,7 +22,8 @@
 //                                   EDGE, SETUP_TIME, HOLD_TIME, MIN_TIME_HIGH, MIN_TIME_LOW
 //       type NAME integer           the property is of another type: string, integer, time or real
 //       values TEXT  edge TEXT  setup T  hold T  high T  low T
-//   inst g1 [OPTION...]             changes an instance: timing N, table TEXT, words TEXT, without MODEL, type MODEL real
+//   inst g1 [OPTION...]             changes an instance: timing N, table TEXT, words TEXT, without MODEL,
+//   type MODEL real
 //
 // T is a number of time steps or MIN:TYP:MAX.  The path of net a is /a, of instance g1 /g1, of its pins /g1/
 // and their PIN property: O for a single output or O1, O2, ..., I1, I2, ... for inputs, or what is written

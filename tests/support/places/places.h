@@ -1,5 +1,5 @@
-// tst: where the tests find the project's files and the programs that were built.  Known to one object file, so that
-// no other one depends on where the project lies.
+// tst: where the tests find the project's files and the programs that were built.  Known to one object file,
+// so that no other one depends on where the project lies.
 #pragma once
 
 #include <string>
