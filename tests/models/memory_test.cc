@@ -2,6 +2,7 @@
 #include "models/mem.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <fstream>
 
@@ -31,7 +32,7 @@ std::string contents() {
 
 void load(const std::string& words) {
     std::string why;
-    const std::string file = testing::TempDir() + "kolv_words";
+    const std::string file = testing::TempDir() + "kolv_words_" + std::to_string(getpid());
     std::ofstream(file) << words;
     EXPECT_TRUE(kol_load_memory(instance(), file, why)) << why;
 }
