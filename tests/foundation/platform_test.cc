@@ -1,5 +1,7 @@
 #include "foundation/platform.h"
 
+#include <unistd.h>
+
 #include "foundation/context.h"
 #include "foundation/files.h"
 #include "foundation/procedures.h"
@@ -41,8 +43,8 @@ TEST(Platform, procedures_are_called_by_their_exact_name) {
 std::vector<std::string> seen;
 
 TEST(Shell, lines_reach_the_window_and_the_transcript) {
-    const std::string path = testing::TempDir() + "kolv_transcript", l98 = many('l', 98),
-                      c100 = many('c', 100);
+    const std::string path = testing::TempDir() + "kolv_transcript_" + std::to_string(getpid()),
+                      l98 = many('l', 98), c100 = many('c', 100);
     const tm_stream transcript(std::fopen(path.c_str(), "w"));
     tm_vext.cursessfile = transcript.get();
     tm_shell.append_session = [](std::string_view line) { seen.push_back("line:" + std::string(line)); };

@@ -1,5 +1,7 @@
 #include "foundation/status.h"
 
+#include <unistd.h>
+
 #include "foundation/context.h"
 #include "foundation/files.h"
 #include "foundation/shell.h"
@@ -7,7 +9,7 @@
 
 namespace {
 
-const std::string trace_path = testing::TempDir() + "kolv_fatal_trace";
+const std::string trace_path = testing::TempDir() + "kolv_fatal_trace_" + std::to_string(getpid());
 
 void end_fatally(const std::string& directory, bool started) {
     tm_shell_commands_allowed = false;
