@@ -49,6 +49,7 @@ TEST_F(verilog, becomes_a_design_with_its_hierarchy_memories_and_shared_nets) {
             EXPECT_EQ(value("count[" + std::to_string(k) + "]"), count[2 - k]) << count << k;
     }
     EXPECT_EQ(value("word[1]"), '1');  // stored at count 6, address 2
+    EXPECT_NE(text_of("design.mem").find("words"), std::string::npos);
 }
 
 TEST_F(verilog, takes_another_recipe_and_chooses_the_top_itself) {

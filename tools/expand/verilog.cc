@@ -13,11 +13,17 @@ namespace {
 constexpr const char* program = "yosys";
 
 // Between the choice of the top module and the netlist.  Tri-state buffers are found before anything takes
-// their "z" for a value that does not matter.
+// their "z" for a value that does not matter; behind "coarse" synth would make registers of memories.
 constexpr std::string_view recipe =
     "proc\n"
     "tribuf\n"
-    "synth -run coarse:\n";
+    "synth -run coarse:fine\n"
+    "opt -fast -full\n"
+    "opt -undriven -fine\n"
+    "techmap\n"
+    "opt -fast\n"
+    "abc -fast\n"
+    "opt -fast\n";
 
 // ---- scripts
 
