@@ -3,16 +3,15 @@
 
 #include "expand/sheet_pager.h"
 #include "sheets/label.h"
+#include "sheets/place_of.h"
 #include "sheets/wires.h"
 
 namespace {
 
 constexpr std::int32_t page_margin = 20000;
 
-std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
-
 sg_point pin_place(const xp_pager& p, const xp_pin_ref& ref) {
-    return sg_pin_place(p.placed[at(ref.cell)], p.symbol(at(ref.cell)), at(ref.pin));
+    return sg_pin_place(p.placed[sg_at(ref.cell)], p.symbol(sg_at(ref.cell)), sg_at(ref.pin));
 }
 
 void place_cells(xp_pager& p) {
@@ -43,26 +42,26 @@ void add_text_beside(sg_drawn_net& net, const sg_drawn_tag& tag, const char* pro
 
 void add_tag(xp_pager& p, std::int32_t net, const sg_drawn_tag& tag) {
     p.drawing.tags.push_back(tag);
-    add_text_beside(p.drawing.nets[at(net)], tag, "PAGE", xp_pages_beside(p.nets[at(net)], tag.kind));
+    add_text_beside(p.drawing.nets[sg_at(net)], tag, "PAGE", xp_pages_beside(p.nets[sg_at(net)], tag.kind));
 }
 
 void draw_pin_tags(xp_pager& p, std::int32_t index) {
-    const xp_page_net& net = p.nets[at(index)];
+    const xp_page_net& net = p.nets[sg_at(index)];
     for (const bool is_right : {false, true})
         for (const xp_pin_ref& ref : is_right ? net.drivers : net.readers)
             add_tag(p, index,
                     {is_right ? sg_tag_kind::to_page : sg_tag_kind::from_page, pin_place(p, ref),
-                     p.drawing.nets[at(index)].name});
+                     p.drawing.nets[sg_at(index)].name});
 }
 
 void draw_box_tags(xp_pager& p) {
     for (const xp_box_tag& tag : p.tags) {
         if (tag.box < 0) continue;
-        const sg_point origin = p.layout.origins[at(tag.box)];
-        sg_drawn_net& net = p.drawing.nets[at(tag.net)];
+        const sg_point origin = p.layout.origins[sg_at(tag.box)];
+        sg_drawn_net& net = p.drawing.nets[sg_at(tag.net)];
         add_tag(p, tag.net, {tag.kind, origin, net.name});
         add_text_beside(net, p.drawing.tags.back(), "PORT", tag.port);
-        if (p.nets[at(tag.net)].look != xp_net_style::wires) net.points.push_back(origin);
+        if (p.nets[sg_at(tag.net)].look != xp_net_style::wires) net.points.push_back(origin);
     }
 }
 
@@ -75,8 +74,8 @@ void draw_unused_ports(xp_pager& p) {
     for (const xp_box_tag& tag : p.tags) {
         if (tag.box >= 0) continue;
         tags.push_back(&tag);
-        room =
-            std::max(room, sg_tag_room(p.drawing.nets[at(tag.net)].name.size()) + xp_room_beside(tag.port));
+        room = std::max(room,
+                        sg_tag_room(p.drawing.nets[sg_at(tag.net)].name.size()) + xp_room_beside(tag.port));
     }
     if (tags.empty()) return;
     const std::int32_t pitch = (room + column_gap + sg_pitch - 1) / sg_pitch * sg_pitch;
@@ -86,12 +85,12 @@ void draw_unused_ports(xp_pager& p) {
     const auto down = [](std::int32_t y) { return (y - sg_pitch) / sg_pitch * sg_pitch; };
     const std::int32_t top = down(extent.ymin - distance), left = down(extent.xmin);
     for (std::int32_t i = 0; i < count; ++i) {
-        const xp_box_tag& tag = *tags[at(i)];
+        const xp_box_tag& tag = *tags[sg_at(i)];
         const bool is_source = xp_points_right(tag.kind);
         const sg_point origin{
             left + i / rows * pitch + (is_source ? pitch - column_gap / 2 / sg_pitch * sg_pitch : 0),
             top - i % rows * row / 2000 * 2000};
-        sg_drawn_net& net = p.drawing.nets[at(tag.net)];
+        sg_drawn_net& net = p.drawing.nets[sg_at(tag.net)];
         add_tag(p, tag.net, {tag.kind, origin, net.name});
         add_text_beside(net, p.drawing.tags.back(), "PORT", tag.port);
         net.points.push_back(origin);
@@ -108,7 +107,7 @@ void draw_joint(xp_pager& p, std::size_t i) {
     const std::vector<std::int16_t>& nets = p.placed[i].pin_net;
     const auto word_pin = static_cast<std::int32_t>(nets.size()) - 1;
     const auto drawn = [&](std::int32_t pin) -> sg_drawn_net& {
-        return p.drawing.nets[at(nets[at(pin)] - sg_first_net_id)];
+        return p.drawing.nets[sg_at(nets[sg_at(pin)] - sg_first_net_id)];
     };
     const auto here = static_cast<std::int32_t>(i);
     const sg_point word = pin_place(p, {here, word_pin});
@@ -117,9 +116,9 @@ void draw_joint(xp_pager& p, std::size_t i) {
         const sg_point end = pin_place(p, {here, pin});
         drawn(pin).wires.push_back({end, {word.x, end.y}});
         rows.push_back(end.y);
-        sg_words label = p.symbol(i).shape.pin_name[at(pin)];
+        sg_words label = p.symbol(i).shape.pin_name[sg_at(pin)];
         label.at = {p.placed[i].at.x + label.at.x, p.placed[i].at.y + label.at.y};
-        drawn(word_pin).texts.push_back({"BITS", cell.kind.pins[at(pin)].name, label});
+        drawn(word_pin).texts.push_back({"BITS", cell.kind.pins[sg_at(pin)].name, label});
     }
     std::sort(rows.begin(), rows.end());
     rows.erase(std::unique(rows.begin(), rows.end()), rows.end());

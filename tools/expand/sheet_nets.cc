@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-namespace {
+#include "sheets/place_of.h"
 
-std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
+namespace {
 
 std::vector<std::int32_t> bits_of(const xp_module& module, const xp_bits& bits) {
     const auto first = module.bits.begin() + bits.first;
@@ -20,7 +20,7 @@ struct naming {
     std::map<std::vector<std::int32_t>, std::uint32_t> uses;  // of words, by pins and ports
 };
 
-bool is_bit(const naming& n, std::int32_t bit) { return bit >= 0 && at(bit) < n.is_named.size(); }
+bool is_bit(const naming& n, std::int32_t bit) { return bit >= 0 && sg_at(bit) < n.is_named.size(); }
 
 void count_uses(naming& n) {
     const xp_module& module = n.nets.module;
@@ -34,8 +34,8 @@ void find_seen(naming& n) {
     for (const xp_net_name& name : n.nets.body.names)
         for (const std::int32_t bit : bits_of(n.nets.module, name.bits)) {
             if (name.hidden || !is_bit(n, bit)) continue;
-            n.is_seen[at(bit)] = true;
-            if (name.is_port) n.is_port[at(bit)] = true;
+            n.is_seen[sg_at(bit)] = true;
+            if (name.is_port) n.is_port[sg_at(bit)] = true;
         }
 }
 
@@ -71,8 +71,8 @@ bool can_name(const naming& n, const candidate& vector) {
     for (const std::int32_t bit : bits_of(n.nets.module, name.bits))
         if (is_bit(n, bit)) bits.push_back(bit);
     const bool is_free = std::none_of(bits.begin(), bits.end(), [&](std::int32_t bit) {
-        return n.is_named[at(bit)] || (name.hidden && n.is_seen[at(bit)]) ||
-               (!vector.is_used && !name.is_port && n.is_port[at(bit)]);
+        return n.is_named[sg_at(bit)] || (name.hidden && n.is_seen[sg_at(bit)]) ||
+               (!vector.is_used && !name.is_port && n.is_port[sg_at(bit)]);
     });
     std::sort(bits.begin(), bits.end());
     return is_free && std::adjacent_find(bits.begin(), bits.end()) == bits.end();
@@ -82,9 +82,9 @@ void give_names(naming& n, std::uint32_t name) {
     const xp_bits& bits = n.nets.body.names[name].bits;
     for (std::uint32_t k = 0; k < bits.count; ++k) {
         const std::int32_t bit = n.nets.module.bits[bits.first + k];
-        if (!is_bit(n, bit) || n.is_named[at(bit)]) continue;
-        n.nets.names[at(bit)] = {0, name, k};
-        n.is_named[at(bit)] = true;
+        if (!is_bit(n, bit) || n.is_named[sg_at(bit)]) continue;
+        n.nets.names[sg_at(bit)] = {0, name, k};
+        n.is_named[sg_at(bit)] = true;
     }
 }
 
@@ -104,7 +104,7 @@ std::vector<std::uint32_t> remaining_names(const naming& n) {
 
 const xp_net_ref* vector_of(const xp_sheet_nets& nets, std::int32_t bit) {
     if (bit < 0) return nullptr;
-    const xp_net_ref& ref = nets.names[at(bit)];
+    const xp_net_ref& ref = nets.names[sg_at(bit)];
     return xp_is_vector(nets.body.names[ref.name]) ? &ref : nullptr;
 }
 
@@ -134,7 +134,7 @@ std::string constant_text(std::span<const std::int32_t> bits) {
     for (std::size_t k = 0; k < bits.size(); k += is_known ? 4 : 1) {
         std::size_t value = 0;
         for (std::size_t i = 0; i < (is_known ? 4 : 1) && k + i < bits.size(); ++i)
-            value |= at(-1 - bits[k + i]) << i;
+            value |= sg_at(-1 - bits[k + i]) << i;
         text.insert(0, 1, is_known ? digits[value] : signs[value]);
     }
     if (text.size() > longest)
@@ -186,7 +186,7 @@ void name_mixture(xp_sheet_nets& nets, const std::string& pin, xp_sheet_net& net
 }  // namespace
 
 void xp_name_sheet_bits(xp_sheet_nets& nets) {
-    const auto bits = at(nets.module.net_count);
+    const auto bits = sg_at(nets.module.net_count);
     naming n{nets, std::vector<bool>(bits), std::vector<bool>(bits), std::vector<bool>(bits), {}};
     nets.names.resize(bits);
     count_uses(n);
@@ -207,7 +207,7 @@ std::int32_t xp_sheet_scalar(xp_sheet_nets& nets, std::int32_t bit) {
     if (bit < 0) {
         net.name = nets.constant_names[-1 - bit];
     } else {
-        const xp_net_ref& ref = nets.names[at(bit)];
+        const xp_net_ref& ref = nets.names[sg_at(bit)];
         const xp_net_name& name = nets.body.names[ref.name];
         net.name = std::string(name.name) + xp_bit_suffix(name, ref.bit);
         net.is_hidden = name.hidden;

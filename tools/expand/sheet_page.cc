@@ -6,6 +6,7 @@
 
 #include "expand/sheet_pager.h"
 #include "schematic/object_records.h"
+#include "sheets/place_of.h"
 #include "sheets/write.h"
 
 namespace {
@@ -15,11 +16,9 @@ constexpr std::size_t thrifty_most = 3;
 constexpr double readable_width = 2.5e6, readable_height = 9.6e5;
 constexpr std::size_t shown_name = 24;  // longer INST names are not shown
 
-std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
-
 // The page's number of a net of the plan.
 std::int32_t local(const xp_pager& p, std::int32_t net) {
-    const std::vector<std::int32_t>& nets = p.plan.page_nets[at(p.page)];
+    const std::vector<std::int32_t>& nets = p.plan.page_nets[sg_at(p.page)];
     return static_cast<std::int32_t>(std::lower_bound(nets.begin(), nets.end(), net) - nets.begin());
 }
 
@@ -31,18 +30,18 @@ bool is_control_pin(const xp_sheet_cell& cell, const sg_pin_kind& pin) {
 
 bool is_at_port(const xp_pager& p, const xp_page_net& net, bool as_driver) {
     return std::any_of(net.ports.begin(), net.ports.end(), [&](std::int32_t port) {
-        const xp_direction direction = p.plan.ports[at(port)].direction;
+        const xp_direction direction = p.plan.ports[sg_at(port)].direction;
         return direction != (as_driver ? xp_direction::output : xp_direction::input);
     });
 }
 
 void gather_nets(xp_pager& p) {
-    p.nets.resize(p.plan.page_nets[at(p.page)].size());
+    p.nets.resize(p.plan.page_nets[sg_at(p.page)].size());
     for (std::size_t i = 0; i < p.cells().size(); ++i) {
-        const xp_sheet_cell& cell = p.plan.cells[at(p.cells()[i])];
+        const xp_sheet_cell& cell = p.plan.cells[sg_at(p.cells()[i])];
         for (std::size_t pin = 0; pin < cell.nets.size(); ++pin) {
             if (cell.nets[pin] < 0) continue;
-            xp_page_net& net = p.nets[at(local(p, cell.nets[pin]))];
+            xp_page_net& net = p.nets[sg_at(local(p, cell.nets[pin]))];
             const xp_pin_ref ref{static_cast<std::int32_t>(i), static_cast<std::int32_t>(pin)};
             (cell.kind.pins[pin].is_right ? net.drivers : net.readers).push_back(ref);
             net.is_control |= is_control_pin(cell, cell.kind.pins[pin]);
@@ -57,8 +56,8 @@ void gather_ports(xp_pager& p) {
         const xp_sheet_net& planned = p.planned(i);
         const bool is_used = !net.drivers.empty() || !net.readers.empty();
         const bool is_only_here = planned.first_page == planned.last_page;
-        for (const std::int32_t port : p.plan.ports_at[at(p.plan.page_nets[at(p.page)][i])]) {
-            const bool is_output = p.plan.ports[at(port)].direction == xp_direction::output;
+        for (const std::int32_t port : p.plan.ports_at[sg_at(p.plan.page_nets[sg_at(p.page)][i])]) {
+            const bool is_output = p.plan.ports[sg_at(port)].direction == xp_direction::output;
             if (is_only_here || (is_output ? !net.drivers.empty() : is_used)) net.ports.push_back(port);
         }
     }
@@ -96,7 +95,7 @@ std::vector<std::int32_t> pages_of(const xp_pager& p, const xp_sheet_net& net,
                                    std::vector<std::int32_t> xp_sheet_net::*own) {
     std::vector<std::int32_t> pages = net.*own;
     for (const std::int32_t other : net.joined) {
-        const std::vector<std::int32_t>& more = p.plan.nets[at(other)].*own;
+        const std::vector<std::int32_t>& more = p.plan.nets[sg_at(other)].*own;
         pages.insert(pages.end(), more.begin(), more.end());
     }
     std::sort(pages.begin(), pages.end());
@@ -127,8 +126,8 @@ void style_nets(xp_pager& p) {
 bool shows_name(const xp_sheet_cell& cell) { return cell.name.size() <= shown_name && !xp_is_joint(cell); }
 
 std::int32_t tag_room(const xp_pager& p, std::int32_t net, bool is_right) {
-    const xp_page_net& own = p.nets[at(net)];
-    return sg_tag_room(p.planned(at(net)).name.size()) +
+    const xp_page_net& own = p.nets[sg_at(net)];
+    return sg_tag_room(p.planned(sg_at(net)).name.size()) +
            xp_room_beside(is_right ? own.to_pages : own.from_pages);
 }
 
@@ -146,7 +145,7 @@ sg_box box_of_cell(xp_pager& p, const xp_sheet_cell& cell, const sg_symbol& shap
     for (std::size_t pin = 0; pin < cell.nets.size(); ++pin) {
         const bool is_right = cell.kind.pins[pin].is_right;
         const std::int32_t net = cell.nets[pin] < 0 ? -1 : local(p, cell.nets[pin]);
-        const xp_net_style look = net < 0 ? xp_net_style::none : p.nets[at(net)].look;
+        const xp_net_style look = net < 0 ? xp_net_style::none : p.nets[sg_at(net)].look;
         box.pins.push_back({look == xp_net_style::wires ? net : -1, shape.pin_at[pin].y, is_right});
         if (look != xp_net_style::tags) continue;
         std::int32_t& margin = is_right ? box.margin_right : box.margin_left;
@@ -180,7 +179,7 @@ void add_cells(xp_pager& p, const std::vector<std::string>& paths) {
     for (std::size_t i = 0; i < p.cells().size(); ++i) {
         const xp_sheet_cell& cell = p.cell(i);
         sg_drawn_instance& instance = p.placed.emplace_back();
-        instance.symbol = symbol_of(p, cell, paths[at(p.cells()[i])], known);
+        instance.symbol = symbol_of(p, cell, paths[sg_at(p.cells()[i])], known);
         instance.name = cell.name;
         instance.shows_name = shows_name(cell);
         for (const std::int32_t net : cell.nets)
@@ -192,14 +191,14 @@ void add_cells(xp_pager& p, const std::vector<std::string>& paths) {
 
 // A port that nothing on the sheets has to do with.
 bool is_unused(const xp_pager& p, std::int32_t net) {
-    const xp_page_net& own = p.nets[at(net)];
-    const xp_sheet_net& planned = p.planned(at(net));
+    const xp_page_net& own = p.nets[sg_at(net)];
+    const xp_sheet_net& planned = p.planned(sg_at(net));
     return own.ports.size() == 1 && own.drivers.empty() && own.readers.empty() &&
            !planned.is_read_elsewhere && !planned.is_driven_elsewhere;
 }
 
 void add_tag_box(xp_pager& p, sg_tag_kind kind, std::int32_t net, const std::string& port = {}) {
-    const std::string& name = p.planned(at(net)).name;
+    const std::string& name = p.planned(sg_at(net)).name;
     const std::string other = port == name ? "" : port;
     const bool is_source = xp_points_right(kind);
     p.tags.push_back({kind, net, other, -1});
@@ -207,9 +206,10 @@ void add_tag_box(xp_pager& p, sg_tag_kind kind, std::int32_t net, const std::str
     sg_box box;
     box.place = is_source ? sg_place::first : kind == sg_tag_kind::to_page ? sg_place::inner : sg_place::last;
     box.above = box.below = box.place == sg_place::inner ? xp_tag_half + 1000 : xp_tag_half;
-    (is_source ? box.margin_left : box.margin_right) = sg_tag_room(name.size()) + xp_room_beside(other) +
-                                                       xp_room_beside(xp_pages_beside(p.nets[at(net)], kind));
-    box.pins.push_back({p.nets[at(net)].look == xp_net_style::wires ? net : -1, 0, is_source});
+    (is_source ? box.margin_left : box.margin_right) =
+        sg_tag_room(name.size()) + xp_room_beside(other) +
+        xp_room_beside(xp_pages_beside(p.nets[sg_at(net)], kind));
+    box.pins.push_back({p.nets[sg_at(net)].look == xp_net_style::wires ? net : -1, 0, is_source});
     p.tags.back().box = static_cast<std::int32_t>(p.graph.boxes.size());
     p.graph.boxes.push_back(box);
 }
@@ -226,7 +226,7 @@ void add_tags(xp_pager& p) {
         for (const std::int32_t port : p.nets[net].ports) ports.emplace_back(port, net);
     std::sort(ports.begin(), ports.end());
     for (const auto& [port, net] : ports) {
-        const xp_sheet_port& planned = p.plan.ports[at(port)];
+        const xp_sheet_port& planned = p.plan.ports[sg_at(port)];
         add_tag_box(p, kind_of(planned.direction), net, planned.name);
     }
     for (std::size_t net = 0; net < p.nets.size(); ++net) {

@@ -5,6 +5,7 @@
 #include <map>
 
 #include "expand/sheet_nets.h"
+#include "sheets/place_of.h"
 
 namespace {
 
@@ -19,7 +20,6 @@ struct planner {
 
 const xp_module& module_of(const planner& p) { return p.netlist.modules[p.module]; }
 const xp_body& body_of(const planner& p) { return p.flat.hierarchy->bodies[p.module]; }
-std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 
 // ---- cells
 
@@ -139,11 +139,11 @@ void add_ports(planner& p, xp_sheet_cell& drawn, const std::vector<port_look>& p
 void find_vector(const planner& p, xp_sheet_cell& drawn) {
     for (std::size_t pin = 0; pin < drawn.nets.size(); ++pin) {
         const std::int32_t net = drawn.nets[pin];
-        if (!drawn.kind.pins[pin].is_right || net < 0 || p.plan.nets[at(net)].is_bus) continue;
-        const std::int32_t bit = p.plan.nets[at(net)].bits[0];
-        if (bit < 0 || !xp_is_vector(body_of(p).names[p.nets.names[at(bit)].name])) continue;
-        drawn.vector = static_cast<std::int32_t>(p.nets.names[at(bit)].name);
-        drawn.vector_bit = p.nets.names[at(bit)].bit;
+        if (!drawn.kind.pins[pin].is_right || net < 0 || p.plan.nets[sg_at(net)].is_bus) continue;
+        const std::int32_t bit = p.plan.nets[sg_at(net)].bits[0];
+        if (bit < 0 || !xp_is_vector(body_of(p).names[p.nets.names[sg_at(bit)].name])) continue;
+        drawn.vector = static_cast<std::int32_t>(p.nets.names[sg_at(bit)].name);
+        drawn.vector_bit = p.nets.names[sg_at(bit)].bit;
     }
 }
 
@@ -280,11 +280,11 @@ std::vector<use> uses_of(const xp_sheet_plan& plan) {
     for (const xp_sheet_cell& cell : plan.cells)
         for (std::size_t pin = 0; pin < cell.nets.size(); ++pin)
             if (cell.nets[pin] >= 0)
-                (cell.kind.pins[pin].is_right ? uses[at(cell.nets[pin])].is_driven
-                                              : uses[at(cell.nets[pin])].is_read) = true;
+                (cell.kind.pins[pin].is_right ? uses[sg_at(cell.nets[pin])].is_driven
+                                              : uses[sg_at(cell.nets[pin])].is_read) = true;
     for (const xp_sheet_port& port : plan.ports) {
-        if (port.direction != xp_direction::output) uses[at(port.net)].is_driven = true;
-        if (port.direction != xp_direction::input) uses[at(port.net)].is_read = true;
+        if (port.direction != xp_direction::output) uses[sg_at(port.net)].is_driven = true;
+        if (port.direction != xp_direction::input) uses[sg_at(port.net)].is_read = true;
     }
     return uses;
 }
@@ -298,17 +298,17 @@ struct jointing {
 };
 
 void count_nets_of_bits(jointing& j) {
-    j.nets_of_bit.resize(at(module_of(j.p).net_count));
+    j.nets_of_bit.resize(sg_at(module_of(j.p).net_count));
     for (const xp_sheet_net& net : j.p.plan.nets)
         for (const std::int32_t bit : net.bits)
-            if (bit >= 0) ++j.nets_of_bit[at(bit)];
+            if (bit >= 0) ++j.nets_of_bit[sg_at(bit)];
 }
 
 // A part of a wire that something drives is let out where another net has its bits.
 bool is_part_shown(const jointing& j, std::span<const std::int32_t> bits, bool is_driven) {
     if (!is_driven) return bits[0] != xp_open_bit;
     return std::any_of(bits.begin(), bits.end(),
-                       [&](std::int32_t bit) { return bit >= 0 && j.nets_of_bit[at(bit)] > 1; });
+                       [&](std::int32_t bit) { return bit >= 0 && j.nets_of_bit[sg_at(bit)] > 1; });
 }
 
 void add_joint_pin(xp_sheet_cell& joint, const std::string& name, bool is_right, bool is_bus,
@@ -322,8 +322,8 @@ void add_joint_pin(xp_sheet_cell& joint, const std::string& name, bool is_right,
 }
 
 void add_joint(jointing& j, std::int32_t word) {
-    const xp_sheet_net net = j.p.plan.nets[at(word)];  // a copy: parts may add nets
-    const bool is_driven = j.uses[at(word)].is_driven;
+    const xp_sheet_net net = j.p.plan.nets[sg_at(word)];  // a copy: parts may add nets
+    const bool is_driven = j.uses[sg_at(word)].is_driven;
     const auto label_of = [&](std::uint32_t k) {
         return net.start >= net.end ? net.end + static_cast<std::int32_t>(k)
                                     : net.end - static_cast<std::int32_t>(k);
@@ -347,25 +347,25 @@ void add_joints(planner& p) {
     count_nets_of_bits(j);
     const auto count = static_cast<std::int32_t>(p.plan.nets.size());
     for (std::int32_t net = 0; net < count; ++net)
-        if (p.plan.nets[at(net)].is_mixture) add_joint(j, net);
+        if (p.plan.nets[sg_at(net)].is_mixture) add_joint(j, net);
 }
 
 // ---- what is joined by name
 
 void join_by_name(planner& p) {
     const std::vector<use> uses = uses_of(p.plan);
-    std::vector<std::vector<std::int32_t>> nets_at(at(module_of(p).net_count));  // by bit
+    std::vector<std::vector<std::int32_t>> nets_at(sg_at(module_of(p).net_count));  // by bit
     const auto count = static_cast<std::int32_t>(p.plan.nets.size());
     for (std::int32_t net = 0; net < count; ++net)
-        for (const std::int32_t bit : p.plan.nets[at(net)].bits)
-            if (bit >= 0 && !p.plan.nets[at(net)].is_mixture) nets_at[at(bit)].push_back(net);
+        for (const std::int32_t bit : p.plan.nets[sg_at(net)].bits)
+            if (bit >= 0 && !p.plan.nets[sg_at(net)].is_mixture) nets_at[sg_at(bit)].push_back(net);
     for (const std::vector<std::int32_t>& nets : nets_at)
         for (const std::int32_t net : nets)
             for (const std::int32_t other : nets) {
                 if (net == other) continue;
-                p.plan.nets[at(net)].joined.push_back(other);
-                p.plan.nets[at(net)].is_read_elsewhere |= uses[at(other)].is_read;
-                p.plan.nets[at(net)].is_driven_elsewhere |= uses[at(other)].is_driven;
+                p.plan.nets[sg_at(net)].joined.push_back(other);
+                p.plan.nets[sg_at(net)].is_read_elsewhere |= uses[sg_at(other)].is_read;
+                p.plan.nets[sg_at(net)].is_driven_elsewhere |= uses[sg_at(other)].is_driven;
             }
     for (xp_sheet_net& net : p.plan.nets) {
         std::sort(net.joined.begin(), net.joined.end());

@@ -14,6 +14,7 @@
 #include "expand/sheet_planner.h"
 #include "schematic/object_records.h"
 #include "schematic/whole_file.h"
+#include "sheets/place_of.h"
 #include "sheets/write.h"
 
 namespace {
@@ -67,8 +68,6 @@ struct draughtsman {
     std::size_t pages = 0;
 };
 
-std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
-
 // ---- folders
 
 std::string small_letters(std::string text) {
@@ -115,7 +114,7 @@ void name_constants(draughtsman& d, std::uint32_t module, std::string (&names)[x
     for (std::size_t i = 0; i < xp_constants; ++i) {
         const std::int32_t net = d.flat.constant_net[i];
         names[i] = module == d.hierarchy.top && net >= 0
-                       ? std::string(xp_name_of(d.flat, d.flat.nets[at(net)].name).name)
+                       ? std::string(xp_name_of(d.flat, d.flat.nets[sg_at(net)].name).name)
                        : xp_take_name(d.hierarchy.bodies[module].taken, constant_texts[i]);
     }
 }
@@ -154,7 +153,7 @@ bool write_symbol(draughtsman& d, const sg_symbol_kind& kind, const std::string&
 
 std::string symbol_path(draughtsman& d, const xp_sheet_cell& cell) {
     if (cell.module >= 0) {
-        module_sheets& m = d.modules[at(cell.module)];
+        module_sheets& m = d.modules[sg_at(cell.module)];
         if (!m.has_symbol) m.has_symbol = write_symbol(d, cell.kind, m.folder);
         return m.folder + (m.is_drawn ? "/sheet.tm_1" : "/symbol.tm_1");
     }
@@ -180,8 +179,8 @@ void keep_ids(draughtsman& d, std::uint32_t module, std::int32_t page, const std
     std::vector<std::int16_t>& of_cells = d.flat.cell_ids[module];
     std::size_t next = 0;
     const xp_sheet_plan& plan = d.modules[module].plan;
-    for (const std::int32_t cell : plan.page_cells[at(page)])
-        if (!xp_is_joint(plan.cells[at(cell)])) of_cells[plan.cells[at(cell)].cell] = ids[next++];
+    for (const std::int32_t cell : plan.page_cells[sg_at(page)])
+        if (!xp_is_joint(plan.cells[sg_at(cell)])) of_cells[plan.cells[sg_at(cell)].cell] = ids[next++];
 }
 
 // False: the page does not fit into a file.
@@ -220,7 +219,7 @@ void draw_module(draughtsman& d, std::uint32_t module) {
             refuse(d, m, "more than " + std::to_string(tm_max_objects) + " objects in a file");
             return remove_sheets(d, m);
         }
-    d.pages += at(m.plan.page_count());
+    d.pages += sg_at(m.plan.page_count());
 }
 
 // ---- numbers
@@ -229,10 +228,10 @@ void draw_module(draughtsman& d, std::uint32_t module) {
 std::int32_t bus_with(const xp_flat& flat, const xp_scope& scope, const std::vector<std::int32_t>& bits) {
     const std::int32_t first = xp_net_at(flat, scope, bits[0]);
     if (first < 0 || bits[0] < 0) return -1;
-    const std::int32_t bus = flat.nets[at(first)].bus;
+    const std::int32_t bus = flat.nets[sg_at(first)].bus;
     for (std::size_t k = 0; k < bits.size(); ++k) {
         const std::int32_t net = bits[k] < 0 ? -1 : xp_net_at(flat, scope, bits[k]);
-        if (net != first + static_cast<std::int32_t>(k) || flat.nets[at(net)].bus != bus) return -1;
+        if (net != first + static_cast<std::int32_t>(k) || flat.nets[sg_at(net)].bus != bus) return -1;
     }
     return bus;
 }
@@ -248,14 +247,14 @@ xp_object_id find_net(const xp_flat& flat, std::uint32_t scope, const xp_sheet_n
 
 bool is_part_of_bus(const xp_flat& flat, const xp_sheet_net& net, const xp_object_id& id) {
     if (id.bus < 0) return false;
-    const xp_bus& bus = flat.buses[at(id.bus)];
+    const xp_bus& bus = flat.buses[sg_at(id.bus)];
     return xp_name_of(flat, {bus.scope, bus.name, 0}).bits.count != net.bits.size();
 }
 
 // Whether the design does not know the net by its name on the sheet yet.
 bool wants_name(const xp_flat& flat, const xp_sheet_net& net, const xp_object_id& id) {
     if (!net.is_bus) return net.bits[0] < 0 && id.scope != 0;
-    const xp_bus& bus = flat.buses[at(id.bus)];
+    const xp_bus& bus = flat.buses[sg_at(id.bus)];
     return bus.scope != id.scope || static_cast<std::int32_t>(bus.name) != net.vector;
 }
 

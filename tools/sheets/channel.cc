@@ -5,9 +5,9 @@
 
 #include "sheets/layered.h"
 
-namespace {
+#include "sheets/place_of.h"
 
-std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
+namespace {
 
 struct interval {
     std::int32_t low = INT32_MAX, high = INT32_MIN;
@@ -83,8 +83,8 @@ std::int32_t free_row(routing& r, const sg_track& track) {
 
 // Goes on in a second track, so that the two sides of the net no longer bind each other.
 void split_track(routing& r, std::int32_t index) {
-    sg_track second = r.tracks[at(index)];
-    sg_track& first = r.tracks[at(index)];
+    sg_track second = r.tracks[sg_at(index)];
+    sg_track& first = r.tracks[sg_at(index)];
     first.link = second.link = free_row(r, first);
     first.has_link = second.has_link = true;
     first.right.clear();
@@ -101,18 +101,18 @@ void order_tracks(routing& r) {
         if (r.order.size() == r.tracks.size()) return;
         std::int32_t next = -1, bound = -1;
         for (std::int32_t i = 0; i < static_cast<std::int32_t>(r.tracks.size()); ++i) {
-            if (is_taken[at(i)]) continue;
+            if (is_taken[sg_at(i)]) continue;
             bool is_free = true;
             for (std::size_t other = 0; other < r.tracks.size(); ++other)
-                if (!is_taken[other] && r.precedes[other][at(i)]) is_free = false;
+                if (!is_taken[other] && r.precedes[other][sg_at(i)]) is_free = false;
             if (is_free && next < 0) next = i;
-            if (!is_free && bound < 0 && !r.tracks[at(i)].has_link) bound = i;
+            if (!is_free && bound < 0 && !r.tracks[sg_at(i)].has_link) bound = i;
         }
         if (next < 0) {
             split_track(r, bound);
             continue;
         }
-        is_taken[at(next)] = true;
+        is_taken[sg_at(next)] = true;
         r.order.push_back(next);
     }
 }
@@ -123,9 +123,9 @@ void save_crossings(routing& r) {
         bool is_changed = false;
         for (std::size_t i = 0; i + 1 < r.order.size(); ++i) {
             const std::int32_t a = r.order[i], b = r.order[i + 1];
-            if (r.precedes[at(a)][at(b)]) continue;
-            const sg_track& ta = r.tracks[at(a)];
-            const sg_track& tb = r.tracks[at(b)];
+            if (r.precedes[sg_at(a)][sg_at(b)]) continue;
+            const sg_track& ta = r.tracks[sg_at(a)];
+            const sg_track& tb = r.tracks[sg_at(b)];
             if (cost_before(tb, ta) >= cost_before(ta, tb)) continue;
             std::swap(r.order[i], r.order[i + 1]);
             is_changed = true;
@@ -137,10 +137,10 @@ void save_crossings(routing& r) {
 std::int32_t choose_columns(routing& r) {
     std::int32_t count = 0;
     for (std::size_t i = 0; i < r.order.size(); ++i) {
-        sg_track& track = r.tracks[at(r.order[i])];
+        sg_track& track = r.tracks[sg_at(r.order[i])];
         for (std::size_t k = 0; k < i; ++k) {
-            const sg_track& other = r.tracks[at(r.order[k])];
-            if (r.precedes[at(r.order[k])][at(r.order[i])] || overlap(other, track))
+            const sg_track& other = r.tracks[sg_at(r.order[k])];
+            if (r.precedes[sg_at(r.order[k])][sg_at(r.order[i])] || overlap(other, track))
                 track.column = std::max(track.column, other.column + 1);
         }
         count = std::max(count, track.column + 1);

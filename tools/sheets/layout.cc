@@ -5,14 +5,13 @@
 #include <map>
 
 #include "sheets/layered.h"
+#include "sheets/place_of.h"
 #include "sheets/wires.h"
 
 namespace {
 
 constexpr double page_shapes[] = {0.7, 0.45, 0.3, 0.2};  // tried in turn
 constexpr double window_shape = 2.2;                     // width to height of where sheets are shown
-
-std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 
 struct drafting {
     const sg_layered& l;
@@ -26,9 +25,9 @@ void choose_columns(drafting& d) {
     std::int32_t x = 0;
     for (std::int32_t rank = 0; rank < d.l.rank_count; ++rank) {
         std::int32_t left = 0, right = 0;
-        for (const std::int32_t node : d.l.ranks[at(rank)]) {
-            if (d.l.nodes[at(node)].box < 0) continue;
-            const sg_box& box = d.l.graph.boxes[at(d.l.nodes[at(node)].box)];
+        for (const std::int32_t node : d.l.ranks[sg_at(rank)]) {
+            if (d.l.nodes[sg_at(node)].box < 0) continue;
+            const sg_box& box = d.l.graph.boxes[sg_at(d.l.nodes[sg_at(node)].box)];
             left = std::max(left, box.margin_left);
             right = std::max(right, box.width + box.margin_right);
         }
@@ -36,7 +35,7 @@ void choose_columns(drafting& d) {
         d.rank_x.push_back(x + up(left));
         x += up(left) + up(right);
         if (rank + 1 == d.l.rank_count) return;
-        const std::int32_t columns = sg_route_channel(d.l, d.l.channels[at(rank)], d.tracks[at(rank)]);
+        const std::int32_t columns = sg_route_channel(d.l, d.l.channels[sg_at(rank)], d.tracks[sg_at(rank)]);
         d.channel_x.push_back(x + sg_pitch);
         x += (columns + 1) * sg_pitch;
     }
@@ -44,8 +43,8 @@ void choose_columns(drafting& d) {
 
 // Boxes of the last rank and their pins stand at its left side, those of the first at its right.
 std::int32_t box_x(const drafting& d, std::int32_t box) {
-    const std::int32_t rank = d.l.rank_of_box[at(box)];
-    return d.rank_x[at(rank)];
+    const std::int32_t rank = d.l.rank_of_box[sg_at(box)];
+    return d.rank_x[sg_at(rank)];
 }
 
 void place_boxes(drafting& d) {
@@ -53,16 +52,16 @@ void place_boxes(drafting& d) {
     d.layout.is_flipped.resize(d.l.graph.boxes.size());
     for (const sg_node& node : d.l.nodes) {
         if (node.box < 0) continue;
-        d.layout.origins[at(node.box)] = {box_x(d, node.box), -node.y};
-        d.layout.is_flipped[at(node.box)] = node.is_flipped;
+        d.layout.origins[sg_at(node.box)] = {box_x(d, node.box), -node.y};
+        d.layout.is_flipped[sg_at(node.box)] = node.is_flipped;
     }
 }
 
 // The x where a wire from a column of a channel ends at a terminal.
 std::int32_t end_x(const drafting& d, const sg_terminal& terminal, bool is_left_side, std::size_t channel) {
-    const sg_node& node = d.l.nodes[at(terminal.node)];
+    const sg_node& node = d.l.nodes[sg_at(terminal.node)];
     if (node.box < 0) return is_left_side ? d.channel_x[channel] - sg_pitch : d.rank_x[channel + 1];
-    return box_x(d, node.box) + (is_left_side ? d.l.graph.boxes[at(node.box)].width : 0);
+    return box_x(d, node.box) + (is_left_side ? d.l.graph.boxes[sg_at(node.box)].width : 0);
 }
 
 // The column of the track that takes a net's wire on that side and row.
@@ -81,7 +80,7 @@ void draw_terminals(drafting& d, std::size_t channel, bool is_left_side) {
     for (const sg_terminal& terminal : is_left_side ? c.left : c.right) {
         const std::int32_t row = sg_row(d.l, terminal);
         const std::int32_t to = column_x(d, channel, terminal.net, is_left_side, row);
-        d.layout.wires[at(terminal.net)].push_back(
+        d.layout.wires[sg_at(terminal.net)].push_back(
             {{end_x(d, terminal, is_left_side, channel), -row}, {to, -row}});
     }
 }
@@ -92,7 +91,7 @@ void draw_track(drafting& d, std::size_t channel, const sg_track& track) {
     if (track.has_link) rows.push_back(track.link);
     const auto [low, high] = std::minmax_element(rows.begin(), rows.end());
     const std::int32_t x = d.channel_x[channel] + track.column * sg_pitch;
-    d.layout.wires[at(track.net)].push_back({{x, -*high}, {x, -*low}});
+    d.layout.wires[sg_at(track.net)].push_back({{x, -*high}, {x, -*low}});
 }
 
 // The row between the two tracks of a net that was split.
@@ -103,7 +102,7 @@ void draw_links(drafting& d, std::size_t channel) {
         const auto [known, is_new] = first.emplace(track.net, track.column);
         if (is_new) continue;
         const std::int32_t x = d.channel_x[channel];
-        d.layout.wires[at(track.net)].push_back(
+        d.layout.wires[sg_at(track.net)].push_back(
             {{x + known->second * sg_pitch, -track.link}, {x + track.column * sg_pitch, -track.link}});
     }
 }
@@ -111,13 +110,13 @@ void draw_links(drafting& d, std::size_t channel) {
 void draw_rows(drafting& d) {
     for (const sg_node& node : d.l.nodes)
         if (node.box < 0)
-            d.layout.wires[at(node.net)].push_back(
-                {{d.rank_x[at(node.rank)], -node.y}, {d.channel_x[at(node.rank)] - sg_pitch, -node.y}});
+            d.layout.wires[sg_at(node.net)].push_back(
+                {{d.rank_x[sg_at(node.rank)], -node.y}, {d.channel_x[sg_at(node.rank)] - sg_pitch, -node.y}});
 }
 
 void draw_wires(drafting& d) {
-    d.layout.wires.resize(at(d.l.graph.net_count));
-    d.layout.ties.resize(at(d.l.graph.net_count));
+    d.layout.wires.resize(sg_at(d.l.graph.net_count));
+    d.layout.ties.resize(sg_at(d.l.graph.net_count));
     for (std::size_t channel = 0; channel < d.tracks.size(); ++channel) {
         draw_terminals(d, channel, true);
         draw_terminals(d, channel, false);

@@ -4,11 +4,11 @@
 
 #include "sheets/layered.h"
 
+#include "sheets/place_of.h"
+
 namespace {
 
 constexpr std::int32_t row_room = 4000;  // above and below a wire that passes a rank
-
-std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 
 struct span {
     std::int32_t low = INT32_MAX, high = INT32_MIN;  // channels
@@ -17,28 +17,28 @@ struct span {
 std::int32_t add_node(sg_layered& l, const sg_node& node) {
     l.nodes.push_back(node);
     const auto index = static_cast<std::int32_t>(l.nodes.size() - 1);
-    l.ranks[at(node.rank)].push_back(index);
+    l.ranks[sg_at(node.rank)].push_back(index);
     return index;
 }
 
 // The channels that each net has a pin in.
 std::vector<span> spans_of(const sg_layered& l) {
-    std::vector<span> spans(at(l.graph.net_count));
+    std::vector<span> spans(sg_at(l.graph.net_count));
     for (std::size_t box = 0; box < l.graph.boxes.size(); ++box)
         for (const sg_box_pin& pin : l.graph.boxes[box].pins) {
             if (pin.net < 0) continue;
             const std::int32_t channel = l.rank_of_box[box] - (pin.is_right ? 0 : 1);
-            spans[at(pin.net)].low = std::min(spans[at(pin.net)].low, channel);
-            spans[at(pin.net)].high = std::max(spans[at(pin.net)].high, channel);
+            spans[sg_at(pin.net)].low = std::min(spans[sg_at(pin.net)].low, channel);
+            spans[sg_at(pin.net)].high = std::max(spans[sg_at(pin.net)].high, channel);
         }
     return spans;
 }
 
 std::vector<std::int32_t> pin_counts(const sg_graph& graph) {
-    std::vector<std::int32_t> counts(at(graph.net_count));
+    std::vector<std::int32_t> counts(sg_at(graph.net_count));
     for (const sg_box& box : graph.boxes)
         for (const sg_box_pin& pin : box.pins)
-            if (pin.net >= 0) ++counts[at(pin.net)];
+            if (pin.net >= 0) ++counts[sg_at(pin.net)];
     return counts;
 }
 
@@ -51,9 +51,9 @@ void add_boxes(sg_layered& l) {
         const std::int32_t node =
             add_node(l, {static_cast<std::int32_t>(index), -1, rank, box.above, box.below, 0});
         for (const sg_box_pin& pin : box.pins) {
-            if (pin.net < 0 || counts[at(pin.net)] < 2) continue;
+            if (pin.net < 0 || counts[sg_at(pin.net)] < 2) continue;
             std::vector<sg_terminal>& side =
-                pin.is_right ? l.channels[at(rank)].left : l.channels[at(rank - 1)].right;
+                pin.is_right ? l.channels[sg_at(rank)].left : l.channels[sg_at(rank - 1)].right;
             side.push_back({pin.net, node, -pin.y});
         }
     }
@@ -62,10 +62,10 @@ void add_boxes(sg_layered& l) {
 void add_rows(sg_layered& l) {  // none for a net without pins
     const std::vector<span> spans = spans_of(l);
     for (std::int32_t net = 0; net < l.graph.net_count; ++net)
-        for (std::int32_t rank = spans[at(net)].low; rank < spans[at(net)].high; ++rank) {
+        for (std::int32_t rank = spans[sg_at(net)].low; rank < spans[sg_at(net)].high; ++rank) {
             const std::int32_t node = add_node(l, {-1, net, rank + 1, row_room, row_room, 0});
-            l.channels[at(rank)].right.push_back({net, node, 0});
-            l.channels[at(rank + 1)].left.push_back({net, node, 0});
+            l.channels[sg_at(rank)].right.push_back({net, node, 0});
+            l.channels[sg_at(rank + 1)].left.push_back({net, node, 0});
         }
 }
 
@@ -80,7 +80,7 @@ void add_reaches(std::span<const sg_terminal> own, std::span<const sg_terminal> 
                  std::vector<std::vector<sg_reach>>& reaches) {
     for (const sg_terminal& a : own)
         for (const sg_terminal& b : far)
-            reaches[at(a.node)].push_back(
+            reaches[sg_at(a.node)].push_back(
                 {a.net, a.offset, b.node, b.offset, static_cast<std::int32_t>(far.size())});
 }
 
@@ -111,8 +111,8 @@ sg_reaches sg_find_reaches(const sg_layered& l) {
 }
 
 void sg_make_nodes(sg_layered& l) {
-    l.ranks.resize(at(l.rank_count));
-    l.channels.resize(at(l.rank_count - 1));
+    l.ranks.resize(sg_at(l.rank_count));
+    l.channels.resize(sg_at(l.rank_count - 1));
     add_boxes(l);
     add_rows(l);
 }

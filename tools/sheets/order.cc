@@ -5,11 +5,11 @@
 
 #include "sheets/layered.h"
 
+#include "sheets/place_of.h"
+
 namespace {
 
 constexpr int sweeps = 16;
-
-std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 
 struct ordering {
     sg_layered& l;
@@ -17,8 +17,8 @@ struct ordering {
 };
 
 std::int32_t column_of(const sg_layered& l, std::int32_t node) {
-    const std::int32_t box = l.nodes[at(node)].box;
-    return box < 0 ? -1 : l.graph.boxes[at(box)].column;
+    const std::int32_t box = l.nodes[sg_at(node)].box;
+    return box < 0 ? -1 : l.graph.boxes[sg_at(box)].column;
 }
 
 // Gives the boxes of a column one key, so that they stand together.
@@ -26,36 +26,38 @@ void join_columns(const sg_layered& l, const std::vector<std::int32_t>& nodes, s
     std::map<std::int32_t, std::pair<double, int>> sums;
     for (const std::int32_t node : nodes)
         if (const std::int32_t column = column_of(l, node); column >= 0) {
-            sums[column].first += key[at(node)];
+            sums[column].first += key[sg_at(node)];
             ++sums[column].second;
         }
     for (const std::int32_t node : nodes)
         if (const std::int32_t column = column_of(l, node); column >= 0)
-            key[at(node)] = sums[column].first / sums[column].second;
+            key[sg_at(node)] = sums[column].first / sums[column].second;
 }
 
 // Whether a must stand above b: in a column by their order, beside it as the keys say.
 bool is_above(const sg_layered& l, const std::vector<double>& key, std::int32_t a, std::int32_t b) {
-    if (key[at(a)] != key[at(b)]) return key[at(a)] < key[at(b)];
+    if (key[sg_at(a)] != key[sg_at(b)]) return key[sg_at(a)] < key[sg_at(b)];
     const std::int32_t column_a = column_of(l, a), column_b = column_of(l, b);
     if (column_a != column_b) return column_a < column_b;
-    return column_a >= 0 && l.nodes[at(a)].box < l.nodes[at(b)].box;
+    return column_a >= 0 && l.nodes[sg_at(a)].box < l.nodes[sg_at(b)].box;
 }
 
 void sort_rank(ordering& o, std::int32_t rank, const std::vector<std::vector<sg_reach>>& reaches) {
-    std::vector<std::int32_t>& nodes = o.l.ranks[at(rank)];
+    std::vector<std::int32_t>& nodes = o.l.ranks[sg_at(rank)];
     std::vector<double> key(o.l.nodes.size());
     for (const std::int32_t node : nodes) {
         double sum = 0;
-        for (const sg_reach& r : reaches[at(node)]) sum += sg_far_row(o.l, r) - sg_offset(o.l, node, r.own);
-        key[at(node)] = reaches[at(node)].empty() ? o.l.nodes[at(node)].y
-                                                  : sum / static_cast<double>(reaches[at(node)].size());
+        for (const sg_reach& r : reaches[sg_at(node)])
+            sum += sg_far_row(o.l, r) - sg_offset(o.l, node, r.own);
+        key[sg_at(node)] = reaches[sg_at(node)].empty()
+                               ? o.l.nodes[sg_at(node)].y
+                               : sum / static_cast<double>(reaches[sg_at(node)].size());
     }
     join_columns(o.l, nodes, key);
     std::stable_sort(nodes.begin(), nodes.end(),
                      [&](std::int32_t a, std::int32_t b) { return is_above(o.l, key, a, b); });
     std::vector<double> wanted;
-    for (const std::int32_t node : nodes) wanted.push_back(key[at(node)]);
+    for (const std::int32_t node : nodes) wanted.push_back(key[sg_at(node)]);
     sg_spread_rank(o.l, nodes, wanted, std::vector<double>(nodes.size(), 1));
 }
 
@@ -74,8 +76,9 @@ std::int64_t crossings(const ordering& o) {
     for (std::size_t rank = 0; rank + 1 < o.l.ranks.size(); ++rank) {
         wires.clear();
         for (const std::int32_t node : o.l.ranks[rank])
-            for (const sg_reach& r : o.reaches.to_right[at(node)])
-                wires.emplace_back(o.l.nodes[at(node)].y + sg_offset(o.l, node, r.own), sg_far_row(o.l, r));
+            for (const sg_reach& r : o.reaches.to_right[sg_at(node)])
+                wires.emplace_back(o.l.nodes[sg_at(node)].y + sg_offset(o.l, node, r.own),
+                                   sg_far_row(o.l, r));
         std::sort(wires.begin(), wires.end());
         for (std::size_t a = 0; a < wires.size(); ++a)
             for (std::size_t b = a + 1; b < wires.size(); ++b)
@@ -88,8 +91,8 @@ std::int64_t crossings(const ordering& o) {
 // not.
 std::int32_t twists(const ordering& o, std::int32_t node) {
     std::int32_t count = 0;
-    for (const sg_reach& a : o.reaches.to_left[at(node)])
-        for (const sg_reach& b : o.reaches.to_left[at(node)])
+    for (const sg_reach& a : o.reaches.to_left[sg_at(node)])
+        for (const sg_reach& b : o.reaches.to_left[sg_at(node)])
             if (sg_offset(o.l, node, a.own) < sg_offset(o.l, node, b.own) &&
                 sg_far_row(o.l, a) != sg_far_row(o.l, b))
                 count += sg_far_row(o.l, a) > sg_far_row(o.l, b) ? 1 : -1;
@@ -99,8 +102,8 @@ std::int32_t twists(const ordering& o, std::int32_t node) {
 // Turns boxes upside down where that saves crossings.
 void flip_boxes(ordering& o, const std::vector<std::int32_t>& nodes) {
     for (const std::int32_t index : nodes) {
-        sg_node& node = o.l.nodes[at(index)];
-        if (node.box >= 0 && o.l.graph.boxes[at(node.box)].can_flip && twists(o, index) > 0)
+        sg_node& node = o.l.nodes[sg_at(index)];
+        if (node.box >= 0 && o.l.graph.boxes[sg_at(node.box)].can_flip && twists(o, index) > 0)
             node.is_flipped = !node.is_flipped;
     }
 }
@@ -112,8 +115,10 @@ void exchange_neighbours(ordering& o) {
         for (std::vector<std::int32_t>& nodes : o.l.ranks) {
             for (std::size_t i = 0; i + 1 < nodes.size(); ++i) {
                 const auto cost = [&](std::int32_t upper, std::int32_t lower) {
-                    return crossings_of_pair(o, o.reaches.to_left[at(upper)], o.reaches.to_left[at(lower)]) +
-                           crossings_of_pair(o, o.reaches.to_right[at(upper)], o.reaches.to_right[at(lower)]);
+                    return crossings_of_pair(o, o.reaches.to_left[sg_at(upper)],
+                                             o.reaches.to_left[sg_at(lower)]) +
+                           crossings_of_pair(o, o.reaches.to_right[sg_at(upper)],
+                                             o.reaches.to_right[sg_at(lower)]);
                 };
                 if (column_of(o.l, nodes[i]) >= 0 || column_of(o.l, nodes[i + 1]) >= 0) continue;
                 if (cost(nodes[i + 1], nodes[i]) >= cost(nodes[i], nodes[i + 1])) continue;
@@ -121,7 +126,7 @@ void exchange_neighbours(ordering& o) {
                 is_changed = true;
             }
             std::vector<double> wanted;
-            for (const std::int32_t node : nodes) wanted.push_back(o.l.nodes[at(node)].y);
+            for (const std::int32_t node : nodes) wanted.push_back(o.l.nodes[sg_at(node)].y);
             std::sort(wanted.begin(), wanted.end());
             sg_spread_rank(o.l, nodes, wanted, std::vector<double>(nodes.size(), 1));
         }

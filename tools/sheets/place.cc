@@ -4,12 +4,12 @@
 
 #include "sheets/layered.h"
 
+#include "sheets/place_of.h"
+
 namespace {
 
 constexpr int passes = 24, straightening_passes = 8;
 constexpr double row_weight = 6, box_weight = 1;  // a row that passes a rank wants to be straight most
-
-std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
 
 std::int32_t to_row(double y) { return static_cast<std::int32_t>(std::lround(y / sg_pitch)) * sg_pitch; }
 
@@ -39,7 +39,7 @@ struct placing {
 void add_pulls(const sg_layered& l, std::int32_t node, const std::vector<sg_reach>& reaches,
                std::vector<pull>& pulls) {
     for (const sg_reach& reach : reaches) {
-        const bool both_rows = l.nodes[at(node)].box < 0 && l.nodes[at(reach.far_node)].box < 0;
+        const bool both_rows = l.nodes[sg_at(node)].box < 0 && l.nodes[sg_at(reach.far_node)].box < 0;
         pulls.push_back({static_cast<double>(sg_far_row(l, reach) - sg_offset(l, node, reach.own)),
                          (both_rows ? row_weight : box_weight) / reach.ends});
     }
@@ -73,11 +73,11 @@ double median(std::vector<pull>& pulls, double now) {
 enum sides { from_left = 1, from_right = 2 };
 
 void find_pulls(placing& p, std::int32_t rank, int which) {
-    for (const std::int32_t node : p.l.ranks[at(rank)]) {
-        std::vector<pull>& pulls = p.pulls[at(node)];
+    for (const std::int32_t node : p.l.ranks[sg_at(rank)]) {
+        std::vector<pull>& pulls = p.pulls[sg_at(node)];
         pulls.clear();
-        if ((which & from_left) != 0) add_pulls(p.l, node, p.reaches.to_left[at(node)], pulls);
-        if ((which & from_right) != 0) add_pulls(p.l, node, p.reaches.to_right[at(node)], pulls);
+        if ((which & from_left) != 0) add_pulls(p.l, node, p.reaches.to_left[sg_at(node)], pulls);
+        if ((which & from_right) != 0) add_pulls(p.l, node, p.reaches.to_right[sg_at(node)], pulls);
     }
 }
 
@@ -93,21 +93,21 @@ double beside_others(const sg_layered& l, const std::vector<std::int32_t>& nodes
                      const std::vector<double>& wanted, const std::vector<std::vector<pull>>& pulls) {
     if (!wanted.empty()) return wanted.back();
     for (const std::int32_t node : nodes)
-        if (!pulls[at(node)].empty()) return mean(pulls[at(node)]);
+        if (!pulls[sg_at(node)].empty()) return mean(pulls[sg_at(node)]);
     return middle(l);
 }
 
 void place_rank(placing& p, std::int32_t rank, int which) {
-    const std::vector<std::int32_t>& nodes = p.l.ranks[at(rank)];
+    const std::vector<std::int32_t>& nodes = p.l.ranks[sg_at(rank)];
     std::vector<double> wanted, weight;
     find_pulls(p, rank, which);
     for (const std::int32_t node : nodes) {
-        const double now = p.l.nodes[at(node)].y;
-        std::vector<pull>& own = p.pulls[at(node)];
+        const double now = p.l.nodes[sg_at(node)].y;
+        std::vector<pull>& own = p.pulls[sg_at(node)];
         wanted.push_back(own.empty()                         ? beside_others(p.l, nodes, wanted, p.pulls)
                          : which == (from_left | from_right) ? median(own, now)
                                                              : mean(own));
-        weight.push_back(own.empty() ? 0.01 : p.l.nodes[at(node)].box < 0 ? row_weight : box_weight);
+        weight.push_back(own.empty() ? 0.01 : p.l.nodes[sg_at(node)].box < 0 ? row_weight : box_weight);
     }
     sg_spread_rank(p.l, nodes, wanted, weight);
 }
@@ -121,9 +121,10 @@ struct room {
 // How far a node may move between its neighbours.
 room room_of(const sg_layered& l, const std::vector<std::int32_t>& rank, std::size_t i) {
     room r;
-    if (i > 0) r.low = l.nodes[at(rank[i - 1])].y + gap(l.nodes[at(rank[i - 1])], l.nodes[at(rank[i])]);
+    if (i > 0)
+        r.low = l.nodes[sg_at(rank[i - 1])].y + gap(l.nodes[sg_at(rank[i - 1])], l.nodes[sg_at(rank[i])]);
     if (i + 1 < rank.size())
-        r.high = l.nodes[at(rank[i + 1])].y - gap(l.nodes[at(rank[i])], l.nodes[at(rank[i + 1])]);
+        r.high = l.nodes[sg_at(rank[i + 1])].y - gap(l.nodes[sg_at(rank[i])], l.nodes[sg_at(rank[i + 1])]);
     return r;
 }
 
@@ -138,11 +139,11 @@ double bends(const std::vector<pull>& pulls, double y) {
 // Moves each node to where fewest of its wires bend.
 void straighten_rank(placing& p, std::int32_t rank) {
     sg_layered& l = p.l;
-    const std::vector<std::int32_t>& nodes = l.ranks[at(rank)];
+    const std::vector<std::int32_t>& nodes = l.ranks[sg_at(rank)];
     find_pulls(p, rank, from_left | from_right);
     for (std::size_t i = 0; i < nodes.size(); ++i) {
-        sg_node& node = l.nodes[at(nodes[i])];
-        const std::vector<pull>& own = p.pulls[at(nodes[i])];
+        sg_node& node = l.nodes[sg_at(nodes[i])];
+        const std::vector<pull>& own = p.pulls[sg_at(nodes[i])];
         const room free = room_of(l, nodes, i);
         double best = bends(own, node.y);
         for (const pull& wire : own)
@@ -161,17 +162,17 @@ struct run {
 
 std::vector<run> runs_of(const sg_layered& l) {
     std::vector<run> runs;
-    std::vector<std::int32_t> run_of(at(l.graph.net_count), -1);
+    std::vector<std::int32_t> run_of(sg_at(l.graph.net_count), -1);
     for (std::int32_t rank = 0; rank < l.rank_count; ++rank)
-        for (const std::int32_t index : l.ranks[at(rank)]) {
-            const sg_node& node = l.nodes[at(index)];
+        for (const std::int32_t index : l.ranks[sg_at(rank)]) {
+            const sg_node& node = l.nodes[sg_at(index)];
             if (node.box >= 0) continue;
-            std::int32_t& known = run_of[at(node.net)];
-            if (known < 0 || runs[at(known)].last_rank != rank - 1 || runs[at(known)].y != node.y) {
+            std::int32_t& known = run_of[sg_at(node.net)];
+            if (known < 0 || runs[sg_at(known)].last_rank != rank - 1 || runs[sg_at(known)].y != node.y) {
                 known = static_cast<std::int32_t>(runs.size());
                 runs.push_back({node.net, rank, rank, node.y, {}});
             }
-            run& r = runs[at(known)];
+            run& r = runs[sg_at(known)];
             r.last_rank = rank;
             r.nodes.push_back(index);
         }
@@ -184,13 +185,13 @@ void add_run_pulls(const sg_layered& l, const run& r, std::vector<pull>& pulls) 
         for (const sg_terminal& terminal : terminals)
             if (terminal.net == r.net) pulls.push_back({static_cast<double>(sg_row(l, terminal)), 1});
     };
-    add(l.channels[at(r.first_rank - 1)].left);
-    add(l.channels[at(r.last_rank)].right);
+    add(l.channels[sg_at(r.first_rank - 1)].left);
+    add(l.channels[sg_at(r.last_rank)].right);
 }
 
 bool is_free_for(const sg_layered& l, const run& r, std::int32_t y) {
     for (const std::int32_t index : r.nodes) {
-        const std::vector<std::int32_t>& rank = l.ranks[at(l.nodes[at(index)].rank)];
+        const std::vector<std::int32_t>& rank = l.ranks[sg_at(l.nodes[sg_at(index)].rank)];
         const auto i = static_cast<std::size_t>(std::find(rank.begin(), rank.end(), index) - rank.begin());
         const room free = room_of(l, rank, i);
         if (y < free.low || y > free.high) return false;
@@ -210,7 +211,7 @@ void straighten_runs(sg_layered& l) {
                 best = cost;
                 to = static_cast<std::int32_t>(p.row);
             }
-        for (const std::int32_t node : r.nodes) l.nodes[at(node)].y = to;
+        for (const std::int32_t node : r.nodes) l.nodes[sg_at(node)].y = to;
     }
 }
 
@@ -222,7 +223,8 @@ void sg_spread_rank(sg_layered& l, const std::vector<std::int32_t>& rank, const 
     std::vector<block> blocks;
     std::vector<double> offset;
     for (std::size_t i = 0; i < rank.size(); ++i) {
-        offset.push_back(i == 0 ? 0 : offset.back() + gap(l.nodes[at(rank[i - 1])], l.nodes[at(rank[i])]));
+        offset.push_back(i == 0 ? 0
+                                : offset.back() + gap(l.nodes[sg_at(rank[i - 1])], l.nodes[sg_at(rank[i])]));
         blocks.push_back({(wanted[i] - offset[i]) * weight[i], weight[i], 1});
         while (blocks.size() > 1 && blocks[blocks.size() - 2].place() > blocks.back().place()) {
             const block last = blocks.back();
@@ -235,7 +237,7 @@ void sg_spread_rank(sg_layered& l, const std::vector<std::int32_t>& rank, const 
     std::size_t i = 0;
     for (const block& b : blocks)
         for (std::size_t k = 0; k < b.count; ++k, ++i)
-            l.nodes[at(rank[i])].y = to_row(b.place()) + static_cast<std::int32_t>(offset[i]);
+            l.nodes[sg_at(rank[i])].y = to_row(b.place()) + static_cast<std::int32_t>(offset[i]);
 }
 
 void sg_place_nodes(sg_layered& l) {

@@ -6,6 +6,8 @@
 
 #include "sheets/layered.h"
 
+#include "sheets/place_of.h"
+
 namespace {
 
 constexpr std::int32_t rank_pitch = 110'000;  // what a rank with its channel takes about
@@ -25,8 +27,6 @@ struct ranking {
     edges next, previous;                                   // without a loop
 };
 
-std::size_t at(std::int32_t index) { return static_cast<std::size_t>(index); }
-
 void find_columns(ranking& r) {
     std::map<std::int32_t, std::int32_t> first;  // box by column
     for (std::size_t box = 0; box < r.graph.boxes.size(); ++box) {
@@ -34,16 +34,16 @@ void find_columns(ranking& r) {
         const auto own = static_cast<std::int32_t>(box);
         r.leader.push_back(b.column < 0 ? own : first.try_emplace(b.column, own).first->second);
         r.height.push_back(0);
-        r.height[at(r.leader.back())] += b.above + b.below;
+        r.height[sg_at(r.leader.back())] += b.above + b.below;
     }
 }
 
 void find_ends(ranking& r) {
-    r.drivers.resize(at(r.graph.net_count));
-    r.sinks.resize(at(r.graph.net_count));
+    r.drivers.resize(sg_at(r.graph.net_count));
+    r.sinks.resize(sg_at(r.graph.net_count));
     for (std::size_t box = 0; box < r.graph.boxes.size(); ++box)
         for (const sg_box_pin& pin : r.graph.boxes[box].pins)
-            if (pin.net >= 0) (pin.is_right ? r.drivers : r.sinks)[at(pin.net)].push_back(r.leader[box]);
+            if (pin.net >= 0) (pin.is_right ? r.drivers : r.sinks)[sg_at(pin.net)].push_back(r.leader[box]);
     for (auto* ends : {&r.drivers, &r.sinks})
         for (std::vector<std::int32_t>& boxes : *ends) {
             std::sort(boxes.begin(), boxes.end());
@@ -58,9 +58,9 @@ bool reaches(const ranking& r, std::int32_t from, std::int32_t to) {
         const std::int32_t box = open.back();
         open.pop_back();
         if (box == to) return true;
-        if (is_seen[at(box)]) continue;
-        is_seen[at(box)] = true;
-        open.insert(open.end(), r.next[at(box)].begin(), r.next[at(box)].end());
+        if (is_seen[sg_at(box)]) continue;
+        is_seen[sg_at(box)] = true;
+        open.insert(open.end(), r.next[sg_at(box)].begin(), r.next[sg_at(box)].end());
     }
     return false;
 }
@@ -74,11 +74,11 @@ std::vector<std::int32_t> distances(const ranking& r) {
             open.push_back(static_cast<std::int32_t>(box));
         }
     for (std::size_t i = 0; i < open.size(); ++i)
-        for (const sg_box_pin& pin : r.graph.boxes[at(open[i])].pins) {
+        for (const sg_box_pin& pin : r.graph.boxes[sg_at(open[i])].pins) {
             if (pin.net < 0 || !pin.is_right) continue;
-            for (const std::int32_t sink : r.sinks[at(pin.net)])
-                if (distance[at(sink)] == INT32_MAX) {
-                    distance[at(sink)] = distance[at(open[i])] + 1;
+            for (const std::int32_t sink : r.sinks[sg_at(pin.net)])
+                if (distance[sg_at(sink)] == INT32_MAX) {
+                    distance[sg_at(sink)] = distance[sg_at(open[i])] + 1;
                     open.push_back(sink);
                 }
         }
@@ -91,7 +91,7 @@ std::map<std::pair<std::int32_t, std::int32_t>, std::int32_t> weigh_edges(const 
     for (std::size_t net = 0; net < r.drivers.size(); ++net)
         for (const std::int32_t from : r.drivers[net])
             for (const std::int32_t to : r.sinks[net])
-                if (from != to || r.graph.boxes[at(from)].column < 0)
+                if (from != to || r.graph.boxes[sg_at(from)].column < 0)
                     weights[{from, to}] += net < r.graph.is_wide.size() && r.graph.is_wide[net] ? 2 : 1;
     return weights;
 }
@@ -102,9 +102,10 @@ std::vector<edge> edges_by_need(const ranking& r) {
     const std::vector<std::int32_t> distance = distances(r);
     std::vector<std::pair<std::tuple<bool, std::int32_t, std::int32_t>, edge>> all;
     for (const auto& [ends, weight] : weights) {
-        const bool is_register = r.graph.boxes[at(ends.first)].is_register;
-        all.push_back({{is_register, is_register ? -weight : 0, is_register ? distance[at(ends.first)] : 0},
-                       {ends.first, ends.second}});
+        const bool is_register = r.graph.boxes[sg_at(ends.first)].is_register;
+        all.push_back(
+            {{is_register, is_register ? -weight : 0, is_register ? distance[sg_at(ends.first)] : 0},
+             {ends.first, ends.second}});
     }
     std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<edge> in_turn;
@@ -120,22 +121,22 @@ std::vector<std::int32_t> in_order(const ranking& r) {
         if (waiting.back() == 0) order.push_back(static_cast<std::int32_t>(box));
     }
     for (std::size_t i = 0; i < order.size(); ++i)
-        for (const std::int32_t next : r.next[at(order[i])])
-            if (--waiting[at(next)] == 0) order.push_back(next);
+        for (const std::int32_t next : r.next[sg_at(order[i])])
+            if (--waiting[sg_at(next)] == 0) order.push_back(next);
     return order;
 }
 
 // A box that stands for itself or for a column.
 bool is_inner(const ranking& r, std::int32_t box) {
-    return r.graph.boxes[at(box)].place == sg_place::inner && r.leader[at(box)] == box;
+    return r.graph.boxes[sg_at(box)].place == sg_place::inner && r.leader[sg_at(box)] == box;
 }
 
 // Boxes on the longest way from each box to the right, without itself.
 std::vector<std::int32_t> ways_ahead(const ranking& r, const std::vector<std::int32_t>& order) {
     std::vector<std::int32_t> ahead(order.size());
     for (auto box = order.rbegin(); box != order.rend(); ++box)
-        for (const std::int32_t next : r.next[at(*box)])
-            if (is_inner(r, next)) ahead[at(*box)] = std::max(ahead[at(*box)], ahead[at(next)] + 1);
+        for (const std::int32_t next : r.next[sg_at(*box)])
+            if (is_inner(r, next)) ahead[sg_at(*box)] = std::max(ahead[sg_at(*box)], ahead[sg_at(next)] + 1);
     return ahead;
 }
 
@@ -145,13 +146,13 @@ std::int32_t depth(const ranking& r) {
 }
 
 void add_edge(ranking& r, const edge& e) {
-    r.next[at(e.from)].push_back(e.to);
-    r.previous[at(e.to)].push_back(e.from);
+    r.next[sg_at(e.from)].push_back(e.to);
+    r.previous[sg_at(e.to)].push_back(e.from);
 }
 
 void drop_edge(ranking& r, const edge& e) {
-    r.next[at(e.from)].pop_back();
-    r.previous[at(e.to)].pop_back();
+    r.next[sg_at(e.from)].pop_back();
+    r.previous[sg_at(e.to)].pop_back();
 }
 
 // Takes the edges in their order; one that would close a loop, or that would set a register behind another
@@ -161,9 +162,9 @@ void cut_loops(ranking& r) {
     r.previous.resize(r.graph.boxes.size());
     std::int32_t most = 0;
     for (const edge& e : edges_by_need(r)) {
-        const bool is_last = r.graph.boxes[at(e.to)].place == sg_place::last;
+        const bool is_last = r.graph.boxes[sg_at(e.to)].place == sg_place::last;
         if (!is_last && reaches(r, e.to, e.from)) continue;
-        const bool is_register = r.graph.boxes[at(e.from)].is_register && !is_last;
+        const bool is_register = r.graph.boxes[sg_at(e.from)].is_register && !is_last;
         if (is_register && most == 0) most = std::max(depth(r), depth_least);
         add_edge(r, e);
         if (is_register && depth(r) > most) drop_edge(r, e);
@@ -177,15 +178,16 @@ std::vector<std::int32_t> most_urgent_first(const ranking& r, const std::vector<
     for (const std::int32_t box : order)
         if (is_inner(r, box)) boxes.push_back(box);
     std::stable_sort(boxes.begin(), boxes.end(),
-                     [&](std::int32_t a, std::int32_t b) { return ahead[at(a)] > ahead[at(b)]; });
+                     [&](std::int32_t a, std::int32_t b) { return ahead[sg_at(a)] > ahead[sg_at(b)]; });
     return boxes;
 }
 
 bool has_drivers_before(const ranking& r, const std::vector<std::int32_t>& rank, std::int32_t box,
                         std::int32_t current) {
-    return std::all_of(r.previous[at(box)].begin(), r.previous[at(box)].end(), [&](std::int32_t previous) {
-        return !is_inner(r, previous) || (rank[at(previous)] != 0 && rank[at(previous)] != current);
-    });
+    return std::all_of(
+        r.previous[sg_at(box)].begin(), r.previous[sg_at(box)].end(), [&](std::int32_t previous) {
+            return !is_inner(r, previous) || (rank[sg_at(previous)] != 0 && rank[sg_at(previous)] != current);
+        });
 }
 
 // Fills rank after rank with what is ready, none higher than the limit unless a single box is.  The result is
@@ -199,13 +201,13 @@ std::int32_t fill_ranks(const ranking& r, std::vector<std::int32_t> open, std::i
         std::int32_t used = 0;
         std::vector<std::int32_t> later;
         for (const std::int32_t box : open) {
-            const bool has_room = used == 0 || used + r.height[at(box)] <= limit;
+            const bool has_room = used == 0 || used + r.height[sg_at(box)] <= limit;
             if (!has_room || !has_drivers_before(r, rank, box, current)) {
                 later.push_back(box);
                 continue;
             }
-            rank[at(box)] = current;
-            used += r.height[at(box)];
+            rank[sg_at(box)] = current;
+            used += r.height[sg_at(box)];
         }
         open = std::move(later);
     }
@@ -240,7 +242,7 @@ struct arrangement {
 std::int32_t span_of(const arrangement& a, std::size_t net, std::int32_t box, std::int32_t rank) {
     std::int32_t low = INT32_MAX, high = INT32_MIN;
     const auto reach = [&](std::int32_t other, std::int32_t to_channel) {
-        const std::int32_t channel = (other == box ? rank : a.rank[at(other)]) + to_channel;
+        const std::int32_t channel = (other == box ? rank : a.rank[sg_at(other)]) + to_channel;
         low = std::min(low, channel);
         high = std::max(high, channel);
     };
@@ -251,19 +253,19 @@ std::int32_t span_of(const arrangement& a, std::size_t net, std::int32_t box, st
 
 std::int32_t cost_at(const arrangement& a, std::int32_t box, std::int32_t rank) {
     std::int32_t cost = 0;
-    for (const sg_box_pin& pin : a.r.graph.boxes[at(box)].pins)
-        if (pin.net >= 0) cost += span_of(a, at(pin.net), box, rank);
+    for (const sg_box_pin& pin : a.r.graph.boxes[sg_at(box)].pins)
+        if (pin.net >= 0) cost += span_of(a, sg_at(pin.net), box, rank);
     return cost;
 }
 
 // The rank between its drivers and its sinks, and with room, where a box costs least.
 std::int32_t best_rank(const arrangement& a, std::int32_t box, std::int32_t last) {
     std::int32_t low = 1, high = last - 1;
-    for (const std::int32_t other : a.r.previous[at(box)]) low = std::max(low, a.rank[at(other)] + 1);
-    for (const std::int32_t other : a.r.next[at(box)]) high = std::min(high, a.rank[at(other)] - 1);
-    std::int32_t best = a.rank[at(box)], best_cost = cost_at(a, box, best);
+    for (const std::int32_t other : a.r.previous[sg_at(box)]) low = std::max(low, a.rank[sg_at(other)] + 1);
+    for (const std::int32_t other : a.r.next[sg_at(box)]) high = std::min(high, a.rank[sg_at(other)] - 1);
+    std::int32_t best = a.rank[sg_at(box)], best_cost = cost_at(a, box, best);
     for (std::int32_t to = low; to <= high; ++to) {
-        if (a.used[at(to)] + a.r.height[at(box)] > a.limit) continue;
+        if (a.used[sg_at(to)] + a.r.height[sg_at(box)] > a.limit) continue;
         const std::int32_t cost = cost_at(a, box, to);
         if (cost < best_cost) best = to;
         best_cost = std::min(best_cost, cost);
@@ -272,24 +274,24 @@ std::int32_t best_rank(const arrangement& a, std::int32_t box, std::int32_t last
 }
 
 bool move_box(arrangement& a, std::int32_t box, std::int32_t to) {
-    if (to == a.rank[at(box)]) return false;
-    a.used[at(a.rank[at(box)])] -= a.r.height[at(box)];
-    a.used[at(to)] += a.r.height[at(box)];
-    a.rank[at(box)] = to;
+    if (to == a.rank[sg_at(box)]) return false;
+    a.used[sg_at(a.rank[sg_at(box)])] -= a.r.height[sg_at(box)];
+    a.used[sg_at(to)] += a.r.height[sg_at(box)];
+    a.rank[sg_at(box)] = to;
     return true;
 }
 
 void shorten_wires(const ranking& r, std::int32_t last, std::vector<std::int32_t>& rank) {
     constexpr int passes = 8;
-    arrangement a{r, rank, std::vector<std::int32_t>(at(last) + 1)};
+    arrangement a{r, rank, std::vector<std::int32_t>(sg_at(last) + 1)};
     const auto boxes = static_cast<std::int32_t>(rank.size());
-    for (std::int32_t box = 0; box < boxes; ++box) a.used[at(rank[at(box)])] += r.height[at(box)];
+    for (std::int32_t box = 0; box < boxes; ++box) a.used[sg_at(rank[sg_at(box)])] += r.height[sg_at(box)];
     a.limit = *std::max_element(a.used.begin() + 1, a.used.end() - 1);
     bool is_changed = true;
     for (int pass = 0; pass < passes && is_changed; ++pass) {
         is_changed = false;
         for (std::int32_t box = 0; box < boxes; ++box)
-            if (is_inner(r, box) && r.graph.boxes[at(box)].column < 0)
+            if (is_inner(r, box) && r.graph.boxes[sg_at(box)].column < 0)
                 is_changed |= move_box(a, box, best_rank(a, box, last));
     }
 }
@@ -308,5 +310,5 @@ void sg_choose_ranks(sg_layered& l, double shape) {
         if (l.graph.boxes[box].place == sg_place::last) l.rank_of_box[box] = inner + 1;
     if (inner > 0) shorten_wires(r, inner + 1, l.rank_of_box);
     for (std::size_t box = 0; box < l.graph.boxes.size(); ++box)
-        l.rank_of_box[box] = l.rank_of_box[at(r.leader[box])];
+        l.rank_of_box[box] = l.rank_of_box[sg_at(r.leader[box])];
 }

@@ -3,6 +3,8 @@
 
 #include "commands/language/command.h"
 
+inline constexpr kol_rejection_t kol_cannot_open{" !! impossible to open : ", kol_form::wide};
+
 // plot.cc
 kol_result_t kol_plot_trace_cmd(const kol_line_t& line);
 kol_result_t kol_hardcopy_cmd(const kol_line_t& line);

@@ -19,7 +19,6 @@
 
 namespace {
 
-constexpr kol_rejection_t cannot_open{" !! impossible to open : ", kol_form::wide};
 constexpr kol_rejection_t cannot_read{" !! Impossible to read : ", kol_form::wide};
 constexpr kol_rejection_t invalid_file{" !! ERROR INVALID file state "};
 constexpr kol_rejection_t nets_cut{" !! ERROR restore state (net) NOT COMPLETED ? "};
@@ -166,18 +165,18 @@ kol_result_t kol_save_state_cmd(const kol_line_t& line) {
     kol_bring_records_up();
     const tm_string_record_t path = kol_file_path(tm_view(line[3]));
     tm_replacement file(path);
-    if (!file.is_open()) return failed(cannot_open, path);
+    if (!file.is_open()) return failed(kol_cannot_open, path);
     if (kol_ext.cur_time != kol_ext.end_time) return not_at_end;
     if (file.write(state_bytes())) return {};
     tm_count_error();
-    return failed(cannot_open, path);
+    return failed(kol_cannot_open, path);
 }
 
 kol_result_t kol_restore_state_cmd(const kol_line_t& line) {
     kol_bring_records_up();
     const tm_string_record_t path = kol_file_path(tm_view(line[3]));
     const tm_stream file = tm_open_to_read(path);
-    if (!file) return failed(cannot_open, path);
+    if (!file) return failed(kol_cannot_open, path);
     std::string bytes;
     header read;
     std::size_t at = 0;

@@ -13,7 +13,6 @@
 namespace {
 
 constexpr std::string_view default_list_file = "kolv_list_result";
-constexpr kol_rejection_t cannot_open{" !! impossible to open : ", kol_form::wide};
 constexpr kol_rejection_t begin_time_invalid{"# !! Error : Invalid begin_time "};
 constexpr kol_rejection_t end_time_invalid{"# !! Error : Invalid end_time "};
 
@@ -46,6 +45,6 @@ kol_result_t kol_write_list_cmd(const kol_line_t& line) {
     if (const kol_rejection_t wrong = read_range(line, begin_time, end_time)) return wrong;
     const tm_string_record_t path = kol_file_path(line.nkeyword == 2 ? default_list_file : tm_view(line[3]));
     if (!write_list(path, begin_time, end_time))
-        return kol_result_t(cannot_open).then({" !! \"", tm_view(path), "\" "});
+        return kol_result_t(kol_cannot_open).then({" !! \"", tm_view(path), "\" "});
     return {};
 }
