@@ -171,7 +171,8 @@ void lay_put_number(Number number, char* at) {
     if constexpr (std::is_same_v<Number, float>)
         bits = std::bit_cast<std::uint32_t>(number);
     else
-        bits = static_cast<std::uint32_t>(number);
+        bits =
+            static_cast<std::uint32_t>(number);  // NOLINT(bugprone-signed-char-misuse): the low bytes count
     for (std::size_t i = 0; i < sizeof(Number); ++i)
         at[i] = static_cast<char>(bits >> lay_shift(Order, i, sizeof(Number)));
 }

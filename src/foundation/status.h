@@ -60,7 +60,7 @@ extern const std::array<std::string_view, tm_error_count> tm_error_array;
 // trace file, the open sheet files and the display, and aborts.
 [[noreturn]] void tm_set_status(std::int32_t error_code, STATUS_T& status);
 [[noreturn]] void tm_fatal(std::int32_t error_code);  // the same for callers without a status word
-[[noreturn]] void _OutMem();
+[[noreturn]] void _OutMem();                          // NOLINT(bugprone-reserved-identifier): its old name
 
 // Writes one line to the trace file when it is open; printf-style, a missing line feed at the end is added.
 // The wording of trace lines is free.

@@ -145,7 +145,7 @@ std::string constant_text(std::span<const std::int32_t> bits) {
 std::string free_name(xp_sheet_nets& nets, const std::string& base, const std::string& suffix) {
     std::string name = base + suffix;
     for (int number = 2; !nets.taken.insert(name).second; ++number)
-        name = base + "_" + std::to_string(number) + suffix;
+        name = std::string(base).append("_").append(std::to_string(number)).append(suffix);
     return name;
 }
 

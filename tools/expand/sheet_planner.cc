@@ -175,6 +175,7 @@ std::vector<port_look> ports_of_library(const xp_library_cell& type) {
 
 void add_named_ports(planner& p, xp_sheet_cell& drawn, const std::vector<port_look>& ports) {
     std::vector<std::string_view> names;
+    names.reserve(ports.size());
     for (const port_look& port : ports) names.push_back(port.name);
     add_ports(p, drawn, ports, names);
 }
