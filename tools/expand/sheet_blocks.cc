@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <map>
-#include <ranges>
 
 #include "sheets/place_of.h"
 
@@ -137,11 +136,11 @@ std::int32_t new_block(xp_blocks& b) {
 void grow_blocks(xp_blocks& b, const std::vector<std::int32_t>& order, std::size_t most) {
     std::vector<bool> is_at_port(b.plan.nets.size());
     for (const xp_sheet_port& port : b.plan.ports) is_at_port[sg_at(port.net)] = true;
-    for (const std::int32_t cell : std::views::reverse(order)) {
-        if (b.block_of[sg_at(cell)] >= 0) continue;
-        std::int32_t block = only_reader(b, cell, is_at_port);
+    for (auto cell = order.rbegin(); cell != order.rend(); ++cell) {
+        if (b.block_of[sg_at(*cell)] >= 0) continue;
+        std::int32_t block = only_reader(b, *cell, is_at_port);
         if (block < 0 || b.blocks[sg_at(block)].cells.size() >= most) block = new_block(b);
-        put_into(b, cell, block);
+        put_into(b, *cell, block);
     }
 }
 

@@ -57,6 +57,7 @@ void sort_rank(ordering& o, std::int32_t rank, const std::vector<std::vector<sg_
     std::stable_sort(nodes.begin(), nodes.end(),
                      [&](std::int32_t a, std::int32_t b) { return is_above(o.l, key, a, b); });
     std::vector<double> wanted;
+    wanted.reserve(nodes.size());
     for (const std::int32_t node : nodes) wanted.push_back(key[sg_at(node)]);
     sg_spread_rank(o.l, nodes, wanted, std::vector<double>(nodes.size(), 1));
 }
@@ -126,6 +127,7 @@ void exchange_neighbours(ordering& o) {
                 is_changed = true;
             }
             std::vector<double> wanted;
+            wanted.reserve(nodes.size());
             for (const std::int32_t node : nodes) wanted.push_back(o.l.nodes[sg_at(node)].y);
             std::sort(wanted.begin(), wanted.end());
             sg_spread_rank(o.l, nodes, wanted, std::vector<double>(nodes.size(), 1));

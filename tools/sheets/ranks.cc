@@ -109,6 +109,7 @@ std::vector<edge> edges_by_need(const ranking& r) {
     }
     std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<edge> in_turn;
+    in_turn.reserve(all.size());
     for (const auto& [key, e] : all) in_turn.push_back(e);
     return in_turn;
 }
