@@ -15,15 +15,6 @@ struct kol_dlatch_userdata_rec_t : kol_storage_t {
     bool knows_held = false;  // false: the output net says it
 };
 
-constexpr kol_role_rule_t role_rules[] = {
-    kol_data_rule,
-    {'E', "", true, 'F', 'R', kol_enable_name_error, kol_enable_polarity_error, kol_limit_use::stored,
-     kol_limit_use::warned},
-    kol_reset_rule,
-    kol_set_rule,
-};
-constexpr kol_pin_plan_t plan = {role_rules, kol_other_pin::output, true, true};
-
 kol_user_data<kol_dlatch_userdata_rec_t> user_data;
 
 // Whether the input may be on that level: an unknown one may be on both, a missing one is never active.
@@ -89,7 +80,7 @@ void override_changed(kol_dlatch_userdata_rec_t& latch, kol_timing_role_t& role)
 
 void kol_dlatch_init() {
     kol_dlatch_userdata_rec_t& latch = user_data.create();
-    kol_set_up_pins(plan, latch.roles(), &latch.outputs);
+    kol_set_up_pins(kol_latch_plan, latch.roles(), &latch.outputs);
     for (const kol_timing_role_t* role : {&latch.control, &latch.s, &latch.r})
         if (role->pin != nullptr && tm_upper_case(role->edge) == 'X')
             kol_show_pin_error("# !!! Error : a Level is Needed, EDGE \"X\" Has None, on pin : ", *role->pin);
@@ -106,7 +97,7 @@ void kol_dlatch_restart() {
     }
 }
 
-void kol_dlatch_refresh() { kol_refresh_pins(plan, user_data.current().roles()); }
+void kol_dlatch_refresh() { kol_refresh_pins(kol_latch_plan, user_data.current().roles()); }
 
 void kol_dlatch_d_hdler() {
     kol_dlatch_userdata_rec_t& latch = user_data.current();

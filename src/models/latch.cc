@@ -9,15 +9,6 @@ namespace {
 
 using kol_latch_userdata_rec_t = kol_storage_t;  // control.on: the latch holds
 
-constexpr kol_role_rule_t role_rules[] = {
-    kol_data_rule,
-    {'E', "", true, 'F', 'R', kol_enable_name_error, kol_enable_polarity_error, kol_limit_use::stored,
-     kol_limit_use::warned},
-    kol_reset_rule,
-    kol_set_rule,
-};
-constexpr kol_pin_plan_t plan = {role_rules, kol_other_pin::output, true, true};
-
 kol_user_data<kol_latch_userdata_rec_t> user_data;
 
 // True on the latching edge.  With an enable that latches on any change nothing is ever captured.
@@ -34,7 +25,7 @@ bool follow_enable(kol_timing_role_t& enable, kol_change change) {
 
 void kol_latch_init() {
     kol_latch_userdata_rec_t& latch = user_data.create();
-    kol_set_up_pins(plan, latch.roles(), &latch.outputs);
+    kol_set_up_pins(kol_latch_plan, latch.roles(), &latch.outputs);
 }
 
 void kol_latch_clear() { user_data.all().clear(); }
@@ -43,7 +34,7 @@ void kol_latch_restart() {
     for (kol_latch_userdata_rec_t& latch : user_data.all()) kol_restart_storage(latch);
 }
 
-void kol_latch_refresh() { kol_refresh_pins(plan, user_data.current().roles()); }
+void kol_latch_refresh() { kol_refresh_pins(kol_latch_plan, user_data.current().roles()); }
 
 void kol_latch_d_hdler() {
     kol_latch_userdata_rec_t& latch = user_data.current();

@@ -31,7 +31,7 @@ kol_user_data<kol_lut_userdata_rec_t> user_data;
 bool add_pin(kol_lut_userdata_rec_t& lut, yx_pin_record_t& pin) {
     if (pin.pin_end != 0) return kol_show_pin_error(bus_error, pin);
     if (!kol_check_pin_type(pin) || !kol_read_pin_delays(pin)) return false;
-    if (pin.io_type == 2) {
+    if (pin.io_type == YX_IO_OUTPUT) {
         lut.outputs.push_back(&pin);
         return kol_read_pin_drive(pin);
     }

@@ -108,7 +108,7 @@ bool add_pin(kol_mem_ports_t& ports, yx_pin_record_t& pin) {
     if (!kol_check_pin_type(pin) || !kol_read_pin_delays(pin)) return false;
     kol_mem_port_t& port = at(name.is_read ? ports.reads : ports.writes, name.port);
     const bool is_output = name.is_read && name.role == 'D';
-    if (is_output != (pin.io_type == 2)) return kol_show_pin_error(kol_pintype_error, pin);
+    if (is_output != (pin.io_type == YX_IO_OUTPUT)) return kol_show_pin_error(kol_pintype_error, pin);
     if (is_output) {
         add_output(port, name.index, pin);
         return kol_read_pin_drive(pin);

@@ -34,6 +34,16 @@ inline constexpr kol_role_rule_t kol_set_rule = {'S',
                                                  kol_limit_use::stored,
                                                  kol_limit_use::stored};
 
+// The pins of the latches, transparent or not.
+inline constexpr kol_role_rule_t kol_latch_rules[] = {
+    kol_data_rule,
+    {'E', "", true, 'F', 'R', kol_enable_name_error, kol_enable_polarity_error, kol_limit_use::stored,
+     kol_limit_use::warned},
+    kol_reset_rule,
+    kol_set_rule,
+};
+inline constexpr kol_pin_plan_t kol_latch_plan = {kol_latch_rules, kol_other_pin::output, true, true};
+
 constexpr std::int16_t kol_inverted(std::int16_t value) {
     if (value == kol_v0) return kol_v1;
     return value == kol_v1 ? std::int16_t{kol_v0} : value;
