@@ -1,10 +1,9 @@
-// Start-up.  Owns the way from the command line to the event loop: stores the arguments, opens the trace
-// files and the session transcript, creates the window, loads the design and sets it up, runs the initial
-// command file.  A failure prints its line and ends the program, by exit or by the fatal exit; errors counted
-// on the way skip the session and leave the closing summary.
+// The session of the window program, from its arguments to its closing line.  Errors of the design skip the
+// command file and the event loop.
 #pragma once
 
 #include <cstdint>
 
 void kolv_root(std::int32_t argc, char** argv);
-void initialize();
+// The orderly end: everything is closed, then the closing line tells the counts of errors and warnings.
+void finalize();

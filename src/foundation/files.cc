@@ -89,14 +89,14 @@ void tm_popen_filei(const tm_string_record_t& pathin, char /*rorw*/, bool rdoly,
         tm_trace("!!! ( tm_popen_filei ) impossible to open file  : \"%.*s\" \n", pathin.len, pathin.char_);
 }
 
-void tm_system(const tm_string_record_t& cmd) {
+int tm_system(const tm_string_record_t& cmd) {
     tm_check_string(cmd);
-    if (cmd.len >= tm_string_max || !tm_shell_commands_allowed) return;
+    if (cmd.len >= tm_string_max || !tm_shell_commands_allowed) return 0;
     std::string text(tm_view(cmd));
     if (!text.empty() && (text[0] == '"' || text[0] == '\''))
         text = text.size() < 2 ? "" : text.substr(1, text.size() - 2);
     std::fflush(stdout);  // what was printed so far stands before the command's own output
-    [[maybe_unused]] const int result = std::system(text.c_str());
+    return std::system(text.c_str());
 }
 
 void tm_read_one_line(std::FILE* file, tm_string_record_t& buf, std::int32_t& pos, bool& cut) {

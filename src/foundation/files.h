@@ -28,9 +28,10 @@ void tm_popen_file(const tm_string_record_t& pathin, char rorw, bool rdoly, std:
 // A failure leaves a trace line and fid -1.
 void tm_popen_filei(const tm_string_record_t& pathin, char rorw, bool rdoly, int& fid, bool& open_ok);
 
-// Runs the text as a shell command, without its enclosing quotes; 199 characters or more: ignored.
-void tm_system(const tm_string_record_t& cmd);
-// False makes SYSTEM and the '!' escape run nothing (fuzzing); true at start.
+// Runs the text as a shell command, without its enclosing quotes, and returns its status as waitpid() tells
+// it; 199 characters or more: ignored.
+int tm_system(const tm_string_record_t& cmd);
+// False makes SYSTEM and the '!' escape run nothing; true at start.
 extern bool tm_shell_commands_allowed;
 
 void tm_get_date(std::int16_t& day, std::int16_t& month, std::int16_t& year, std::int16_t& hour,

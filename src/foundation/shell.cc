@@ -36,6 +36,7 @@ constexpr tm_shell_t windowless = {
     .busy = [](bool) {},
     .move_pointer = [](std::int32_t, std::int32_t) {},
     .take_control_key = [](char) { return false; },
+    .program_failed = [](int) {},
     .flush = no_action,
     .abandon_display = no_action,
     .finalize = no_action,

@@ -25,3 +25,9 @@ bool tm_open_transcript(const tm_string_record_t& directory) {
     }
     return false;
 }
+
+bool tm_open_transcript_at(const std::string& path) {
+    tm_vext.cursessname = tm_string(path);
+    tm_vext.cursessfile = tm_create_log(path, true).release();
+    return tm_vext.cursessfile != nullptr;
+}

@@ -21,6 +21,10 @@ void kol_set_list_geometry(std::int32_t bitmap_height) {
     kol_set_trace_geometry(bitmap_height);
 }
 
+void kol_put_names_beside_rows() {
+    kol_ext.trace_sig1n_y0 = kol_ext.trace_sig1r_y0 - kol_ext.trace_height / 2;
+}
+
 void kol_update_darea_edit(tm_canvas& canvas) {
     if (tm_vext.display_on) kol_draw_results(canvas, kol_ext.list_or_trace);
 }

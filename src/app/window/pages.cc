@@ -171,8 +171,7 @@ void pages_create_pixmaps() {
 void pages_redraw_results() {
     x_canvas canvas(tm_page::results);
     if (window_options().results_follow_window) kol_set_list_geometry(canvas.height());
-    if (window_options().names_beside_rows)
-        kol_ext.trace_sig1n_y0 = kol_ext.trace_sig1r_y0 - kol_ext.trace_height / 2;
+    if (window_options().names_beside_rows) kol_put_names_beside_rows();
     kol_update_darea_edit(canvas);
     if (tm_vext.numpage == tm_page::results) pages_copy_to_window();
 }

@@ -21,6 +21,8 @@ constexpr std::int16_t level_max = 10;  // a program whose output runs it again 
 constexpr std::int32_t delay_before_start = 100, delay_after_start = 150, delay_at_end = 50;  // milliseconds
 constexpr std::string_view root_variable = "$QUILLARN";
 
+constexpr kol_rejection_t no_shell{"# !! Error : programs are not started here ( --no-shell or KOLV_NO_SHELL ) "};
+
 constexpr int cannot_be_executed = 126, not_found = 127;  // what a shell ends with
 constexpr std::int64_t skipped_max = 1 << 20;             // of one line, in characters
 
@@ -55,6 +57,16 @@ void report_not_started(const std::string& text) {
     tm_display("# !!! Error :  Command not found or not executable ?? ");
     kol_show({"# !!!  \"", text, "\" "});
     show_invalid(text);
+}
+
+void refuse_program() {
+    tm_count_error();
+    tm_display(no_shell.error);
+}
+
+// How it ended does not show in the lines.
+void report_end(int status) {
+    if (status != 0) tm_shell.program_failed(status);
 }
 
 std::string program_text(std::string_view text) {
@@ -116,7 +128,7 @@ void interpret_output(std::FILE* output) {
 }
 
 void run_program(const std::string& text) {
-    if (!tm_shell_commands_allowed) return report_not_started(text);
+    if (!tm_shell_commands_allowed) return refuse_program();
     xdelayms(delay_before_start);
     tm_shell.flush();
     process program(popen(text.c_str(), "r"));
@@ -125,8 +137,8 @@ void run_program(const std::string& text) {
     tm_shell.flush();
     if (!is_started(program)) return report_not_started(text);
     kol_show({"# ", std::string_view(text).substr(0, echo_max), " "});
-    if (program) interpret_output(program.get());
-    program.reset();
+    interpret_output(program.get());
+    report_end(pclose(program.release()));
     tm_display("# End of Exec ");
     xdelayms(delay_at_end);
 }
@@ -148,8 +160,9 @@ void kol_exec_cmd(const char* text) {
 }
 
 kol_result_t kol_system_cmd(const kol_line_t& line) {
+    if (!tm_shell_commands_allowed) return no_shell;
     kol_echo(line);
     tm_shell.flush();  // the user sees what led to the program while it runs
-    tm_system(line[2]);
+    report_end(tm_system(line[2]));
     return kol_shown();
 }

@@ -1,6 +1,8 @@
 // One line of input: cleaning, commands, dispatch.
 #include "commands/language/interpreter.h"
 
+#include <string>
+
 #include "commands/language/command_line.h"
 #include "commands/language/command_table.h"
 #include "commands/language/substitution.h"
@@ -56,36 +58,57 @@ bool dispatch(const tm_string_record_t& command, const kol_keywords_t& keywords,
     return !result.ends_line;
 }
 
-bool interpret(tm_string_record_t& command, kol_array_param_t& arg_father, kol_array_param_t& var_father) {
+struct values_t {
+    kol_array_param_t& arg;
+    kol_array_param_t& var;
+};
+
+// A file is the second keyword, whatever stands there.
+bool interpret(tm_string_record_t& command, const values_t& values, const tm_string_record_t* file) {
     if (command.char_[0] == '#') return false;
     if (command.char_[0] == '!') {
         kol_exec_cmd(command.char_ + 1);
         return true;
     }
-    kol_substitute(command, "$ARG", arg_father);
+    kol_substitute(command, "$ARG", values.arg);
     tm_string_record_t word;
     kol_first_word(command, word);
-    if (!kol_keeps_variables(word)) kol_substitute(command, "$VAR", var_father);
-    const kol_keywords_t keywords = kol_split_keywords(command);
+    if (!kol_keeps_variables(word)) kol_substitute(command, "$VAR", values.var);
+    kol_keywords_t keywords = kol_split_keywords(command);
     if (keywords.nkeyword == 0) return false;
-    const bool line_goes_on = dispatch(command, keywords, var_father);
+    if (file != nullptr) keywords.keyword[1] = *file;
+    const bool line_goes_on = dispatch(command, keywords, values.var);
     end_command();
     return line_goes_on;
+}
+
+// A file is the name in the first command.
+void process(tm_string_record_t text, const values_t& values, const tm_string_record_t* file) {
+    tm_rest_string(text);
+    clean(values.arg);
+    clean(values.var);
+    if (text.len == 0) return end_line();
+    begin_line(text);
+    tm_string_record_t command;
+    std::int32_t pos = 1;
+    for (std::int16_t n = 0; n < max_commands && !tm_vext.end_flag; ++n)
+        if (!kol_next_command(text, pos, command) || !interpret(command, values, n == 0 ? file : nullptr)) break;
+    end_line();
 }
 
 }  // namespace
 
 void kol_process_command(const tm_string_record_t& line, kol_array_param_t& arg_father,
                          kol_array_param_t& var_father) {
-    tm_string_record_t text = line;
-    tm_rest_string(text);
-    clean(arg_father);
-    clean(var_father);
-    if (text.len == 0) return end_line();
-    begin_line(text);
-    tm_string_record_t command;
-    std::int32_t pos = 1;
-    for (std::int16_t n = 0; n < max_commands && !tm_vext.end_flag; ++n)
-        if (!kol_next_command(text, pos, command) || !interpret(command, arg_father, var_father)) break;
-    end_line();
+    process(line, {arg_father, var_father}, nullptr);
+}
+
+void kol_process_command_file(const tm_string_record_t& name, std::int16_t parameters,
+                              kol_array_param_t& arg_father, kol_array_param_t& var_father) {
+    tm_string_record_t line = tm_string(" DO " + std::string(static_cast<std::size_t>(name.len), 'x') + " ");
+    for (std::int16_t i = 0; i < parameters; ++i) {
+        tm_concat_line(arg_father[static_cast<std::size_t>(i)], line);
+        tm_append(" ", line);
+    }
+    process(line, {arg_father, var_father}, &name);
 }

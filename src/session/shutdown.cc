@@ -1,11 +1,10 @@
-// The orderly end: everything that is open is closed, the closing line is printed.
-#include "app/shutdown.h"
+// The orderly end: everything that is open is closed.
+#include "session/shutdown.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <span>
 
-#include "app/window/pauses.h"
 #include "foundation/context.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"
@@ -39,11 +38,11 @@ void close_view_file() {
     if (kol_ext.view_sheetaux_done && tm_is_file_open(file)) tm_file_close(file, false, status);
 }
 
-void terminate_package() {
+void terminate_package(std::int32_t pause) {
     if (!tm_vext.init_done && tm_vext.num_file_open == 0) tm_fatal(init_or_open_file_not_done);
     if (!tm_vext.init_done) return;
     tm_shell.flush();
-    xdelayms(pause_at_close);
+    xdelayms(pause);
 }
 
 void close_trace_file() {
@@ -53,14 +52,10 @@ void close_trace_file() {
 
 }  // namespace
 
-void finalize() {
+void kol_close_session(std::int32_t pause) {
     close_design();
     close_sheets();
     close_view_file();
-    terminate_package();
+    terminate_package(pause);
     close_trace_file();
-    const int errors = tm_vext.num_errors;
-    const int warnings = tm_vext.num_warnings;
-    std::printf("\n -- KOLV  Execution complete...%d %s, %d %s --\n", errors, errors < 2 ? "error" : "errors",
-                warnings, warnings < 2 ? "warning" : "warnings");
 }
