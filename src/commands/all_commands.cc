@@ -7,6 +7,7 @@
 #include "commands/session/handlers.h"
 #include "commands/sheets/handlers.h"
 #include "commands/stimulus/handlers.h"
+#include "commands/values/handlers.h"
 
 namespace {
 
@@ -17,8 +18,11 @@ using enum kol_manner;
 constexpr kol_command_row_t rows[] = {
     // group, prefixes, when, canonical words, keywords, handler, manner, expansion
     {"A", {"ASSI"}, any, "ASSIgn", 2, 3, kol_assign_cmd, keeps_variables},
+    {"A", {"APP", "TAB"}, any, "APPly TABle", 3, 6, kol_apply_table_cmd},
+    {"A", {"APP", "VCD"}, any, "APPly VCD", 3, 4, kol_apply_vcd_cmd},
     {"BD", {"BASE"}, any, "BASEpoint", 1, 4, kol_base_point_cmd, usual, {kol_add_base_point, " BASEpoint Edit "}},
     {"BD", {"BYE"}, whole, "BYE", 1, 1, kol_bye_cmd},
+    {"BD", {"BREAK", "BUS"}, four_keywords, "BREAK BUS", 4, 4, kol_break_bus_cmd},
     {"BD", {"BREAK"}, whole, "BREAK", 3, 3, kol_break_cmd},
     {"BD", {"DEF", "BUS"}, any, "DEFine BUS", 5, 30, kol_define_bus_cmd},
     {"BD", {"DEF", "KEY"}, any, "DEFine KEY", 4, 4, kol_define_key_cmd},
@@ -26,14 +30,17 @@ constexpr kol_command_row_t rows[] = {
     {"BD", {"DOB"}, any, "DOBin", 2, 30, kol_dobin_cmd, marked},
     {"BD", {"DODIR"}, any, "DODIRectbin", 2, 30, kol_dodirbin_cmd, marked},
     {"BD", {"DISP"}, any, "DISplay", 2, 2, kol_display_cmd},
+    {"BD", {"DUM"}, any, "DUMp", 2, 5, kol_dump_cmd},
     {"C", {"COM"}, any, "COMmand", 2, 2, kol_command_cmd, marked},
     {"C", {"CHA", "PRO", "SWI"}, any, "CHAnge PROperty SWItches", 4, 4, kol_change_prop_switches_cmd},
     {"C", {"CHE", "SHE"}, any, "CHEck SHEet", 2, 2, kol_check_sheet_cmd},
+    {"C", {"CHE", "TAB"}, any, "CHEck TABle", 2, 6, kol_check_table_cmd},
     {"C", {"CLO", "PER"}, any, "CLOck PERiod", 3, 3, kol_clock_period_cmd, usual, {kol_add_clock_period}},
     {"EFGH", {"GRID"}, second_is_o, "GRId", 2, 2, kol_grid_state_cmd, usual, {kol_add_grid_state, {}, "GRI"}},
     {"EFGH", {"GRID", "ST"}, any, "GRId STep", 3, 3, kol_grid_step_cmd, usual, {kol_add_grid_step, {}, "GRI"}},
     {"EFGH", {"HAR"}, any, "HARdcopy", 1, 2, kol_hardcopy_cmd},
     {"EFGH", {"HEL"}, any, "HELp", 1, 2, kol_help_cmd},
+    {"EFGH", {"FORC", "BUS"}, second_is_whole, "FORCE BUS", 6, 8, kol_force_bus_cmd},
     {"EFGH", {"FORC"}, any, "FORCE", 5, 7, kol_force_cmd},
     {"EFGH", {"FORG"}, any, "FORGet", 2, 30, kol_forget_cmd},
     {"EFGH", {"HIST"}, any, "HISTory", 2, 3, kol_history_cmd},
@@ -71,7 +78,7 @@ constexpr kol_command_row_t rows[] = {
     {"S", {"SPI", "MIN"}, any, "SPIke MIN", 3, 3, kol_spike_min_cmd, usual, {kol_add_spike_min}},
     {"S", {"SPI", "MOD"}, any, "SPIke MODel", 3, 3, kol_spike_model_cmd, usual, {kol_add_spike_model}},
     {"S", {"STA", "BRE"}, any, "STAtus BREak", 2, 3, kol_status_break_cmd},
-    {"S", {"STA", "BUS"}, any, "STAtus BUS", 2, 3, kol_status_bus_cmd},
+    {"S", {"STA", "BUS"}, any, "STAtus BUS", 2, 4, kol_status_bus_cmd},
     {"S", {"STA", "KEY"}, any, "STAtus KEY", 2, 3, kol_status_key_cmd},
     {"S", {"STA", "MEM"}, any, "STAtus MEMory", 3, 5, kol_status_memory_cmd},
     {"S", {"STA", "NET"}, any, "STAtus NET", 2, 2, kol_status_net_cmd},
@@ -98,6 +105,8 @@ constexpr kol_command_row_t rows[] = {
     {"VWXYZ", {"VIE", "TIM"}, any, "VIEw TIMe", 4, 4, kol_view_time_cmd},
     {"VWXYZ", {"VIE", "WIN"}, any, "VIEw WINdow", 3, 3, kol_view_window_cmd},
     {"VWXYZ", {"WRI", "LIS"}, any, "WRIte LISt", 2, 5, kol_write_list_cmd},
+    {"VWXYZ", {"WRI", "VCD"}, any, "WRIte VCD", 2, 6, kol_write_vcd_cmd},
+    {"VWXYZ", {"WRI", "CSV"}, any, "WRIte CSV", 2, 5, kol_write_csv_cmd},
     {"$", {"$C"}, cursor_step, "$C", 1, 30, kol_cursor_step_cmd, silent},
     {"$", {"$VPT"}, viewport_step, "$VPT", 1, 30, kol_viewport_step_cmd, silent},
 };

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "kernel/cell_build.h"
+#include "kernel/run_watch.h"
 
 namespace {
 
@@ -22,6 +23,9 @@ void build_when_changed() {
 void mark_breaks() {
     for (const auto* record = kol_ext.break_signal; record != nullptr; record = record->previous)
         kol_cells.cell[static_cast<std::size_t>(record->net->self)].flags |= kol_cell_breaks;
+    for (const kol_bus_break_t& bus : kol_run_watch.bus_breaks)
+        for (const yx_net_record_t* net : bus.bits)
+            kol_cells.cell[static_cast<std::size_t>(net->self)].flags |= kol_cell_breaks;
 }
 
 void write_back(yx_net_record_t& root, kol_cell_t& cell) {

@@ -12,6 +12,7 @@
 #include "kernel/history.h"
 #include "kernel/run_end.h"
 #include "kernel/run_messages.h"
+#include "kernel/run_watch.h"
 #include "kernel/spikes.h"
 #include "kernel/state.h"
 
@@ -24,7 +25,9 @@ using cell_t = kol_cell_t;
 // The run at hand.
 struct run_t {
     std::int32_t now = 0;
-    bool asks = false;  // something has happened that may end the run
+    bool asks = false;                   // something has happened that may end the run
+    std::vector<std::uint32_t> changed;  // cells, while all nets are watched
+    std::vector<bool> noted;             // those by index
 };
 run_t run;
 
@@ -416,11 +419,37 @@ bool exec_now(std::int64_t counted_before) {
     return false;
 }
 
+// Who watches all nets is told of those listed at this time; they stay noted for the end of the run.
+void note_changes() {
+    if (kol_run_watch.nets.changed == nullptr) return;
+    run.noted.resize(kol_cells.cell.size());
+    for (const std::uint32_t at : kol_cells.listed) {
+        cell_t& cell = kol_cells.cell[at];
+        cell.flags &= static_cast<std::uint8_t>(~kol_cell_listed);
+        kol_run_watch.changes.push_back({at, cell.cur});
+        if (!run.noted[at]) run.changed.push_back(at);
+        run.noted[at] = true;
+    }
+    kol_cells.listed.clear();
+}
+
+void list_noted_changes() {
+    note_changes();
+    for (const std::uint32_t at : run.changed) list_cell(at, kol_cells.cell[at]);
+}
+
+bool end_time_watched(std::int64_t next_time, std::int64_t counted_before) {
+    note_changes();
+    return kol_watch_time(next_time, counted_before);
+}
+
 bool exec_times(kol_stimuli_reader_t& stimuli) {
     const std::int64_t counted_before = tm_counted();
     kol_ext.spike_min = kol_ext.spike_min_t0;
     for (;;) {
         const std::int64_t next = std::min(kol_cells.wheel.next_time(), stimuli.next_time());
+        if (kol_run_watch.is_on && next > kol_ext.cur_time && end_time_watched(next, counted_before))
+            return true;
         if (next > kol_ext.end_time) return false;
         const auto time = static_cast<std::int32_t>(next);
         if (kol_ext.tspike_min > 0 && time >= kol_ext.tspike_min) kol_ext.spike_min = kol_ext.spike_min_t;
@@ -452,6 +481,7 @@ bool kol_run_cells(const kol_stimuli_t& stimuli) {
     kol_cells.is_running = true;
     kol_ext.time_breaked = exec_times(reader) || kol_ext.time_breaked;
     kol_cells.is_running = false;
+    list_noted_changes();
     reader.enter_rest();
     kol_write_back_cells();
     kol_give_queue_back();

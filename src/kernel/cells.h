@@ -128,6 +128,12 @@ struct kol_cells_t {
 };
 extern kol_cells_t kol_cells;
 
+// The state of a root net, also while a run works on the cells.
+inline std::int8_t kol_state_now(const yx_net_record_t& root) {
+    return kol_cells.is_running ? kol_cells.cell[static_cast<std::size_t>(root.self)].cur
+                                : root.UU.U1.cur_state.state;
+}
+
 inline void kol_put_input(kol_fed_t fed, std::int16_t value) {
     const bool is_gate = fed.kind() == kol_fed_kind::gate;
     kol_cell_t& gate = kol_cells.cell[is_gate ? fed.index() : kol_cells.timed[fed.index()].cell];

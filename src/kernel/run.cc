@@ -10,6 +10,7 @@
 #include "kernel/queue.h"
 #include "kernel/queue_check.h"
 #include "kernel/run_end.h"
+#include "kernel/run_watch.h"
 #include "kernel/stimuli.h"
 
 namespace {
@@ -23,14 +24,24 @@ kol_executed_t exec_head() {
     return executed;
 }
 
+void note_change(const yx_net_record_t& net) {
+    if (kol_run_watch.nets.changed != nullptr)
+        kol_run_watch.changes.push_back({static_cast<std::uint32_t>(net.self), net.UU.U1.cur_state.state});
+}
+
 void exec_until_end() {
     const std::int64_t counted_before = tm_counted();
     kol_ext.spike_min = kol_ext.spike_min_t0;
     while (kol_ext.cur_event != nullptr) {
         const std::int32_t time = kol_ext.cur_event->time;
+        if (kol_run_watch.is_on && time > kol_ext.cur_time && kol_watch_time(time, counted_before)) {
+            kol_ext.time_breaked = true;
+            return;
+        }
         if (kol_ext.tspike_min > 0 && time >= kol_ext.tspike_min) kol_ext.spike_min = kol_ext.spike_min_t;
         if (time > kol_ext.end_time) return;
         const kol_executed_t executed = exec_head();
+        note_change(*executed.net);
         if (!kol_is_run_ended(executed, counted_before)) continue;
         kol_ext.time_breaked = true;
         return;
@@ -45,10 +56,7 @@ void run_general_way(const kol_stimuli_t& stimuli) {
     exec_until_end();
 }
 
-}  // namespace
-
-void kol_exec_all_event(bool& no_event_found) {
-    no_event_found = false;
+void exec_window(bool& no_event_found) {
     const kol_stimuli_t stimuli = kol_stimuli_of_window();
     if (kol_ext.cur_event == nullptr && stimuli.empty()) {
         no_event_found = true;
@@ -57,4 +65,13 @@ void kol_exec_all_event(bool& no_event_found) {
     }
     if (!kol_run_cells(stimuli)) run_general_way(stimuli);
     kol_ext.cur_time = kol_ext.time_breaked ? std::min(kol_ext.cur_time, kol_ext.end_time) : kol_ext.end_time;
+}
+
+}  // namespace
+
+void kol_exec_all_event(bool& no_event_found) {
+    no_event_found = false;
+    if (kol_run_watch.is_on) kol_begin_run_watch();
+    exec_window(no_event_found);
+    if (kol_run_watch.is_on) kol_end_run_watch();
 }

@@ -27,13 +27,17 @@ bool ask_user(const kol_executed_t& executed) {
 
 }  // namespace
 
+bool kol_is_limit_reached(std::int64_t counted_before) {
+    if (tm_counted() - counted_before <= run_limit) return false;
+    kol_say_limit(kol_ext.cur_time);
+    return true;
+}
+
 bool kol_is_run_ended(const kol_executed_t& executed, std::int64_t counted_before) {
     if (breaks_at(executed)) {
         kol_say_break(*executed.net, kol_ext.cur_time);
         return true;
     }
     if (ask_user(executed)) return true;
-    if (tm_counted() - counted_before <= run_limit) return false;
-    kol_say_limit(kol_ext.cur_time);
-    return true;
+    return kol_is_limit_reached(counted_before);
 }

@@ -10,4 +10,5 @@ struct kol_executed_t {
 };
 
 // True ends the run; the user has been told why.  counted_before: tm_counted when the run began.
+bool kol_is_limit_reached(std::int64_t counted_before);  // errors and warnings alone
 bool kol_is_run_ended(const kol_executed_t& executed, std::int64_t counted_before);

@@ -66,6 +66,12 @@ void kol_say_break(const yx_net_record_t& net, std::int32_t time) {
     kol_say("#    time: ", kol_time_text(time));
 }
 
+void kol_say_bus_break(const tm_string_record_t& name, std::string_view value, std::int32_t time) {
+    kol_say("# !! BREAK on bus : ", kol_quoted(tm_view(name)), " ");
+    kol_say("#    Value : ", kol_quoted(value), " ");
+    kol_say("#    time: ", kol_time_text(time));
+}
+
 void kol_say_break_request(std::int32_t time) {
     kol_say("# !! Simulation BREAKED Request ");
     kol_say("#    time : ", kol_time_text(time));

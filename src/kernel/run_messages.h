@@ -18,6 +18,7 @@ void kol_say_driver_spike(const kol_spike_t& spike);
 void kol_say_fan_out_spike(const kol_spike_t& spike);
 
 void kol_say_break(const yx_net_record_t& net, std::int32_t time);
+void kol_say_bus_break(const tm_string_record_t& name, std::string_view value, std::int32_t time);
 void kol_say_break_request(std::int32_t time);
 void kol_say_status(std::int32_t time);
 void kol_say_limit(std::int32_t time);

@@ -23,17 +23,17 @@ tm_stream tm_open_to_read(const tm_string_record_t& pathname) {
     return tm_stream(is_file ? std::fopen(path.c_str(), "r") : nullptr);
 }
 
-bool tm_read_whole(const tm_string_record_t& pathname, std::string& bytes) {
+bool tm_read_whole(const tm_string_record_t& pathname, std::string& bytes, std::size_t most) {
     bytes.clear();
     const tm_stream file = tm_open_to_read(pathname);
     if (file == nullptr) return false;
-    for (std::size_t got = read_step; got == read_step && bytes.size() <= tm_sheet_file_max;) {
+    for (std::size_t got = read_step; got == read_step && bytes.size() <= most;) {
         const std::size_t had = bytes.size();
         bytes.resize(had + read_step);
         got = std::fread(bytes.data() + had, 1, read_step, file.get());
         bytes.resize(had + got);
     }
-    return bytes.size() <= tm_sheet_file_max && std::ferror(file.get()) == 0;
+    return bytes.size() <= most && std::ferror(file.get()) == 0;
 }
 
 bool tm_write_whole(const tm_string_record_t& pathname, const std::string& bytes) {

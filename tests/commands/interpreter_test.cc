@@ -56,6 +56,7 @@ std::string sample(const kol_command_row_t& row) {
     std::string line;
     for (const char* const prefix : row.prefix)
         if (prefix != nullptr) line += prefix + std::string(" ");
+    if (row.when == kol_when::four_keywords) line += "a 1";
     return line + (row.when == kol_when::second_is_o ? "off" : "");
 }
 

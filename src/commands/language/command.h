@@ -34,12 +34,14 @@ struct kol_result_t;
 using kol_handler_t = kol_result_t (*)(const kol_line_t& line);
 
 enum class kol_when : std::uint8_t {
-    any,            // the prefixes alone select the row
-    whole,          // keyword 1 is the first prefix, complete and no longer
-    second_is_o,    // keyword 2 begins with 'o': ON or OFF follow in the handler
-    two_keywords,   // exactly 2 keywords
-    cursor_step,    // "$C", a direction, 1 or 4
-    viewport_step,  // "$VPT", a direction, 5, 20 or 80
+    any,              // the prefixes alone select the row
+    whole,            // keyword 1 is the first prefix, complete and no longer
+    second_is_o,      // keyword 2 begins with 'o': ON or OFF follow in the handler
+    two_keywords,     // exactly 2 keywords
+    four_keywords,    // exactly 4, keyword 1 complete and no longer
+    second_is_whole,  // keyword 2 is the second prefix, complete and no longer
+    cursor_step,      // "$C", a direction, 1 or 4
+    viewport_step,    // "$VPT", a direction, 5, 20 or 80
 };
 
 // What is unusual about a command's echo or its keywords.

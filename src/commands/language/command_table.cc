@@ -20,15 +20,22 @@ constexpr bool is_viewport_step(std::string_view word) {
 
 bool condition_holds(const kol_command_row_t& row, const kol_keywords_t& keywords) {
     const std::string_view word = tm_view(keywords[1]);
+    const auto is_whole = [](const tm_string_record_t& keyword, std::string_view prefix) {
+        return tm_view(keyword).size() == prefix.size();
+    };
     switch (row.when) {
         case kol_when::any:
             return true;
         case kol_when::whole:
-            return word.size() == std::string_view(row.prefix[0]).size();
+            return is_whole(keywords[1], row.prefix[0]);
         case kol_when::second_is_o:
             return keywords.nkeyword > 1 && tm_upper_case(keywords[2].char_[0]) == 'O';
         case kol_when::two_keywords:
             return keywords.nkeyword == 2;
+        case kol_when::four_keywords:
+            return keywords.nkeyword == 4 && is_whole(keywords[1], row.prefix[0]);
+        case kol_when::second_is_whole:
+            return is_whole(keywords[2], row.prefix[1]);
         case kol_when::cursor_step:
             return is_cursor_step(word);
         case kol_when::viewport_step:

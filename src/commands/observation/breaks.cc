@@ -1,6 +1,7 @@
 // BREAK and STATUS BREAK.
 #include "commands/observation/breaks.h"
 
+#include "commands/observation/bus_breaks.h"
 #include "commands/observation/handlers.h"
 #include "commands/shared/parameters.h"
 #include "commands/shared/rejections.h"
@@ -55,7 +56,7 @@ void report_break(const yx_break_signal_rec_t& record) {
 
 void report_breaks() {
     const yx_break_signal_rec_t* record = kol_ext.break_signal;
-    while (record->previous != nullptr) record = record->previous;
+    while (record != nullptr && record->previous != nullptr) record = record->previous;
     for (; record != nullptr; record = record->next) report_break(*record);
 }
 
@@ -83,11 +84,14 @@ kol_result_t kol_break_cmd(const kol_line_t& line) {
 
 kol_result_t kol_status_break_cmd(const kol_line_t& line) {
     yx_break_signal_rec_t* record = nullptr;
-    if (kol_ext.break_signal == nullptr) return no_break;
-    if (line.nkeyword == 3 && kol_find_break_inrec(line[3], record) == 0) return break_unknown;
-    if (record != nullptr)
+    if (kol_ext.break_signal == nullptr && !kol_has_bus_break()) return no_break;
+    if (line.nkeyword == 3 && kol_find_break_inrec(line[3], record) == 0)
+        return kol_report_bus_breaks(&line[3]) ? kol_rejection_t{} : break_unknown;
+    if (record != nullptr) {
         report_break(*record);
-    else
-        report_breaks();
+        return {};
+    }
+    report_breaks();
+    kol_report_bus_breaks(nullptr);
     return {};
 }

@@ -1,5 +1,6 @@
 // FORGET.
 #include "commands/observation/breaks.h"
+#include "commands/observation/bus_breaks.h"
 #include "commands/observation/handlers.h"
 #include "commands/observation/observed_signal.h"
 #include "commands/shared/parameters.h"
@@ -31,16 +32,17 @@ bool forget_bus(const tm_string_record_t& name) {
 
 // ---- breaks
 
-bool has_break() { return kol_ext.break_signal != nullptr; }
+bool has_break() { return kol_ext.break_signal != nullptr || kol_has_bus_break(); }
 
 void forget_breaks() {
     kol_ext.time_breaked = false;
     kol_remove_all_breaks();
+    kol_remove_bus_breaks();
 }
 
 bool forget_break(const tm_string_record_t& name) {
     yx_break_signal_rec_t* record = nullptr;
-    if (kol_find_break_inrec(name, record) == 0) return false;
+    if (kol_find_break_inrec(name, record) == 0) return kol_remove_bus_break(name);
     kol_remove_break(record);
     return true;
 }

@@ -8,6 +8,9 @@
 kol_result_t kol_break_cmd(const kol_line_t& line);
 kol_result_t kol_status_break_cmd(const kol_line_t& line);
 
+// bus_breaks.cc
+kol_result_t kol_break_bus_cmd(const kol_line_t& line);
+
 // define_bus.cc
 kol_result_t kol_define_bus_cmd(const kol_line_t& line);
 

@@ -5,9 +5,7 @@
 
 #include <memory>
 
-#include "kernel/context.h"
-
-enum kol_radix : std::int16_t { kol_hexadecimal = 0, kol_binary = 1, kol_decimal = 2 };
+#include "kernel/bus_bits.h"
 
 struct kol_found_signal_t {
     tm_string_record_t name;         // as typed; "_0" behind it for a bus of the design

@@ -2,6 +2,8 @@
 #include <array>
 
 #include "commands/observation/handlers.h"
+#include "commands/shared/bus_value.h"
+#include "commands/shared/parameters.h"
 #include "commands/shared/rejections.h"
 #include "commands/shared/report.h"
 #include "foundation/shell.h"
@@ -10,6 +12,8 @@
 
 namespace {
 
+constexpr kol_rejection_t value_invalid{
+    "# !! Error : 4th parameter invalid ( should be : \"Value\",\"Hex\",\"Bin\",\"Dec\" ) "};
 constexpr kol_rejection_t no_bus{"# !! Error : NO Bus Exists ? "};
 
 constexpr std::array<std::string_view, 3> radix_texts = {  // by radix code
@@ -42,9 +46,28 @@ void report_bus(const yx_bus_rec_t& bus) {
         report_member(*member);
 }
 
+// The radix that the last keyword asks for: its own one, or that of the bus.
+bool read_radix(const tm_string_record_t& keyword, const yx_bus_rec_t* bus, std::int16_t& radix) {
+    radix =
+        kol_begins_with_one_of(keyword, "V") ? kol_listed_radix(bus) : kol_radix_of_letter(keyword.char_[0]);
+    return radix >= 0;
+}
+
+kol_result_t report_value(const kol_line_t& line) {
+    std::vector<yx_net_record_t*> bits;
+    yx_bus_rec_t* bus = nullptr;
+    std::int16_t radix = 0;
+    if (!kol_find_bits(line[3], bits, bus)) return kol_bus_unknown;
+    if (!read_radix(line[4], bus, radix)) return value_invalid;
+    kol_report_quoted("#   BUS : ", tm_view(line[3]));
+    kol_report_quoted("#   value : ", kol_bus_value_text(bits, radix));
+    return {};
+}
+
 }  // namespace
 
 kol_result_t kol_status_bus_cmd(const kol_line_t& line) {
+    if (line.nkeyword == 4) return report_value(line);
     const yx_bus_rec_t* bus = kol_ext.start_sim_bus;
     yx_bus_rec_t* named = nullptr;
     if (bus == nullptr) return no_bus;

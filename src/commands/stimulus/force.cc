@@ -1,4 +1,6 @@
 // FORCE and CLOCK PERIOD.
+#include "commands/stimulus/force.h"
+
 #include "commands/language/entry_expansion.h"
 #include "commands/shared/parameters.h"
 #include "commands/shared/rejections.h"
@@ -14,42 +16,46 @@ constexpr kol_rejection_t force_mode_invalid{
     "# !! Error : 2nd parameter invalid ( should be : \"Abs\" or \"Current\" ) "};
 constexpr kol_rejection_t force_net_invalid{
     "# !! Error : 3rd parameter invalid ( should begin with letter or \"/\" ) "};
-constexpr kol_rejection_t force_time_invalid{"# !! Error : Invalid time  ( 5th parameter ) ",
-                                             kol_form::quoted};
-constexpr kol_rejection_t force_stop_time_invalid{"# !! Error : Invalid stop_time  ( 7th parameter ) ",
-                                                  kol_form::quoted};
-constexpr kol_rejection_t force_repeat_invalid{
-    "# !! Error : 6th parameter Invalid ( should be : \"Once\" or \"Repeat\" ) ", kol_form::quoted};
-constexpr kol_rejection_t no_clock_period{"# !! Error : No Clock Period already defined ? "};
-
-// The force that keywords 2.. describe, times absolute but for a repeated force.
-kol_rejection_t read_force_times(const kol_line_t& line, kol_force_rec_t& force, bool& repeat) {
-    const bool current = kol_begins_with_one_of(line[2], "C");
-    if (!kol_read_positive_time(line[5], force.time)) return force_time_invalid;
-    if (line.nkeyword == 7) {
-        if (!kol_read_positive_time(line[7], force.stop_time)) return force_stop_time_invalid;
-        if (current && !kol_count_from_now(force.stop_time)) return force_stop_time_invalid;
-    }
-    if (line.nkeyword >= 6 && !kol_begins_with_one_of(line[6], "OR")) return force_repeat_invalid;
-    repeat = line.nkeyword >= 6 && kol_begins_with_one_of(line[6], "R");
-    if (!repeat && current && !kol_count_from_now(force.time)) return force_time_invalid;
-    return {};
-}
+constexpr kol_force_words_t words{
+    2,
+    5,
+    {"# !! Error : Invalid time  ( 5th parameter ) ", kol_form::quoted},
+    {"# !! Error : Invalid stop_time  ( 7th parameter ) ", kol_form::quoted},
+    {"# !! Error : 6th parameter Invalid ( should be : \"Once\" or \"Repeat\" ) ", kol_form::quoted}};
 
 kol_rejection_t read_force(const kol_line_t& line, kol_force_rec_t& force, bool& repeat) {
     if (!kol_begins_with_one_of(line[2], "AC")) return force_mode_invalid;
     force.name = line[3];
     if (!kol_begins_like_signal(force.name)) return force_net_invalid;
     if (!kol_keyword_to_state(tm_view(line[4]), force.state)) return kol_state_invalid;
-    if (const kol_rejection_t wrong = read_force_times(line, force, repeat)) return wrong;
+    if (const kol_rejection_t wrong = kol_read_force_times(line, words, force, repeat)) return wrong;
     force.net_type = kol_find_net(force.name, force.net);
     // A whole bus takes no single state; its members do.
     if (force.net_type == 0 || force.net->net_type == YX_TSTD_BUS) return kol_net_not_found;
-    if (repeat && kol_ext.last_clock_force_blk == nullptr) return no_clock_period;
+    if (repeat && kol_ext.last_clock_force_blk == nullptr) return kol_no_clock_period;
     return {};
 }
 
-void append_force(const kol_force_rec_t& force, bool repeat) {
+}  // namespace
+
+kol_rejection_t kol_read_force_times(const kol_line_t& line, const kol_force_words_t& words,
+                                     kol_force_rec_t& force, bool& repeat) {
+    const auto once_or_repeat = static_cast<std::int16_t>(words.time + 1);
+    const auto stop_time = static_cast<std::int16_t>(words.time + 2);
+    const bool current = kol_begins_with_one_of(line[words.mode], "C");
+    if (!kol_read_positive_time(line[words.time], force.time)) return words.time_invalid;
+    if (line.nkeyword == stop_time) {
+        if (!kol_read_positive_time(line[stop_time], force.stop_time)) return words.stop_time_invalid;
+        if (current && !kol_count_from_now(force.stop_time)) return words.stop_time_invalid;
+    }
+    const bool has_mode = line.nkeyword >= once_or_repeat;
+    if (has_mode && !kol_begins_with_one_of(line[once_or_repeat], "OR")) return words.repeat_invalid;
+    repeat = has_mode && kol_begins_with_one_of(line[once_or_repeat], "R");
+    if (!repeat && current && !kol_count_from_now(force.time)) return words.time_invalid;
+    return {};
+}
+
+void kol_append_force(const kol_force_rec_t& force, bool repeat) {
     auto record = std::make_unique<kol_force_rec_t>(force);
     if (repeat) {
         kol_forceblk_rec_t& block = *kol_ext.last_clock_force_blk;
@@ -58,8 +64,6 @@ void append_force(const kol_force_rec_t& force, bool repeat) {
         tm_list_append(std::move(record), kol_ext.start_force, kol_ext.last_force);
     }
 }
-
-}  // namespace
 
 void kol_add_clock_period(tm_string_record_t& entry) {
     const kol_forceblk_rec_t* const clock = kol_ext.last_clock_force_blk;
@@ -70,7 +74,7 @@ kol_result_t kol_force_cmd(const kol_line_t& line) {
     kol_force_rec_t force;
     bool repeat = false;
     if (const kol_rejection_t wrong = read_force(line, force, repeat)) return wrong;
-    append_force(force, repeat);
+    kol_append_force(force, repeat);
     return {};
 }
 

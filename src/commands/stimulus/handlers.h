@@ -9,6 +9,9 @@ kol_result_t kol_force_cmd(const kol_line_t& line);
 kol_result_t kol_clock_period_cmd(const kol_line_t& line);
 void kol_add_clock_period(tm_string_record_t& entry);
 
+// force_bus.cc
+kol_result_t kol_force_bus_cmd(const kol_line_t& line);
+
 // memory.cc
 kol_result_t kol_status_memory_cmd(const kol_line_t& line);
 kol_result_t kol_load_memory_cmd(const kol_line_t& line);
