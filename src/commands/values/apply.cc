@@ -1,4 +1,6 @@
 // APPLY TABLE and APPLY VCD: stimuli from data.
+#include <algorithm>
+
 #include "commands/files/file_path.h"
 #include "commands/files/handlers.h"
 #include "commands/stimulus/force.h"
@@ -52,10 +54,9 @@ kol_result_t kol_apply_vcd_cmd(const kol_line_t& line) {
     for (const kol_vcd_force_t& each : read.forces)
         force(yx_ptrto_net_rec(static_cast<std::int32_t>(each.net)), each.time, each.state);
     kol_result_t result = counted(read.forces.size());
-    for (std::size_t k = 0; k < read.unknown.size() && k < most_named; ++k)
-        result = std::move(result).then({"#   no net : \"", read.unknown[k], "\" "});
-    if (read.unknown.size() > most_named)
-        result = std::move(result).then(
-            {"#   no net : ", std::to_string(read.unknown.size() - most_named), " more "});
+    const std::size_t named = std::min(read.unknown.size(), most_named), others = read.unknown.size() - named;
+    for (std::size_t k = 0; k < named; ++k)
+        result.behind.push_back("#   no net : \"" + read.unknown[k] + "\" ");
+    if (others > 0) result.behind.push_back("#   no net : " + std::to_string(others) + " more ");
     return result;
 }

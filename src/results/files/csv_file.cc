@@ -27,15 +27,18 @@ std::string value_of(const rs_observed_t& column, const std::int8_t* states) {
     return rs_value_text(bits, column.radix);
 }
 
-void write_row(std::FILE* file, std::int32_t time, const std::vector<rs_observed_t>& columns,
-               const std::vector<std::int8_t>& states) {
-    std::string row = kol_time_text(time);
+std::string row_of(const std::vector<rs_observed_t>& columns, const std::vector<std::int8_t>& states) {
+    std::string row;
     const std::int8_t* next = states.data();
     for (const rs_observed_t& column : columns) {
         row.append(",").append(value_of(column, next));
         next += column.bits.size();
     }
-    std::fprintf(file, "%s\n", row.c_str());
+    return row;
+}
+
+void write_row(std::FILE* file, std::int32_t time, const std::string& row) {
+    std::fprintf(file, "%s%s\n", kol_time_text(time).c_str(), row.c_str());
 }
 
 }  // namespace
@@ -51,10 +54,13 @@ void rs_write_csv(std::FILE* file, std::int32_t begin_time, std::int32_t end_tim
     }
     std::fprintf(file, "%s\n", header.c_str());
     auto [states, changes] = rs_changes_of(nets, begin_time, end_time);
-    write_row(file, begin_time, columns, states);
+    std::string row = row_of(columns, states);
+    write_row(file, begin_time, row);
     for (std::size_t k = 0; k < changes.size(); ++k) {
         states[changes[k].net] = changes[k].state;
-        if (k + 1 == changes.size() || changes[k + 1].time != changes[k].time)
-            write_row(file, changes[k].time, columns, states);
+        if (k + 1 < changes.size() && changes[k + 1].time == changes[k].time) continue;
+        std::string next = row_of(columns, states);
+        if (next != row) write_row(file, changes[k].time, next);
+        row = std::move(next);
     }
 }
