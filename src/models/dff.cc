@@ -31,6 +31,7 @@ void note_data_time(const yx_inst_record_t& inst, std::int32_t time) {
 void kol_dff_init() {
     kol_dff_userdata_rec_t& dff = user_data.create();
     kol_set_up_pins(plan, dff.roles(), &dff.outputs);
+    dff.edges = kol_read_edge_checks(dff.edge_roles());
 }
 
 void kol_dff_clear() { user_data.all().clear(); }
@@ -39,12 +40,17 @@ void kol_dff_restart() {
     for (kol_dff_userdata_rec_t& dff : user_data.all()) kol_restart_storage(dff);
 }
 
-void kol_dff_refresh() { kol_refresh_pins(plan, user_data.current().roles()); }
+void kol_dff_refresh() {
+    kol_dff_userdata_rec_t& dff = user_data.current();
+    kol_refresh_pins(plan, dff.roles());
+    kol_refresh_edge_checks(dff.edge_roles(), dff.edges.get());
+}
 
 kol_short_way_t kol_dff_short_way(const yx_inst_record_t& inst) {
     const auto* const dff = static_cast<const kol_dff_userdata_rec_t*>(inst.user_data_area);
     if (dff == nullptr || dff->d.pin == nullptr || dff->control.pin == nullptr) return {};
-    if (dff->s.found || dff->r.found || kol_has_limits(dff->control) || !kol_checks_setup_only(dff->d))
+    if (dff->s.found || dff->r.found || dff->edges != nullptr || kol_has_limits(dff->control) ||
+        !kol_checks_setup_only(dff->d))
         return {};
     const kol_outputs_t& outputs = dff->outputs;
     if (outputs.nb_q + outputs.nb_qb != 1) return {};
@@ -70,6 +76,7 @@ void kol_dff_clk_hdler() {
     }
     if (dff.s.found) kol_check_setup(dff.control, clock, dff.s);
     if (dff.r.found) kol_check_setup(dff.control, clock, dff.r);
+    kol_check_clock(dff.edges.get(), dff.edge_roles(), clock);
     if (!kol_is_active(dff.control.edge, clock.change) || dff.s.on || dff.r.on) return;
     kol_capture(dff, dff.control.pin);
 }

@@ -71,7 +71,9 @@ void override_changed(kol_dlatch_userdata_rec_t& latch, kol_timing_role_t& role)
     const kol_transition_t transition = kol_record_both_edges(role);
     kol_check_pulse_width(role, transition);
     kol_check_hold(role, transition, latch.control);
+    const bool was_active = role.on;
     role.on = is_active(role);
+    if (was_active && !role.on) kol_check_release(latch.edges.get(), latch.edge_roles(), role, transition);
     latch.check_data_on = !latch.s.on && !latch.r.on;
     settle(latch);
 }
@@ -81,6 +83,7 @@ void override_changed(kol_dlatch_userdata_rec_t& latch, kol_timing_role_t& role)
 void kol_dlatch_init() {
     kol_dlatch_userdata_rec_t& latch = user_data.create();
     kol_set_up_pins(kol_latch_plan, latch.roles(), &latch.outputs);
+    latch.edges = kol_read_edge_checks(latch.edge_roles());
     for (const kol_timing_role_t* role : {&latch.control, &latch.s, &latch.r})
         if (role->pin != nullptr && tm_upper_case(role->edge) == 'X')
             kol_show_pin_error("# !!! Error : a Level is Needed, EDGE \"X\" Has None, on pin : ", *role->pin);
@@ -97,7 +100,11 @@ void kol_dlatch_restart() {
     }
 }
 
-void kol_dlatch_refresh() { kol_refresh_pins(kol_latch_plan, user_data.current().roles()); }
+void kol_dlatch_refresh() {
+    kol_dlatch_userdata_rec_t& latch = user_data.current();
+    kol_refresh_pins(kol_latch_plan, latch.roles());
+    kol_refresh_edge_checks(latch.edge_roles(), latch.edges.get());
+}
 
 void kol_dlatch_d_hdler() {
     kol_dlatch_userdata_rec_t& latch = user_data.current();
@@ -111,6 +118,7 @@ void kol_dlatch_e_hdler() {
     const kol_transition_t enable = kol_record_both_edges(latch.control);
     if (latch.s.found) kol_check_setup(latch.control, enable, latch.s);
     if (latch.r.found) kol_check_setup(latch.control, enable, latch.r);
+    kol_check_clock(latch.edges.get(), latch.edge_roles(), enable);
     if (latch.check_data_on) {
         kol_check_pulse_width(latch.control, enable);
         kol_check_setup(latch.control, enable, latch.d);

@@ -30,8 +30,10 @@ bool override_changed(kol_storage_t& storage, kol_timing_role_t& role, kol_trans
     }
     transition = kol_record_transition(role);
     kol_check_pulse_width(role, transition);
-    const bool active = follow_override(storage, role, transition.change);
+    const bool was_active = role.on, active = follow_override(storage, role, transition.change);
     kol_check_hold(role, transition, storage.control);
+    if (was_active && !role.on)
+        kol_check_release(storage.edges.get(), storage.edge_roles(), role, transition);
     return active;
 }
 
@@ -71,4 +73,5 @@ void kol_reset_changed(kol_storage_t& storage) {
 void kol_restart_storage(kol_storage_t& storage) {
     for (kol_timing_role_t* role : storage.roles()) kol_restart_role(*role);
     storage.check_data_on = !storage.s.on && !storage.r.on;
+    kol_restart_edge_checks(storage.edges.get());
 }

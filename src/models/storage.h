@@ -3,15 +3,18 @@
 #pragma once
 
 #include "kernel/state.h"
+#include "models/edge_checks.h"
 #include "models/pin_roles.h"
 
 struct kol_storage_t {
     kol_timing_role_t d, control, r, s;
     kol_outputs_t outputs;
-    bool check_data_on = true;  // data checks are on; off while set or reset is active
+    std::unique_ptr<kol_edge_checks_t> edges;  // none for most
+    bool check_data_on = true;                 // data checks are on; off while set or reset is active
 
     kol_storage_t() { d.edge = 'X'; }
     std::array<kol_timing_role_t*, 4> roles() { return {&d, &control, &r, &s}; }
+    kol_edge_roles_t edge_roles() const { return {control, {&r, &s}}; }
 };
 
 // The reset and set rows of both models.

@@ -29,6 +29,15 @@ constexpr bool is_violated(std::int32_t limit, std::int32_t difference) {
     return limit != 0 && limit > difference;
 }
 
+// Nothing where the time is not violated.
+void show_window(std::int32_t since, std::int32_t time, std::int32_t limit,
+                 const kol_violation_t& violation) {
+    if (!is_violated(limit, time - since)) return;
+    kol_say(violation.text, path_of(violation.at), violation.from == nullptr ? " " : "");
+    if (violation.from != nullptr) kol_say(from_pin, path_of(*violation.from));
+    show_time_line(since, time, limit);
+}
+
 }  // namespace
 
 void kol_check_pulse_width(const kol_timing_role_t& role, const kol_transition_t& transition) {
@@ -46,31 +55,26 @@ void kol_check_pulse_width(const kol_timing_role_t& role, const kol_transition_t
                                                       : std::min(high, low)},
     };
     const auto& rule = rules[static_cast<std::size_t>(transition.change)];
-    if (!is_violated(rule.limit, transition.time - transition.opposite_time)) return;
-    kol_say(rule.text, path_of(role), " ");
-    show_time_line(transition.opposite_time, transition.time, rule.limit);
+    show_window(transition.opposite_time, transition.time, rule.limit, {rule.text, role, nullptr});
 }
 
 void kol_check_setup(const kol_timing_role_t& reference, const kol_transition_t& transition,
                      const kol_timing_role_t& input) {
-    const std::int32_t limit = in_range(input.setup);
-    const std::int32_t stable_since = kol_reference_time(input);
-    if (!kol_is_active(reference.edge, transition.change) ||
-        !is_violated(limit, transition.time - stable_since))
-        return;
-    kol_say(setup_violation, path_of(reference));
-    kol_say(from_pin, path_of(input));
-    show_time_line(stable_since, transition.time, limit);
+    if (kol_is_active(reference.edge, transition.change))
+        show_window(kol_reference_time(input), transition.time, in_range(input.setup),
+                    {setup_violation, reference, &input});
 }
 
 void kol_check_hold(const kol_timing_role_t& input, const kol_transition_t& transition,
                     const kol_timing_role_t& reference) {
-    const std::int32_t limit = in_range(input.hold);
-    const std::int32_t since = kol_reference_time(reference);
-    if (!kol_is_active(input.edge, transition.change) || !is_violated(limit, transition.time - since)) return;
-    kol_say(hold_violation, path_of(input));
-    kol_say(from_pin, path_of(reference));
-    show_time_line(since, transition.time, limit);
+    if (kol_is_active(input.edge, transition.change))
+        show_window(kol_reference_time(reference), transition.time, in_range(input.hold),
+                    {hold_violation, input, &reference});
+}
+
+void kol_check_since(std::int32_t since, std::int32_t time, const std::int32_t (&limits)[3],
+                     const kol_violation_t& violation) {
+    if (since >= 0) show_window(since, time, in_range(limits), violation);
 }
 
 void kol_report_override(const kol_timing_role_t& reset, const kol_timing_role_t& set, std::int32_t time) {

@@ -13,5 +13,15 @@ void kol_check_setup(const kol_timing_role_t& reference, const kol_transition_t&
 // The input has changed: is the reference's transition further back than the input's hold time?
 void kol_check_hold(const kol_timing_role_t& input, const kol_transition_t& transition,
                     const kol_timing_role_t& reference);
+// What a violation names: the pin at which it is seen, and the one that it is measured from, if that is
+// another.
+struct kol_violation_t {
+    std::string_view text;
+    const kol_timing_role_t& at;
+    const kol_timing_role_t* from;
+};
+// Less than the limit between two instants; since < 0: the first has not come yet.
+void kol_check_since(std::int32_t since, std::int32_t time, const std::int32_t (&limits)[3],
+                     const kol_violation_t& violation);
 // A reset that is active overrides a set that becomes active.
 void kol_report_override(const kol_timing_role_t& reset, const kol_timing_role_t& set, std::int32_t time);

@@ -39,6 +39,11 @@ constexpr const char* liberty = R"lib(library(small) {
     pin(D) { direction : input; } pin(CK) { direction : input; }
     pin(Q) { direction : output; function : "IQ"; }
   }
+  cell(dffr) {
+    ff(IQ, IQN) { next_state : "D"; clocked_on : "CK"; clear : "RN'"; }
+    pin(D) { direction : input; } pin(CK) { direction : input; } pin(RN) { direction : input; }
+    pin(Q) { direction : output; function : "IQ"; }
+  }
   cell(gate) {
     latch(IQ, IQN) { data_in : "E"; enable : "CK'"; }
     pin(E) { direction : input; } pin(CK) { direction : input; }
@@ -192,7 +197,7 @@ TEST_F(library, wires_add_the_delay_of_their_own_edge) {
     const std::string paths =
         "(CELL (CELLTYPE \"inv\") (INSTANCE *) (DELAY (ABSOLUTE (IOPATH A Y (0.1) (0.1)))))";
     for (const char* wire : {"(INTERCONNECT u/Y v/A (0.02) (0.04))", "(PORT v/A (0.02) (0.04))",
-                             "(NETDELAY u/Y (0.02) (0.04))"}) {
+                             "(NETDELAY u/Y (0.02) (0.04))", "(NETDELAY w (0.02) (0.04))"}) {
         ASSERT_EQ(
             annotate(cells, paths + "(CELL (CELLTYPE \"top\") (INSTANCE) (DELAY (ABSOLUTE " + wire + ")))"),
             "");
@@ -210,9 +215,8 @@ TEST_F(library, limits_of_registers_are_checked) {
     ASSERT_EQ(annotate(cell, sdf), "");
     EXPECT_EQ(status.notes,
               (std::vector<std::string>{
-                  "d.sdf: 5 of 6 entries annotated, 0 of 1 cells without entries, the larger of "
-                  "differing values 1 times",
-                  "d.sdf: left out: 1 PERIOD"}));
+                  "d.sdf: 6 of 6 entries annotated, 0 of 1 cells without entries, the larger of "
+                  "differing values 1 times"}));
     run("d=0@100 c=0@200 d=1@900 c=1@1000 c=0@1200 d=0@1901 c=1@2000 c=0@2199 d=1@2500 c=1@3000 d=0@3049");
     EXPECT_EQ(tst_changes_of("q"), "1300:1S 2400:0S 3300:1S");
     std::string text;
@@ -226,6 +230,40 @@ TEST_F(library, limits_of_registers_are_checked) {
     EXPECT_EQ(count("1.901-->2.000<->:0.099(<0.100)"), 1U) << text;
     EXPECT_EQ(count("3.000-->3.049<->:0.049(<0.050)"), 1U) << text;
     EXPECT_EQ(count("\"/u/CLKP\""), 3U) << text;
+}
+
+TEST_F(library, ends_of_resets_and_both_pulses_of_clocks_are_checked) {
+    const std::string release = "(posedge RN) (posedge CK) ", early = "rn=0@100 c=0@100 rn=1@950 c=1@1000",
+                      late = "rn=0@100 c=0@100 c=1@1000 rn=1@1100";
+    const std::string recovery = "Recovery Time Violation on pin:\"/u/CLKP\"#    From pin:\"/u/RN\"",
+                      removal = "Removal Time Violation on pin:\"/u/RN\"#    From pin:\"/u/CLKP\"";
+    const tst_rows<std::string, std::string, std::string> cases{
+        {"RECOVERY " + release + "(0.1)", early, recovery + "#  time:0.950-->1.000<->:0.050(<0.100)"},
+        {"RECREM " + release + "(0.1) (0.2)", early, recovery + "#  time:0.950-->1.000<->:0.050(<0.100)"},
+        {"RECREM " + release + "(0.1) (0.2)", late, removal + "#  time:1.000-->1.100<->:0.100(<0.200)"},
+        {"REMOVAL " + release + "(0.1)", late, ""},
+        {"PERIOD CK (1)", "c=0@100 c=1@1000 c=0@1500 c=1@1900",
+         "Min Period Violation on pin:\"/u/CLKP\" #  time:1.000-->1.900<->:0.900(<1.000)"},
+        {"WIDTH (negedge CK) (0.2)", "c=1@100 c=0@1000 c=1@1150",
+         "Min Time Low Violation on pin:\"/u/CLKP\" #  time:1.000-->1.150<->:0.150(<0.200)"},
+        // the gate in front of the clock takes a step
+        {"HOLD D (posedge CK) (0.1)", "rn=1@10 e=1@10 c=0@100 c=1@1000 d=1@1080",
+         "Hold Time Violation on pin:\"/u/D\"#    From pin:\"/u/CLKP\"#  "
+         "time:1.001-->1.080<->:0.079(<0.100)"},
+    };
+    for (const auto& [check, stimuli, lines] : cases) {
+        const std::string cells = std::string("cell dffr u D=d RN=rn Q=q") +
+                                  (check.starts_with("HOLD") ? " CK=g; cell add a A=c B=e C=g" : " CK=c");
+        ASSERT_EQ(
+            annotate(cells, "(CELL (CELLTYPE \"dffr\") (INSTANCE u) (TIMINGCHECK (" + check +
+                                ")))\n(CELL (CELLTYPE \"add\") (INSTANCE *) (DELAY (ABSOLUTE (IOPATH A C "
+                                "(0)))))"),
+            "");
+        run(stimuli);
+        std::string text;
+        for (const std::string& line : tst_take_lines()) text += line;
+        EXPECT_EQ(text, lines.empty() ? "" : "# !! " + lines) << check;
+    }
 }
 
 TEST_F(library, lines_that_find_nothing_are_told_with_the_nearest_names) {

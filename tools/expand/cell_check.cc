@@ -24,7 +24,7 @@ constexpr next_step next_steps[] = {
     {"$memrd*",     "run memory_collect behind proc"},
     {"$memwr*",     "run memory_collect behind proc"},
     {"$meminit*",   "run memory_collect behind proc"},
-    {"$mem*",       "run memory_map, or synth, which does"},
+    {"$mem*",       "run memory_unpack, then memory_collect"},
     {"$fsm",        "run fsm_map, or synth, which does"},
     {"$ff",         "it has no clock: leave clk2fflogic and async2sync away"},
     {"$_FF_",       "it has no clock: leave clk2fflogic and async2sync away"},

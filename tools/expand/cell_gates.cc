@@ -61,6 +61,11 @@ std::int32_t xp_output_net(xp_cell_gates& c, const xp_bits& output, std::uint32_
     return bit >= 0 ? bit : c.m.module.net_count++;
 }
 
+xp_bits xp_bits_at_port(const xp_cell_gates& c, std::string_view port) {
+    const xp_connection* connection = xp_find_connection(c.m.module, xp_cell_of(c), port);
+    return connection == nullptr ? xp_bits{} : connection->bits;
+}
+
 xp_bits xp_open_port(xp_cell_gates& c, std::string_view port, bool is_output, std::int64_t width) {
     xp_module& module = c.m.module;
     std::vector<std::int32_t> nets;

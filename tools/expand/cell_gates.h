@@ -29,7 +29,9 @@ inline const xp_cell& xp_cell_of(const xp_cell_gates& c) { return c.m.module.cel
 xp_cell_gates xp_begin_cell(xp_mapping& m, std::uint32_t cell);
 // Bit k of an output port of that many bits: where it goes, an open one to a net of its own.
 std::int32_t xp_output_net(xp_cell_gates& c, const xp_bits& output, std::uint32_t k, std::string_view port);
-// The bits of a port that the netlist leaves open: of an input nets that nothing drives.
+// What the cell's port is connected to; none for one that the netlist leaves open or out.
+xp_bits xp_bits_at_port(const xp_cell_gates& c, std::string_view port);
+// The bits of such a port: of an input nets that nothing drives.
 xp_bits xp_open_port(xp_cell_gates& c, std::string_view port, bool is_output, std::int64_t width);
 void xp_begin_part(xp_cell_gates& c, const xp_bits& output, std::uint32_t k);
 void xp_end_part(xp_cell_gates& c);

@@ -17,9 +17,10 @@ struct property_name {
 constexpr property_name instance_properties[] = {
     {"MODEL", "string"}, {"INST", "string"}, {"TABLE", "string"}, {"WORDS", "string"}};
 constexpr property_name pin_properties[] = {
-    {"PIN", "string"},        {"RISE", "time"},       {"FALL", "time"},      {"DRIVE", "string"},
-    {"EDGE", "string"},       {"SETUP_TIME", "time"}, {"HOLD_TIME", "time"}, {"MIN_TIME_HIGH", "time"},
-    {"MIN_TIME_LOW", "time"}, {"VALUES", "string"}};
+    {"PIN", "string"},        {"RISE", "time"},         {"FALL", "time"},          {"DRIVE", "string"},
+    {"EDGE", "string"},       {"SETUP_TIME", "time"},   {"HOLD_TIME", "time"},     {"MIN_TIME_HIGH", "time"},
+    {"MIN_TIME_LOW", "time"}, {"VALUES", "string"},     {"RECOVERY_TIME", "time"}, {"REMOVAL_TIME", "time"},
+    {"MIN_PERIOD", "time"},   {"MIN_TIME_IDLE", "time"}};
 constexpr property_name net_properties[] = {{"NET", "string"}};
 
 struct property_run {
@@ -28,8 +29,9 @@ struct property_run {
 };
 
 // The values of a pin in that order, strings by their index, times as three numbers; 0 for none.
-using pin_values = std::array<std::int32_t, 22>;
-constexpr std::size_t at_rise = 1, at_fall = 4, at_drive = 7, at_edge = 8, at_limits = 9, at_values = 21;
+using pin_values = std::array<std::int32_t, 34>;
+constexpr std::size_t at_rise = 1, at_fall = 4, at_drive = 7, at_edge = 8, at_limits = 9, at_values = 21,
+                      at_edges = 22;
 struct hash_of_values {
     std::size_t operator()(const pin_values& values) const {
         std::size_t hash = 0;
@@ -391,6 +393,10 @@ void add_annotated_pins(builder& b, const xp_scope& scope, const xp_gate& gate, 
                                                        : pin_values{yxw_string(b.image, pin.name)};
         put_time(values, at_limits + 6, timing->min_high);  // of set and reset, too
         put_time(values, at_limits + 9, timing->min_low);
+        put_time(values, at_edges, timing->recovery);
+        put_time(values, at_edges + 3, timing->removal);
+        put_time(values, at_edges + 6, timing->period);
+        put_time(values, at_edges + 9, timing->idle);
         put_time(values, at_rise, timing->rise);
         put_time(values, at_fall, timing->fall);
         add_input(b, values, xp_net_at(b.flat, scope, pin.net));

@@ -31,19 +31,15 @@ std::int64_t declared_width(const cell_context& c, char port) {
 
 xp_bits port_bits(cell_context& c, char port) {
     const std::string_view name(&port, 1);
-    const xp_connection* connection = xp_find_connection(c.m.module, xp_cell_of(c), name);
-    if (connection == nullptr) {
-        xp_fail(c.m.status, xp_fault::missing_port, c.where, xp_quoted(name));
-        return {};
-    }
+    const xp_bits bits = xp_bits_at_port(c, name);
     const bool is_bit = c.type.shape == xp_shape::gate || (c.type.shape == xp_shape::table && port == 'Y');
     const std::int64_t wanted = is_bit ? 1 : declared_width(c, port);
-    if (connection->bits.count == 0) return xp_open_port(c, name, port == 'Y', wanted);
-    if (wanted >= 0 && wanted != connection->bits.count)
+    if (bits.count == 0) return xp_open_port(c, name, port == 'Y', wanted);
+    if (wanted >= 0 && wanted != bits.count)
         xp_fail(c.m.status, xp_fault::bad_width, c.where,
                 "port " + xp_quoted(name) + " has " + std::to_string(wanted) + " bits, the connection " +
-                    std::to_string(connection->bits.count));
-    return connection->bits;
+                    std::to_string(bits.count));
+    return bits;
 }
 
 bool widths_agree(const cell_context& c) {

@@ -32,9 +32,9 @@ bool is_set(const memory_context& c, std::string_view name, std::int64_t k) {
 // ---- ports
 
 xp_bits port(memory_context& c, std::string_view name, std::int64_t width) {
-    const xp_connection* connection = xp_find_connection(c.m.module, xp_cell_of(c), name);
-    const std::int64_t count = connection == nullptr ? 0 : connection->bits.count;
-    if (count == width) return count == 0 ? xp_bits{} : connection->bits;
+    const xp_bits bits = xp_bits_at_port(c, name);
+    const std::int64_t count = bits.count;
+    if (count == width) return bits;
     if (count == 0) return xp_open_port(c, name, name == "RD_DATA", width);
     xp_fail(c.m.status, xp_fault::bad_width, c.where,
             "port " + xp_quoted(name) + " has " + std::to_string(width) + " bits, the connection " +

@@ -16,16 +16,12 @@ const xp_bits& output_of(const timed_context& c) { return c.ports[output_port]; 
 
 xp_bits find_port(timed_context& c, char letter) {
     const std::string_view name = xp_timed_port_name(*c.form.row, letter);
-    const xp_connection* connection = xp_find_connection(c.m.module, xp_cell_of(c), name);
-    if (connection != nullptr && connection->bits.count > 0) return connection->bits;
-    if (connection != nullptr) {
-        const std::int64_t width = xp_is_word(*c.form.row) && xp_is_per_bit(*c.form.row, letter)
-                                       ? xp_parameter_of(c.m.module, xp_cell_of(c), "WIDTH", 1)
-                                       : 1;
-        return xp_open_port(c, name, letter == 'Q', width);
-    }
-    xp_fail(c.m.status, xp_fault::missing_port, c.where, xp_quoted(name));
-    return {};
+    const xp_bits bits = xp_bits_at_port(c, name);
+    if (bits.count > 0) return bits;
+    const std::int64_t width = xp_is_word(*c.form.row) && xp_is_per_bit(*c.form.row, letter)
+                                   ? xp_parameter_of(c.m.module, xp_cell_of(c), "WIDTH", 1)
+                                   : 1;
+    return xp_open_port(c, name, letter == 'Q', width);
 }
 
 void check_width(timed_context& c, char letter, const xp_bits& bits) {

@@ -27,7 +27,6 @@ constexpr std::array fault_texts = {
     fault_text{xp_fault::black_box,        "black box module without contents"},
     fault_text{xp_fault::recursive_module, "recursive hierarchy"},
     fault_text{xp_fault::too_deep,         "hierarchy too deep"},
-    fault_text{xp_fault::missing_port,     "port not connected"},
     fault_text{xp_fault::unknown_port,     "unknown port"},
     fault_text{xp_fault::bad_width,        "connection width mismatch"},
     fault_text{xp_fault::driven_constant,  "output drives a constant"},

@@ -24,7 +24,6 @@ enum class xp_fault : std::uint8_t {
     black_box,
     recursive_module,
     too_deep,
-    missing_port,
     unknown_port,
     bad_width,
     driven_constant,

@@ -22,6 +22,9 @@ struct annotator {
     std::vector<instance> instances;
     std::unordered_map<std::string, std::size_t> by_path;  // without its first "/"
     std::unordered_map<std::string, bool> scopes;
+    std::unordered_map<std::string, std::int32_t> nets;  // by path; found on demand
+    std::vector<std::vector<std::pair<std::size_t, std::size_t>>>
+        readers;  // by net: instance and pin; on demand
     xp_sdf_counts counts;
     std::size_t without_place = 0;
     std::map<std::string, std::size_t, std::less<>> left_out;
@@ -35,10 +38,7 @@ xp_cell_timing timing_of(const xp_library_cell& type) {
     timing.type = &type;
     timing.paths.resize(pins * pins);
     timing.wires.resize(pins);
-    timing.setup.resize(pins);
-    timing.hold.resize(pins);
-    timing.high.resize(pins);
-    timing.low.resize(pins);
+    timing.limits.resize(pins);
     return timing;
 }
 
@@ -66,6 +66,31 @@ std::int32_t net_of(const annotator& a, const instance& i, std::size_t pin) {
     const xp_cell& cell = module.cells[xp_body_of(a.flat, scope).parts[i.first_part].cell];
     const xp_connection* c = xp_find_connection(module, cell, i.timing.type->pins[pin].name);
     return c == nullptr || c->bits.count == 0 ? -1 : xp_net_at(a.flat, scope, module.bits[c->bits.first]);
+}
+
+// ---- nets, for those that NETDELAY names
+
+void add_nets_of(annotator& a, std::uint32_t number) {
+    const xp_scope& scope = a.flat.scopes[number];
+    const xp_module& module = xp_module_of(a.flat, scope);
+    const std::string path = xp_raw_scope_path(a.flat, number).substr(1);
+    for (const xp_netname& name : module.netnames)
+        for (std::uint32_t k = 0; k < name.bits.count; ++k) {
+            const auto step = static_cast<std::int32_t>(name.upto ? name.bits.count - 1 - k : k);
+            const bool is_bit = name.bits.count == 1 && name.offset == 0;
+            a.nets.emplace(path + std::string(name.name) +
+                               (is_bit ? "" : "[" + std::to_string(name.offset + step) + "]"),
+                           xp_net_at(a.flat, scope, module.bits[name.bits.first + k]));
+        }
+}
+
+void find_readers(annotator& a) {
+    a.readers.resize(a.flat.nets.size());
+    for (std::size_t i = 0; i < a.instances.size(); ++i)
+        for (std::size_t pin = 0; pin < a.instances[i].timing.type->pins.size(); ++pin)
+            if (xp_is_input(a.instances[i].timing.type->pins[pin]))
+                if (const std::int32_t net = net_of(a, a.instances[i], pin); net >= 0)
+                    a.readers[static_cast<std::size_t>(net)].emplace_back(i, pin);
 }
 
 // ---- messages
@@ -131,16 +156,24 @@ void take_wire(const xp_sdf_entry& entry, xp_sdf_delay& wire, xp_sdf_counts& cou
     }
 }
 
-// Every input pin on the net of a pin, or of a net of the scope.
-void take_net(annotator& a, const xp_sdf_cell& cell, const xp_sdf_entry& entry) {
+// The net of a path below the scope: that of a pin, or one by its name, "u1/n5" or "bus[3]".
+std::int32_t find_net(annotator& a, std::string_view scope, std::string_view name) {
     std::size_t pin = 0;
-    const instance* driver = find_pin(a, cell.instance, entry.from.name, pin);
-    if (driver == nullptr) return tell(a, entry.line, "no pin " + xp_quoted(entry.from.name));
-    const std::int32_t net = net_of(a, *driver, pin);
-    for (instance& i : a.instances)
-        for (std::size_t k = 0; k < i.timing.type->pins.size(); ++k)
-            if (xp_is_input(i.timing.type->pins[k]) && net >= 0 && net_of(a, i, k) == net)
-                take_wire(entry, i.timing.wires[k], a.counts);
+    if (const instance* driver = find_pin(a, scope, name, pin); driver != nullptr)
+        return net_of(a, *driver, pin);
+    if (a.nets.empty())
+        for (std::uint32_t s = 0; s < a.flat.scopes.size(); ++s) add_nets_of(a, s);
+    const auto found = a.nets.find((scope.empty() ? "" : std::string(scope) + "/") + std::string(name));
+    return found == a.nets.end() ? -1 : found->second;
+}
+
+// Every input pin on the net.
+void take_net(annotator& a, const xp_sdf_cell& cell, const xp_sdf_entry& entry) {
+    const std::int32_t net = find_net(a, cell.instance, entry.from.name);
+    if (net < 0) return tell(a, entry.line, "no pin or net " + xp_quoted(entry.from.name));
+    if (a.readers.empty()) find_readers(a);
+    for (const auto& [reader, pin] : a.readers[static_cast<std::size_t>(net)])
+        take_wire(entry, a.instances[reader].timing.wires[pin], a.counts);
     ++a.counts.annotated;
 }
 
@@ -246,17 +279,14 @@ bool is_constant(const annotator& a, const instance& i, std::size_t pin) {
 // of set makes of a constant reset neither.
 void drop_limits_of_constants(const annotator& a, instance& i) {
     for (std::size_t pin = 0; pin < i.timing.type->pins.size(); ++pin)
-        if (is_constant(a, i, pin))
-            i.timing.high[pin] = i.timing.low[pin] = i.timing.setup[pin] = i.timing.hold[pin] = {};
+        if (is_constant(a, i, pin)) i.timing.limits[pin] = {};
     const auto is_constant_pin = [&](std::int32_t pin) {
         return pin < xp_first_state && is_constant(a, i, static_cast<std::size_t>(pin));
     };
     for (const xp_library_register& r : i.timing.type->registers)
         if (std::ranges::any_of(r.clear.inputs, is_constant_pin))
             for (const std::int32_t pin : r.preset.inputs)
-                if (pin < xp_first_state)
-                    i.timing.high[static_cast<std::size_t>(pin)] =
-                        i.timing.low[static_cast<std::size_t>(pin)] = {};
+                if (pin < xp_first_state) i.timing.limits[static_cast<std::size_t>(pin)] = {};
 }
 
 void time_instance(annotator& a, instance& i, xp_annotation& annotation) {
@@ -292,7 +322,7 @@ void report(annotator& a) {
 
 void xp_annotate(const xp_flat& flat, const xp_sdf& sdf, xp_annotation& annotation, xp_status& status) {
     if (!xp_ok(status)) return;
-    annotator a{flat, sdf, status, {}, {}, {}, {}, 0, {}};
+    annotator a{flat, sdf, status, {}, {}, {}, {}, {}, {}, 0, {}};
     for (std::uint32_t scope = 0; scope < flat.scopes.size(); ++scope) add_scope(a, scope);
     for (const xp_sdf_cell& cell : sdf.cells) take_cell(a, cell);
     annotation.first.assign(flat.gate_count, -1);

@@ -3,9 +3,6 @@
 // is 0, and a wire's delay counts to the pin behind it.  Gates in front of the last one take a step each, off
 // the delay of the pin that they feed; no way through a cell is shorter than a step.  Where conditions, edges
 // or pins that share a gate pin differ, the larger delay or limit holds.
-//
-// A register that is checked beyond its own pins, at the low pulse of a rising clock or at the end of set and
-// reset, has no place for it; such entries are counted as left out.
 #pragma once
 
 #include "expand/delays.h"
@@ -14,6 +11,7 @@
 
 struct xp_pin_timing {
     xp_delay rise{}, fall{}, setup{}, hold{}, min_high{}, min_low{};
+    xp_delay recovery{}, removal{}, period{}, idle{};  // idle: of the pulse in front of the active edge
 };
 
 struct xp_annotation {
@@ -34,13 +32,17 @@ struct xp_sdf_counts {
     std::size_t annotated = 0, merged = 0, negative = 0;
 };
 
+struct xp_pin_limits {
+    xp_sdf_value setup, hold, recovery, removal;  // against the clock
+    xp_sdf_value high, low, period;
+};
+
 // What is known of one cell of the design.
 struct xp_cell_timing {
     const xp_library_cell* type = nullptr;
-    std::vector<xp_sdf_delay> paths;        // by output pin * pins + input pin
-    std::vector<xp_sdf_delay> wires;        // by pin
-    std::vector<xp_sdf_value> setup, hold;  // by pin, against the clock
-    std::vector<xp_sdf_value> high, low;    // by pin
+    std::vector<xp_sdf_delay> paths;    // by output pin * pins + input pin
+    std::vector<xp_sdf_delay> wires;    // by pin
+    std::vector<xp_pin_limits> limits;  // by pin
 };
 
 // Takes one entry; false: nothing of the cell is meant by it.

@@ -71,21 +71,45 @@ bool is_set_or_reset(const xp_library_cell& type, std::size_t pin) {
                                [&](const auto& r) { return reads(r.clear, pin) || reads(r.preset, pin); });
 }
 
+// The limits that a window of two sides has, and what a kind of entry gives of them.
+struct window_row {
+    xp_sdf_kind kind;
+    xp_sdf_value xp_pin_limits::*first;  // of the first value
+    xp_sdf_value xp_pin_limits::*second;
+};
+constexpr window_row window_rows[] = {
+    {xp_sdf_kind::setup, &xp_pin_limits::setup, nullptr},
+    {xp_sdf_kind::hold, &xp_pin_limits::hold, nullptr},
+    {xp_sdf_kind::setup_hold, &xp_pin_limits::setup, &xp_pin_limits::hold},
+    {xp_sdf_kind::recovery, &xp_pin_limits::recovery, nullptr},
+    {xp_sdf_kind::removal, &xp_pin_limits::removal, nullptr},
+    {xp_sdf_kind::recovery_removal, &xp_pin_limits::recovery, &xp_pin_limits::removal},
+};
+
 bool take_window(const xp_sdf_entry& entry, xp_cell_timing& cell, xp_sdf_counts& counts) {
     const std::size_t pin = pin_of(*cell.type, entry.from.name), clock = pin_of(*cell.type, entry.to.name);
-    if (!is_data(*cell.type, pin) || !is_control(*cell.type, clock)) return false;
-    if (entry.kind != xp_sdf_kind::hold) take_larger(cell.setup[pin], entry.values[0], counts);
-    if (entry.kind == xp_sdf_kind::hold) take_larger(cell.hold[pin], entry.values[0], counts);
-    if (entry.kind == xp_sdf_kind::setup_hold) take_larger(cell.hold[pin], entry.values[1], counts);
+    const auto* row = std::ranges::find(window_rows, entry.kind, &window_row::kind);
+    const bool is_of_data = row->first == &xp_pin_limits::setup || row->first == &xp_pin_limits::hold;
+    if (!(is_of_data ? is_data(*cell.type, pin) : is_set_or_reset(*cell.type, pin)) ||
+        !is_control(*cell.type, clock))
+        return false;
+    take_larger(cell.limits[pin].*row->first, entry.values[0], counts);
+    if (row->second != nullptr) take_larger(cell.limits[pin].*row->second, entry.values[1], counts);
     return true;
 }
 
-// Which pulses a pin of the models sees: those of the level by which it acts.
+bool take_period(const xp_sdf_entry& entry, xp_cell_timing& cell, xp_sdf_counts& counts) {
+    const std::size_t pin = pin_of(*cell.type, entry.from.name);
+    if (!is_control(*cell.type, pin)) return false;
+    take_larger(cell.limits[pin].period, entry.values[0], counts);
+    return true;
+}
+
 bool take_width(const xp_sdf_entry& entry, xp_cell_timing& cell, xp_sdf_counts& counts) {
     const std::size_t pin = pin_of(*cell.type, entry.from.name);
     if (!is_control(*cell.type, pin) && !is_set_or_reset(*cell.type, pin)) return false;
-    if (entry.from.edge != 'F') take_larger(cell.high[pin], entry.values[0], counts);
-    if (entry.from.edge != 'R') take_larger(cell.low[pin], entry.values[0], counts);
+    if (entry.from.edge != 'F') take_larger(cell.limits[pin].high, entry.values[0], counts);
+    if (entry.from.edge != 'R') take_larger(cell.limits[pin].low, entry.values[0], counts);
     return true;
 }
 
@@ -151,32 +175,66 @@ struct part_timer {
             }
     }
 
-    // Wires in front of the clock move the window back, those in front of the data move it forward.
-    void set_window(const std::vector<way>& ways, const std::vector<way>& clocks,
+    // The two sides of a window around the clock's edge, before and behind it.  Wires in front of the clock
+    // move it back, those in front of the pin move it forward.
+    struct window {
+        xp_sdf_value xp_pin_limits::*before_limit;
+        xp_sdf_value xp_pin_limits::*behind_limit;
+        xp_delay xp_pin_timing::*before;
+        xp_delay xp_pin_timing::*behind;
+    };
+    static constexpr window of_data = {&xp_pin_limits::setup, &xp_pin_limits::hold, &xp_pin_timing::setup,
+                                       &xp_pin_timing::hold};
+    static constexpr window of_release = {&xp_pin_limits::recovery, &xp_pin_limits::removal,
+                                          &xp_pin_timing::recovery, &xp_pin_timing::removal};
+
+    void set_window(const window& sides, const std::vector<way>& ways, const std::vector<way>& clocks,
                     xp_pin_timing& timing) const {
         for (std::size_t k = 0; k < 3; ++k) {
             const double clock = clocks.empty() ? 0 : wire(cell, clocks[0], rise, k);
-            double setup = 0, hold = 0;
+            double before = 0, behind = 0;
             for (const way& w : ways) {
                 const way any_edge{w.pin, 0, w.depth};
-                const double data = wire(cell, any_edge, rise, k) - clock - w.depth;
-                if (cell.setup[w.pin].is_given) setup = std::max(setup, cell.setup[w.pin].steps[k] + data);
-                if (cell.hold[w.pin].is_given) hold = std::max(hold, cell.hold[w.pin].steps[k] - data);
+                const double pin = wire(cell, any_edge, rise, k) - clock - w.depth;
+                const xp_sdf_value& first = cell.limits[w.pin].*sides.before_limit;
+                const xp_sdf_value& second = cell.limits[w.pin].*sides.behind_limit;
+                if (first.is_given) before = std::max(before, first.steps[k] + pin);
+                if (second.is_given) behind = std::max(behind, second.steps[k] - pin);
             }
-            timing.setup[k] = std::max(rounded(setup), 0);
-            timing.hold[k] = std::max(rounded(hold), 0);
+            (timing.*sides.before)[k] = std::max(rounded(before), 0);
+            (timing.*sides.behind)[k] = std::max(rounded(behind), 0);
         }
     }
 
+    // A flip-flop measures its clock's other pulse by a limit of its own; a latch measures both alike.
     void set_widths(const xp_plan_pin& pin, const std::vector<way>& ways, xp_pin_timing& timing) const {
-        const bool is_low = pin.name.ends_with('N');
+        const bool is_low = pin.name.ends_with('N'), is_clock = pin.name.starts_with("CLK"),
+                   is_enable = pin.name.starts_with('E');
+        const auto take = [](const xp_sdf_value& width, xp_delay& limit) {
+            for (std::size_t k = 0; width.is_given && k < 3; ++k)
+                limit[k] = std::max(rounded(width.steps[k]), limit[k]);
+        };
         for (const way& w : ways) {
-            const bool swaps = w.sense < 0;
-            const xp_sdf_value& width = is_low != swaps ? cell.low[w.pin] : cell.high[w.pin];
-            if (width.is_given)
-                for (std::size_t k = 0; k < 3; ++k)
-                    (is_low ? timing.min_low : timing.min_high)[k] = std::max(rounded(width.steps[k]), 0);
+            const xp_pin_limits& limits = cell.limits[w.pin];
+            const bool acts_low = is_low != (w.sense < 0);
+            const xp_sdf_value &acting = acts_low ? limits.low : limits.high,
+                               &other = acts_low ? limits.high : limits.low;
+            take(acting, is_low ? timing.min_low : timing.min_high);
+            if (is_enable) take(other, is_low ? timing.min_high : timing.min_low);
+            if (is_clock) take(other, timing.idle);
+            if (is_clock || is_enable) take(limits.period, timing.period);
         }
+    }
+
+    // The ways to set or reset from pins that are its own, not from those of the other in front of it.
+    std::vector<way> own_ways(const xp_plan_pin& pin, const std::vector<way>& ways) const {
+        std::vector<way> own;
+        for (const way& w : ways)
+            if (std::ranges::any_of(cell.type->registers, [&](const xp_library_register& r) {
+                    return reads(pin.name.starts_with('R') ? r.clear : r.preset, w.pin);
+                }))
+                own.push_back(w);
+        return own;
     }
 };
 
@@ -190,9 +248,14 @@ bool xp_take_entry(const xp_sdf_entry& entry, xp_cell_timing& cell, xp_sdf_count
         case xp_sdf_kind::setup:
         case xp_sdf_kind::hold:
         case xp_sdf_kind::setup_hold:
+        case xp_sdf_kind::recovery:
+        case xp_sdf_kind::removal:
+        case xp_sdf_kind::recovery_removal:
             return take_window(entry, cell, counts);
         case xp_sdf_kind::width:
             return take_width(entry, cell, counts);
+        case xp_sdf_kind::period:
+            return take_period(entry, cell, counts);
         default:
             return false;
     }
@@ -212,10 +275,14 @@ void xp_time_part(const xp_cell_timing& cell, const xp_plan_part& part, xp_sdf_c
         xp_pin_timing& timing = pins.emplace_back();
         timer.set_delays(last.pins[i], ways[i], timing);
         if (!timer.is_register() || !part.is_checked) continue;
-        if (last.pins[i].name == "D")
-            timer.set_window(ways[i], clock < ways.size() ? ways[clock] : std::vector<way>{}, timing);
-        else
-            timer.set_widths(last.pins[i], ways[i], timing);
+        const std::vector<way> clocks = clock < ways.size() ? ways[clock] : std::vector<way>{};
+        if (last.pins[i].name == "D") {
+            timer.set_window(part_timer::of_data, ways[i], clocks, timing);
+            continue;
+        }
+        timer.set_widths(last.pins[i], ways[i], timing);
+        if (i != clock)
+            timer.set_window(part_timer::of_release, timer.own_ways(last.pins[i], ways[i]), clocks, timing);
     }
     pins.emplace_back();
 }
