@@ -426,7 +426,7 @@ void note_changes() {
     for (const std::uint32_t at : kol_cells.listed) {
         cell_t& cell = kol_cells.cell[at];
         cell.flags &= static_cast<std::uint8_t>(~kol_cell_listed);
-        kol_run_watch.changes.push_back({at, cell.cur});
+        if (cell.cur_time == run.now) kol_run_watch.changes.push_back({at, cell.cur});
         if (!run.noted[at]) run.changed.push_back(at);
         run.noted[at] = true;
     }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <cstring>
 #include <memory>
 
@@ -18,13 +19,17 @@ namespace {
 
 constexpr std::size_t room_of_text = std::size_t{1} << 20;
 
+constexpr std::int8_t not_shown = -1;
+
 // What a net is in the file: a scalar, a bit of vectors, both, or nothing.
 struct shown_t {
-    std::array<char, 6> code{};      // with its line end
-    std::uint8_t length = 0;         // of it; 0: no scalar
+    std::array<char, 8> line{};      // of the scalar: the value, the code, the line end
     std::uint32_t first_vector = 0;  // into the vectors by net
-    std::uint32_t end_vector = 0;
+    std::uint8_t length = 0;         // of the line; 0: no scalar
+    bool has_vectors = false;
+    std::int8_t state = not_shown;
 };
+static_assert(sizeof(shown_t) == 16);
 
 struct vector_t {
     std::vector<std::uint32_t> bits;
@@ -36,35 +41,37 @@ class dump_t {
 public:
     dump_t(tm_stream file, rs_dumped_t dumped, bool has_strengths)
         : file_(std::move(file)), has_strengths_(has_strengths), dumped_(std::move(dumped)) {
-        states_.assign(static_cast<std::size_t>(yx_sext.max_net_cur) + 1, not_shown);
-        shown_.resize(states_.size());
+        shown_.resize(static_cast<std::size_t>(yx_sext.max_net_cur) + 2);
         for (std::size_t code = 0; code < dumped_.bits.size(); ++code) add(static_cast<std::uint32_t>(code));
         link_vectors();
-        text_.reserve(room_of_text);
     }
 
     // The file begins, or goes on with states that no run has brought.
     void begin(std::int32_t time) {
         if (time < time_) start_anew();
         const bool is_first = time_ < 0;
-        if (is_first) text_ = rs_vcd_header(dumped_.variables, scale_, has_strengths_);
+        if (is_first) put(rs_vcd_header(dumped_.variables, scale_, has_strengths_));
         std::vector<kol_net_change_t> changes;
-        for (std::uint32_t net = 1; net < states_.size(); ++net) changes.push_back({net, state_of(net)});
+        for (std::uint32_t net = 1; net + 1 < shown_.size(); ++net) changes.push_back({net, state_of(net)});
         if (is_first) put_time(time);
-        if (is_first) text_ += "$dumpvars\n";
+        if (is_first) put("$dumpvars\n");
         take(time, changes);
-        if (is_first) text_ += "$end\n";
+        if (is_first) put("$end\n");
     }
 
     void take(std::int32_t time, std::span<const kol_net_change_t> changes) {
+        make_room((changes.size() + 4) * sizeof shown_t::line);
         for (const kol_net_change_t& change : changes) {
-            if (states_[change.net] == change.state) continue;
-            states_[change.net] = change.state;
-            put_change(time, change);
+            shown_t& shown = shown_[change.net];
+            if (shown.state == change.state) continue;
+            shown.state = change.state;
+            if (shown.length == 0 && !shown.has_vectors) continue;
+            put_time(time);
+            if (shown.length != 0) put_scalar(shown);
+            if (shown.has_vectors) mark_vectors(shown);
         }
         for (vector_t* const vector : changed_) put_vector(*vector);
         changed_.clear();
-        if (text_.size() > room_of_text - room_of_text / 8) write();
     }
 
     void end(std::int32_t time) {
@@ -76,8 +83,6 @@ public:
     bool is_whole() const { return is_whole_; }
 
 private:
-    static constexpr std::int8_t not_shown = -1;
-
     static std::int8_t state_of(std::uint32_t net) {
         const yx_net_record_t& record = *yx_ptrto_net_rec(static_cast<std::int32_t>(net));
         return record.net_type == YX_TSTD_BUS ? std::int8_t{0} : record.UU.U1.cur_state.state;
@@ -88,29 +93,26 @@ private:
         std::string name = rs_vcd_code(code);
         if (bits.size() > 1 || has_strengths_) return vectors_.push_back({bits, name, false});
         shown_t& shown = shown_[bits[0]];
-        name += '\n';
-        shown.length = static_cast<std::uint8_t>(name.copy(shown.code.data(), shown.code.size()));
+        name = "0" + name + "\n";
+        shown.length = static_cast<std::uint8_t>(name.copy(shown.line.data(), shown.line.size()));
     }
 
     // The vectors of each net, net by net.
     void link_vectors() {
-        std::vector<std::uint32_t> count(states_.size() + 1);
-        for (const vector_t& vector : vectors_)
-            for (const std::uint32_t net : vector.bits) ++count[net];
-        std::uint32_t at = 0;
-        for (std::size_t net = 0; net < states_.size(); ++net) {
-            shown_[net].first_vector = shown_[net].end_vector = at;
-            at += count[net];
-        }
-        vectors_of_.resize(at);
+        std::vector<std::vector<vector_t*>> vectors(shown_.size());
         for (vector_t& vector : vectors_)
-            for (const std::uint32_t net : vector.bits) vectors_of_[shown_[net].end_vector++] = &vector;
+            for (const std::uint32_t net : vector.bits) vectors[net].push_back(&vector);
+        for (std::size_t net = 0; net < shown_.size(); ++net) {
+            shown_[net].first_vector = static_cast<std::uint32_t>(vectors_of_.size());
+            shown_[net].has_vectors = !vectors[net].empty();
+            vectors_of_.insert(vectors_of_.end(), vectors[net].begin(), vectors[net].end());
+        }
     }
 
     void start_anew() {
         time_ = -1;
-        std::ranges::fill(states_, not_shown);
-        text_.clear();
+        for (shown_t& shown : shown_) shown.state = not_shown;
+        used_ = 0;
         const int fd = ::fileno(file_.get());
         is_whole_ = std::fflush(file_.get()) == 0 && ::ftruncate(fd, 0) == 0;
         std::rewind(file_.get());
@@ -119,18 +121,30 @@ private:
     void put_time(std::int32_t time) {
         if (time == time_) return;
         time_ = time;
-        text_.append("#").append(std::to_string(time * scale_.factor)) += '\n';
+        std::array<char, 24> digits;
+        const auto [end, error] =
+            std::to_chars(digits.data(), digits.data() + digits.size(), time * scale_.factor);
+        put("#");
+        put({digits.data(), end});
+        put("\n");
     }
 
-    void put_change(std::int32_t time, const kol_net_change_t& change) {
-        const shown_t& shown = shown_[change.net];
-        if (shown.length == 0 && shown.first_vector == shown.end_vector) return;
-        put_time(time);
-        if (shown.length != 0) {
-            text_ += kol_bit_of_state(change.state);
-            text_.append(shown.code.data(), shown.length);
-        }
-        for (std::uint32_t k = shown.first_vector; k != shown.end_vector; ++k) {
+    void put(std::string_view text) {
+        make_room(text.size());
+        used_ += text.copy(text_.data() + used_, text.size());
+    }
+
+    // There is room for it.
+    void put_scalar(const shown_t& shown) {
+        char* const at = text_.data() + used_;
+        std::memcpy(at, shown.line.data(), shown.line.size());
+        *at = kol_bit_of_state(shown.state);
+        used_ += shown.length;
+    }
+
+    void mark_vectors(const shown_t& shown) {
+        const std::uint32_t end = (&shown)[1].first_vector;
+        for (std::uint32_t k = shown.first_vector; k != end; ++k) {
             vector_t& vector = *vectors_of_[k];
             if (!vector.is_changed) changed_.push_back(&vector);
             vector.is_changed = true;
@@ -140,26 +154,33 @@ private:
     void put_vector(vector_t& vector) {
         vector.is_changed = false;
         bits_.clear();
-        for (const std::uint32_t net : vector.bits) bits_.push_back(states_[net]);
-        rs_vcd_add_value(bits_, vector.code, has_strengths_, text_);
+        for (const std::uint32_t net : vector.bits) bits_.push_back(shown_[net].state);
+        value_.clear();
+        rs_vcd_add_value(bits_, vector.code, has_strengths_, value_);
+        put(value_);
     }
 
+    void make_room(std::size_t size) {
+        if (text_.size() - used_ < size) write();
+        if (text_.size() < size) text_.resize(size);
+    }
     void write() {
-        is_whole_ = std::fwrite(text_.data(), 1, text_.size(), file_.get()) == text_.size() && is_whole_;
-        text_.clear();
+        is_whole_ = std::fwrite(text_.data(), 1, used_, file_.get()) == used_ && is_whole_;
+        used_ = 0;
     }
 
     tm_stream file_;
     bool has_strengths_, is_whole_ = true;
     rs_dumped_t dumped_;
     rs_vcd_scale_t scale_ = rs_vcd_scale_of(yx_sext.time_step);
-    std::int32_t time_ = -1;           // of the last line that says a time
-    std::vector<std::int8_t> states_;  // by root net
-    std::vector<shown_t> shown_;       // by root net
+    std::int32_t time_ = -1;      // of the last line that says a time
+    std::vector<shown_t> shown_;  // by root net
     std::vector<vector_t> vectors_;
     std::vector<vector_t*> vectors_of_, changed_;
     std::vector<std::int8_t> bits_;
-    std::string text_;
+    std::string value_;
+    std::string text_ = std::string(room_of_text, ' ');  // to be written
+    std::size_t used_ = 0;                               // of it
 };
 
 std::unique_ptr<dump_t> dump;
