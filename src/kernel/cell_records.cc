@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "kernel/cell_build.h"
-#include "kernel/run_watch.h"
+#include "kernel/watchers.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ void build_when_changed() {
 void mark_breaks() {
     for (const auto* record = kol_ext.break_signal; record != nullptr; record = record->previous)
         kol_cells.cell[static_cast<std::size_t>(record->net->self)].flags |= kol_cell_breaks;
-    for (const kol_bus_break_t& bus : kol_run_watch.bus_breaks)
+    for (const kol_bus_break_t& bus : kol_watchers.bus_breaks)
         for (const yx_net_record_t* net : bus.bits)
             kol_cells.cell[static_cast<std::size_t>(net->self)].flags |= kol_cell_breaks;
 }

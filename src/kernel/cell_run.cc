@@ -12,9 +12,9 @@
 #include "kernel/history.h"
 #include "kernel/run_end.h"
 #include "kernel/run_messages.h"
-#include "kernel/run_watch.h"
 #include "kernel/spikes.h"
 #include "kernel/state.h"
+#include "kernel/watchers.h"
 
 namespace {
 
@@ -421,12 +421,12 @@ bool exec_now(std::int64_t counted_before) {
 
 // Who watches all nets is told of those listed at this time; they stay noted for the end of the run.
 void note_changes() {
-    if (kol_run_watch.nets.changed == nullptr) return;
+    if (kol_watchers.nets.changed == nullptr) return;
     run.noted.resize(kol_cells.cell.size());
     for (const std::uint32_t at : kol_cells.listed) {
         cell_t& cell = kol_cells.cell[at];
         cell.flags &= static_cast<std::uint8_t>(~kol_cell_listed);
-        if (cell.cur_time == run.now) kol_run_watch.changes.push_back({at, cell.cur});
+        if (cell.cur_time == run.now) kol_watchers.changes.push_back({at, cell.cur});
         if (!run.noted[at]) run.changed.push_back(at);
         run.noted[at] = true;
     }
@@ -448,7 +448,7 @@ bool exec_times(kol_stimuli_reader_t& stimuli) {
     kol_ext.spike_min = kol_ext.spike_min_t0;
     for (;;) {
         const std::int64_t next = std::min(kol_cells.wheel.next_time(), stimuli.next_time());
-        if (kol_run_watch.is_on && next > kol_ext.cur_time && end_time_watched(next, counted_before))
+        if (kol_watchers.is_on && next > kol_ext.cur_time && end_time_watched(next, counted_before))
             return true;
         if (next > kol_ext.end_time) return false;
         const auto time = static_cast<std::int32_t>(next);

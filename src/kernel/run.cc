@@ -10,8 +10,8 @@
 #include "kernel/queue.h"
 #include "kernel/queue_check.h"
 #include "kernel/run_end.h"
-#include "kernel/run_watch.h"
 #include "kernel/stimuli.h"
+#include "kernel/watchers.h"
 
 namespace {
 
@@ -25,8 +25,8 @@ kol_executed_t exec_head() {
 }
 
 void note_change(const yx_net_record_t& net) {
-    if (kol_run_watch.nets.changed != nullptr)
-        kol_run_watch.changes.push_back({static_cast<std::uint32_t>(net.self), net.UU.U1.cur_state.state});
+    if (kol_watchers.nets.changed != nullptr)
+        kol_watchers.changes.push_back({static_cast<std::uint32_t>(net.self), net.UU.U1.cur_state.state});
 }
 
 void exec_until_end() {
@@ -34,7 +34,7 @@ void exec_until_end() {
     kol_ext.spike_min = kol_ext.spike_min_t0;
     while (kol_ext.cur_event != nullptr) {
         const std::int32_t time = kol_ext.cur_event->time;
-        if (kol_run_watch.is_on && time > kol_ext.cur_time && kol_watch_time(time, counted_before)) {
+        if (kol_watchers.is_on && time > kol_ext.cur_time && kol_watch_time(time, counted_before)) {
             kol_ext.time_breaked = true;
             return;
         }
@@ -71,7 +71,7 @@ void exec_window(bool& no_event_found) {
 
 void kol_exec_all_event(bool& no_event_found) {
     no_event_found = false;
-    if (kol_run_watch.is_on) kol_begin_run_watch();
+    if (kol_watchers.is_on) kol_begin_watched_run();
     exec_window(no_event_found);
-    if (kol_run_watch.is_on) kol_end_run_watch();
+    if (kol_watchers.is_on) kol_end_watched_run();
 }

@@ -6,11 +6,11 @@
 #include "commands/observation/handlers.h"
 #include "commands/shared/bus_value.h"
 #include "commands/shared/report.h"
-#include "kernel/run_watch.h"
+#include "kernel/watchers.h"
 
 namespace {
 
-std::vector<kol_bus_break_t>& breaks() { return kol_run_watch.bus_breaks; }
+std::vector<kol_bus_break_t>& breaks() { return kol_watchers.bus_breaks; }
 
 }  // namespace
 
@@ -18,7 +18,7 @@ bool kol_has_bus_break() { return !breaks().empty(); }
 
 void kol_remove_bus_breaks() {
     breaks().clear();
-    kol_set_run_watch();
+    kol_set_watchers();
 }
 
 bool kol_remove_bus_break(const tm_string_record_t& name) {
@@ -27,7 +27,7 @@ bool kol_remove_bus_break(const tm_string_record_t& name) {
     });
     if (found == breaks().rend()) return false;
     breaks().erase(std::prev(found.base()));
-    kol_set_run_watch();
+    kol_set_watchers();
     return true;
 }
 
@@ -49,6 +49,6 @@ kol_result_t kol_break_bus_cmd(const kol_line_t& line) {
     if (const kol_rejection_t wrong = kol_read_bus_value(line[3], line[4], bus)) return wrong;
     breaks().push_back({line[3], kol_ext.cur_sim_path, std::string(tm_view(line[4])), std::move(bus.bits),
                         std::move(bus.value)});
-    kol_set_run_watch();
+    kol_set_watchers();
     return {};
 }

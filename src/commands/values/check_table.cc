@@ -8,8 +8,8 @@
 #include "foundation/shell.h"
 #include "foundation/status.h"
 #include "kernel/cells.h"
-#include "kernel/run_watch.h"
 #include "kernel/say.h"
+#include "kernel/watchers.h"
 #include "results/entries/observed.h"
 
 namespace {
@@ -56,11 +56,11 @@ void say_counts(const check_t& check) {
 }
 
 void set_next_appointment() {
-    kol_run_watch.appointments.next = kol_appointments_t::none;
+    kol_watchers.appointments.next = kol_appointments_t::none;
     for (const check_t& check : checks)
         if (check.next < check.table.values.size())
-            kol_run_watch.appointments.next =
-                std::min<std::int64_t>(kol_run_watch.appointments.next, check.table.values[check.next].time);
+            kol_watchers.appointments.next =
+                std::min<std::int64_t>(kol_watchers.appointments.next, check.table.values[check.next].time);
 }
 
 void keep_one(check_t& check, std::int32_t before) {
@@ -92,10 +92,10 @@ void begin(std::int32_t time) {
 void end(std::int32_t time) { reached = time; }
 
 void watch() {
-    kol_run_watch.appointments = {};
-    if (!checks.empty()) kol_run_watch.appointments = {kol_appointments_t::none, begin, keep, end};
+    kol_watchers.appointments = {};
+    if (!checks.empty()) kol_watchers.appointments = {kol_appointments_t::none, begin, keep, end};
     set_next_appointment();
-    kol_set_run_watch();
+    kol_set_watchers();
 }
 
 kol_result_t report_or_drop(const kol_line_t& line) {

@@ -12,7 +12,7 @@
 
 #include "foundation/growing_file.h"
 #include "kernel/bus_bits.h"
-#include "kernel/run_watch.h"
+#include "kernel/watchers.h"
 #include "results/files/dump_names.h"
 
 namespace {
@@ -186,13 +186,13 @@ private:
 std::unique_ptr<dump_t> dump;
 
 void watch(bool is_on) {
-    kol_run_watch.nets = {};
+    kol_watchers.nets = {};
     if (is_on)
-        kol_run_watch.nets = {
+        kol_watchers.nets = {
             [](std::int32_t time) { dump->begin(time); },
             [](std::int32_t time, std::span<const kol_net_change_t> changes) { dump->take(time, changes); },
             [](std::int32_t time) { dump->end(time); }};
-    kol_set_run_watch();
+    kol_set_watchers();
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // Who is told of a run when a time is over.
-#include "kernel/run_watch.h"
+#include "kernel/watchers.h"
 
 #include <algorithm>
 
@@ -10,16 +10,16 @@
 namespace {
 
 void tell_changes() {
-    if (kol_run_watch.changes.empty()) return;
-    kol_run_watch.nets.changed(kol_ext.cur_time, kol_run_watch.changes);
-    kol_run_watch.changes.clear();
+    if (kol_watchers.changes.empty()) return;
+    kol_watchers.nets.changed(kol_ext.cur_time, kol_watchers.changes);
+    kol_watchers.changes.clear();
 }
 
 void keep_appointments(std::int64_t next_time) {
     const std::int64_t before = std::min(next_time, std::int64_t{kol_ext.end_time} + 1);
     constexpr std::int64_t last = INT32_MAX;
-    if (kol_run_watch.appointments.next < before)
-        kol_run_watch.appointments.keep(static_cast<std::int32_t>(std::min(before, last)));
+    if (kol_watchers.appointments.next < before)
+        kol_watchers.appointments.keep(static_cast<std::int32_t>(std::min(before, last)));
 }
 
 bool has_value(const kol_bus_break_t& bus) {
@@ -33,7 +33,7 @@ bool has_value(const kol_bus_break_t& bus) {
 }
 
 bool breaks_on_bus() {
-    for (const kol_bus_break_t& bus : kol_run_watch.bus_breaks) {
+    for (const kol_bus_break_t& bus : kol_watchers.bus_breaks) {
         if (!has_value(bus)) continue;
         kol_say_bus_break(bus.name, bus.value, kol_ext.cur_time);
         return true;
@@ -43,16 +43,16 @@ bool breaks_on_bus() {
 
 }  // namespace
 
-kol_run_watch_t kol_run_watch;
+kol_watchers_t kol_watchers;
 
-void kol_set_run_watch() {
-    kol_run_watch.is_on = kol_run_watch.nets.changed != nullptr ||
-                          kol_run_watch.appointments.keep != nullptr || !kol_run_watch.bus_breaks.empty();
+void kol_set_watchers() {
+    kol_watchers.is_on = kol_watchers.nets.changed != nullptr || kol_watchers.appointments.keep != nullptr ||
+                         !kol_watchers.bus_breaks.empty();
 }
 
-void kol_begin_run_watch() {
-    if (kol_run_watch.nets.begin != nullptr) kol_run_watch.nets.begin(kol_ext.cur_time);
-    if (kol_run_watch.appointments.begin != nullptr) kol_run_watch.appointments.begin(kol_ext.cur_time);
+void kol_begin_watched_run() {
+    if (kol_watchers.nets.begin != nullptr) kol_watchers.nets.begin(kol_ext.cur_time);
+    if (kol_watchers.appointments.begin != nullptr) kol_watchers.appointments.begin(kol_ext.cur_time);
 }
 
 bool kol_watch_time(std::int64_t next_time, std::int64_t counted_before) {
@@ -61,9 +61,9 @@ bool kol_watch_time(std::int64_t next_time, std::int64_t counted_before) {
     return breaks_on_bus() || kol_is_limit_reached(counted_before);
 }
 
-void kol_end_run_watch() {
+void kol_end_watched_run() {
     tell_changes();
     if (!kol_ext.time_breaked) keep_appointments(INT64_MAX);
-    if (kol_run_watch.appointments.end != nullptr) kol_run_watch.appointments.end(kol_ext.cur_time);
-    if (kol_run_watch.nets.end != nullptr) kol_run_watch.nets.end(kol_ext.cur_time);
+    if (kol_watchers.appointments.end != nullptr) kol_watchers.appointments.end(kol_ext.cur_time);
+    if (kol_watchers.nets.end != nullptr) kol_watchers.nets.end(kol_ext.cur_time);
 }

@@ -37,19 +37,19 @@ struct kol_bus_break_t {
     std::string values;                  // of them: 0, 1, z, or x for any
 };
 
-struct kol_run_watch_t {
+struct kol_watchers_t {
     bool is_on = false;  // one of those below is there
     kol_net_watcher_t nets;
     kol_appointments_t appointments;
     std::vector<kol_bus_break_t> bus_breaks;
     std::vector<kol_net_change_t> changes;  // of the time at hand, for the watcher of nets
 };
-extern kol_run_watch_t kol_run_watch;
+extern kol_watchers_t kol_watchers;
 
 // After one of them has come or gone.
-void kol_set_run_watch();
+void kol_set_watchers();
 
-void kol_begin_run_watch();
+void kol_begin_watched_run();
 // Every event before the next time is done; true ends the run.
 bool kol_watch_time(std::int64_t next_time, std::int64_t counted_before);
-void kol_end_run_watch();
+void kol_end_watched_run();
