@@ -11,11 +11,13 @@
 #include <cstring>
 #include <new>
 #include <utility>
+#include <vector>
 
 #include "foundation/ends.h"
 
 #include "foundation/context.h"
 #include "foundation/files.h"
+#include "foundation/growing_file.h"
 #include "foundation/shell.h"
 #include "foundation/status.h"
 
@@ -43,6 +45,8 @@ void hand_over_to_save_script() {
     tm_run_program(save_script, std::string(tm_view(directory)));
 }
 
+std::vector<std::FILE* const*> traces;
+
 void close_trace_file() {
     std::FILE* const file = std::exchange(tm_vext.debugfile, nullptr);
     if (file == nullptr) return;
@@ -64,6 +68,7 @@ void tm_set_status(std::int32_t error_code, STATUS_T& status) {
     status.all = tm_status_base + error_code;
     print_error(error_code);
     hand_over_to_save_script();
+    tm_repeat_traces();
     close_trace_file();
     close_open_files();
     if (std::exchange(tm_vext.init_done, false)) tm_shell.abandon_display();
@@ -98,6 +103,14 @@ void tm_trace(const char* format, ...) {
     va_end(arguments);
     const std::size_t len = std::strlen(format);
     if (len == 0 || format[len - 1] != '\n') std::fputc('\n', tm_vext.debugfile);
+}
+
+void tm_repeat_trace_at_end(std::FILE* const* stream) { traces.push_back(stream); }
+
+void tm_repeat_traces() {
+    for (std::FILE* const* const stream : traces)
+        if (const std::string line = tm_last_line(*stream); !line.empty())
+            std::fprintf(stderr, "%s\n", line.c_str());
 }
 
 void tm_run_program(const char* program, std::string argument) {

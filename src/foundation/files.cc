@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -12,6 +13,7 @@
 #include "foundation/status.h"
 
 bool tm_shell_commands_allowed = true;
+bool tm_streams_are_read = false;
 
 namespace {
 
@@ -24,12 +26,13 @@ constexpr std::int32_t line_max = 198;
 
 // Whether the path can be opened as a file; without rdoly the file exists afterwards.
 bool probe(const std::string& path, bool rdoly) {
-    const int fd = xfopen(path.c_str(), rdoly ? O_RDONLY : O_CREAT, file_mode);
+    const int fd = xfopen(path.c_str(), (rdoly ? O_RDONLY : O_CREAT) | O_NONBLOCK | O_NOCTTY, file_mode);
     if (fd < 0) return false;
     struct stat info {};
-    const bool is_directory = fstat(fd, &info) == 0 && S_ISDIR(info.st_mode);
+    const bool is_file = fstat(fd, &info) == 0 &&
+                         (S_ISREG(info.st_mode) || (tm_streams_are_read && S_ISFIFO(info.st_mode)));
     xfclose(fd);
-    if (is_directory) return false;
+    if (!is_file) return false;
     xdelayms(probe_delay);
     return true;
 }
@@ -38,10 +41,9 @@ int next_char(std::FILE* file) { return std::getc(file); }
 
 bool ends_line(int c) { return c == '\n' || c == EOF; }
 
-// After the last line feed the end of the file shows at once, not as one more empty line.
-void look_for_end(std::FILE* file) {
-    const int c = next_char(file);
-    if (c != EOF) std::ungetc(c, file);
+std::FILE* standard_input() {
+    const int fd = ::dup(STDIN_FILENO);
+    return fd < 0 ? nullptr : ::fdopen(fd, "r");
 }
 
 }  // namespace
@@ -66,6 +68,11 @@ std::string tm_resolve_path(const tm_string_record_t& pathin) {
 void tm_popen_file(const tm_string_record_t& pathin, char rorw, bool rdoly, std::FILE*& fid, bool& open_ok) {
     const std::string path = tm_resolve_path(pathin);
     fid = nullptr;
+    if (tm_streams_are_read && path == "-") {
+        fid = standard_input();
+        open_ok = fid != nullptr;
+        return;
+    }
     open_ok = probe(path, rdoly);
     if (!open_ok) return;
     const char mode = tm_upper_case(rorw);
@@ -99,7 +106,7 @@ int tm_system(const tm_string_record_t& cmd) {
     return std::system(text.c_str());
 }
 
-void tm_read_one_line(std::FILE* file, tm_string_record_t& buf, std::int32_t& pos, bool& cut) {
+bool tm_read_one_line(std::FILE* file, tm_string_record_t& buf, std::int32_t& pos, bool& cut) {
     buf.len = 0;
     pos = 1;
     int c = next_char(file);
@@ -107,9 +114,14 @@ void tm_read_one_line(std::FILE* file, tm_string_record_t& buf, std::int32_t& po
         buf.char_[buf.len++] = tm_is_printable(c) ? static_cast<char>(c) : ' ';
     buf.char_[buf.len] = '\0';
     cut = !ends_line(c);
-    while (!ends_line(c)) c = next_char(file);
+    for (std::int64_t skipped = 0; !ends_line(c) && skipped < tm_line_limit; ++skipped) c = next_char(file);
     if (std::ferror(file) != 0) buf = {};  // the rest is not known
-    if (c == '\n') look_for_end(file);
+    return ends_line(c);
 }
 
-bool tm_no_more_lines(std::FILE* file) { return std::feof(file) != 0 || std::ferror(file) != 0; }
+bool tm_no_more_lines(std::FILE* file) {
+    if (std::feof(file) != 0 || std::ferror(file) != 0) return true;
+    if (::ftello(file) == 0) return false;  // an empty file holds one line, an empty one
+    const int c = next_char(file);
+    return c == EOF || std::ungetc(c, file) == EOF;
+}

@@ -37,6 +37,7 @@ constexpr tm_shell_t windowless = {
     .move_pointer = [](std::int32_t, std::int32_t) {},
     .take_control_key = [](char) { return false; },
     .program_failed = [](int) {},
+    .show_progress = no_action,
     .flush = no_action,
     .abandon_display = no_action,
     .finalize = no_action,

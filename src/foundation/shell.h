@@ -21,6 +21,7 @@ struct tm_shell_t {
     void (*move_pointer)(std::int32_t x, std::int32_t y);  // to a pixel of the current drawing area
     bool (*take_control_key)(char letter);  // a waiting press of Control+letter is taken from the queue
     void (*program_failed)(int status);     // of SYSTEM or '!': what it ended with, other than 0
+    void (*show_progress)();                // of a run, as often as the program has asked for it
     void (*flush)();                        // send what is buffered, look at the session text
     void (*abandon_display)();              // fatal end: destroy resources, synchronise, wait, close
     void (*finalize)();                     // orderly end: close files, print the summary

@@ -406,7 +406,9 @@ kol_executed_t executed(std::uint32_t what) {
 // The events of the current time; true ends the run.
 bool exec_now(std::int64_t counted_before) {
     kol_wheel_t& wheel = kol_cells.wheel;
-    for (std::uint32_t at = wheel.head(); at != kol_wheel_t::none; at = wheel.head()) {
+    std::int64_t events = 0;
+    bool is_ended = false;
+    for (std::uint32_t at = wheel.head(); at != kol_wheel_t::none && !is_ended; at = wheel.head()) {
         if (const std::uint32_t next = wheel.next_of(at); next != kol_wheel_t::none)
             __builtin_prefetch(&kol_cells.cell[std::min<std::size_t>(wheel.what(next) >> kol_what_shift,
                                                                      kol_first_force() - 1)]);
@@ -414,9 +416,11 @@ bool exec_now(std::int64_t counted_before) {
         run.asks = false;
         exec(what, at);
         wheel.drop_head();
-        if (run.asks && kol_is_run_ended(executed(what), counted_before)) return true;
+        ++events;
+        is_ended = run.asks && kol_is_run_ended(executed(what), counted_before);
     }
-    return false;
+    kol_events_executed += events;
+    return is_ended;
 }
 
 // Who watches all nets is told of those listed at this time; they stay noted for the end of the run.
@@ -451,6 +455,8 @@ bool exec_times(kol_stimuli_reader_t& stimuli) {
         if (kol_watchers.is_on && next > kol_ext.cur_time && end_time_watched(next, counted_before))
             return true;
         if (next > kol_ext.end_time) return false;
+        if (kol_progress_is_due != 0) [[unlikely]]
+            kol_show_progress();
         const auto time = static_cast<std::int32_t>(next);
         if (kol_ext.tspike_min > 0 && time >= kol_ext.tspike_min) kol_ext.spike_min = kol_ext.spike_min_t;
         kol_ext.cur_time = run.now = time;

@@ -40,8 +40,10 @@ void exec_until_end() {
         }
         if (kol_ext.tspike_min > 0 && time >= kol_ext.tspike_min) kol_ext.spike_min = kol_ext.spike_min_t;
         if (time > kol_ext.end_time) return;
+        if (kol_progress_is_due != 0) kol_show_progress();
         const kol_executed_t executed = exec_head();
         note_change(*executed.net);
+        ++kol_events_executed;
         if (!kol_is_run_ended(executed, counted_before)) continue;
         kol_ext.time_breaked = true;
         return;

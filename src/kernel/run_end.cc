@@ -4,9 +4,11 @@
 #include "foundation/shell.h"
 #include "kernel/run_messages.h"
 
-namespace {
+std::int64_t kol_run_limit = 50;
+std::int64_t kol_events_executed = 0;
+volatile std::sig_atomic_t kol_progress_is_due = 0;
 
-constexpr std::int32_t run_limit = 50;  // errors and warnings of a run
+namespace {
 
 bool breaks_at(const kol_executed_t& executed) {
     const yx_net_u1_t& net = executed.net->UU.U1;
@@ -28,8 +30,8 @@ bool ask_user(const kol_executed_t& executed) {
 }  // namespace
 
 bool kol_is_limit_reached(std::int64_t counted_before) {
-    if (tm_counted() - counted_before <= run_limit) return false;
-    kol_say_limit(kol_ext.cur_time);
+    if (tm_counted() - counted_before <= kol_run_limit) return false;
+    kol_say_limit(kol_ext.cur_time, kol_run_limit);
     return true;
 }
 
@@ -40,4 +42,9 @@ bool kol_is_run_ended(const kol_executed_t& executed, std::int64_t counted_befor
     }
     if (ask_user(executed)) return true;
     return kol_is_limit_reached(counted_before);
+}
+
+void kol_show_progress() {
+    kol_progress_is_due = 0;
+    tm_shell.show_progress();
 }

@@ -1,5 +1,8 @@
-// kol: what ends or interrupts a run after an event: a break, the user's keys, too many errors and warnings.
+// kol: what ends or interrupts a run after an event: a break, the user's keys, too many errors and warnings;
+// and what is known of it meanwhile.
 #pragma once
+
+#include <csignal>
 
 #include "kernel/context.h"
 
@@ -12,3 +15,12 @@ struct kol_executed_t {
 // True ends the run; the user has been told why.  counted_before: tm_counted when the run began.
 bool kol_is_limit_reached(std::int64_t counted_before);  // errors and warnings alone
 bool kol_is_run_ended(const kol_executed_t& executed, std::int64_t counted_before);
+
+// Errors and warnings that a run goes on with; one more ends it.
+extern std::int64_t kol_run_limit;
+
+// Events that have been executed since the program began.
+extern std::int64_t kol_events_executed;
+// Set from outside, by a signal if need be: tm_shell.show_progress is called before the next time is reached.
+extern volatile std::sig_atomic_t kol_progress_is_due;
+void kol_show_progress();

@@ -79,8 +79,8 @@ void kol_say_break_request(std::int32_t time) {
 
 void kol_say_status(std::int32_t time) { kol_say("# !! Simulation STATUS : time = ", kol_time_text(time)); }
 
-void kol_say_limit(std::int32_t time) {
-    kol_say("# !! More than 50 errors or warnings : so simulation is BREAKED  . ");
+void kol_say_limit(std::int32_t time, std::int64_t limit) {
+    kol_say("# !! More than ", std::to_string(limit), " errors or warnings : so simulation is BREAKED  . ");
     kol_say("#    time: ", kol_time_text(time));
     kol_say("# !! to avoid too many spike warnings use ", kol_quoted("SPIKE MIN"), " ... ? ");
 }

@@ -21,4 +21,4 @@ void kol_say_break(const yx_net_record_t& net, std::int32_t time);
 void kol_say_bus_break(const tm_string_record_t& name, std::string_view value, std::int32_t time);
 void kol_say_break_request(std::int32_t time);
 void kol_say_status(std::int32_t time);
-void kol_say_limit(std::int32_t time);
+void kol_say_limit(std::int32_t time, std::int64_t limit);

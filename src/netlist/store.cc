@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "foundation/context.h"
+#include "foundation/ends.h"
 #include "foundation/shell.h"
 
 yx_defref_exp_rec_t yx_sext;
@@ -131,6 +132,7 @@ void yx_error_stop() {
         std::fputs(line, yx_debugfile);
         std::fflush(yx_debugfile);
     }
+    tm_repeat_traces();
     if (yx_sext.tm_graphics_used) {
         if (tm_vext.debugfile != nullptr) {
             std::fputs(line, tm_vext.debugfile);

@@ -16,6 +16,7 @@
 #include "commands/language/interpreter.h"
 #include "commands/start_values.h"
 #include "foundation/context.h"
+#include "foundation/ends.h"
 #include "foundation/files.h"
 #include "foundation/growing_file.h"
 #include "foundation/platform.h"
@@ -83,6 +84,8 @@ bool open_trace_file(const std::string& path, std::FILE*& stream) {
 void open_trace_files(const tm_string_record_t& directory) {
     if (!open_trace_file(std::string(tm_view(directory)) + "/debug_kolv", tm_vext.debugfile)) std::exit(1);
     if (!open_trace_file("debug_kolv2", kol_dbf)) tm_fatal(file_data_invalid);
+    tm_repeat_trace_at_end(&tm_vext.debugfile);
+    tm_repeat_trace_at_end(&kol_dbf);
 }
 
 void reset_counts() {

@@ -8,7 +8,7 @@ import re
 import unittest
 
 from differential import SHARE, compare
-from kolv_session import Display, work_directory
+from kolv_session import work_directory
 
 # What the program does differently, and why.
 DIFFERENCES = {
@@ -211,10 +211,10 @@ def random_steps(cells, seed):
 
 class CellsTest(unittest.TestCase):
     def check(self, cells, seed, least_known):
-        with Display() as display, work_directory() as name:
+        with work_directory() as name:
             path = cells.write(pathlib.Path(name) / "cells.json")
             steps = random_steps(cells, seed)
-            known = compare(self, path, [next(steps) for _ in range(STEPS)], display,
+            known = compare(self, path, [next(steps) for _ in range(STEPS)],
                             lambda bit, seen, expected: bit.startswith("o_lut") and expected == "x")
         self.assertGreater(known, least_known * STEPS * sum(
             len(p["bits"]) for p in cells.ports.values() if p["direction"] == "output"))

@@ -1,9 +1,8 @@
-"""Runs the real program under a private X server.
+"""Runs the real programs: sessions without a display, and the window under a private X server.
 
-    with Display() as display:
-        result = display.run(directory, "RUN 10\nQUIT\n")
+    result = run(directory, "RUN 10\n")
 
-Every program gets a session of its own, because it ends its whole process group."""
+The window program gets a session of its own, because it ends its whole process group."""
 import os
 import pathlib
 import subprocess
@@ -58,18 +57,33 @@ class Display:
                                 stdin=subprocess.DEVNULL, stdout=stdout, stderr=subprocess.STDOUT,
                                 start_new_session=True, user=user)
 
-    def run(self, directory, commands, timing="TYP", design="design_yx", parameters=(), timeout=120, **environment):
-        """Runs a session in the directory, whose initial command file holds these commands; the last must end the
-        program.  The transcript names no path of the machine."""
-        directory = pathlib.Path(directory)
-        (directory / "session.cmd").write_text(commands)
-        program = self.start([".", timing, "session.cmd", design, *parameters], directory, **environment)
-        try:
-            stdout, _ = program.communicate(timeout=timeout)
-        except subprocess.TimeoutExpired:
-            program.kill()
-            raise
-        return Result(program.returncode, stdout.decode("latin-1"), directory)
+
+def run(directory, commands, options=(), display=None, status=0, timing="TYP", design="design_yx", parameters=(),
+        timeout=120, **environment):
+    """Runs a session in the directory, whose command file holds these commands, in kolv-batch, or in the window on a
+    display; there the last must end the program.  The transcript names no path of the machine.  kolv-batch must end with
+    the status, unless that is None."""
+    directory = pathlib.Path(directory)
+    (directory / "session.cmd").write_text(commands)
+    arguments = [".", timing, "session.cmd", design, *parameters]
+    if display:
+        program = display.start(arguments, directory, **environment)
+    else:
+        program = batch([*options, *arguments], directory, **environment)
+    try:
+        stdout, _ = program.communicate(timeout=timeout)
+    except subprocess.TimeoutExpired:
+        program.kill()
+        raise
+    assert display or status in (None, program.returncode), stdout[-2000:]
+    return Result(program.returncode, stdout.decode("latin-1"), directory)
+
+
+def batch(arguments, cwd, **environment):
+    """kolv-batch with these arguments."""
+    return subprocess.Popen([str(BIN / "kolv-batch"), *map(str, arguments)], cwd=cwd, stdin=subprocess.DEVNULL,
+                            env=dict(os.environ, QUILLARN=str(SOURCE / "share")) | environment,
+                            stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
 
 
 def expand(netlist, design, *options):

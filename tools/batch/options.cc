@@ -19,6 +19,13 @@ void describe(CLI::App& app, bt_options_t& options) {
     app.add_option("--transcript", options.transcript, "the transcript, in place of DIRECTORY/current_session")
         ->type_name("FILE");
     app.add_flag("--quiet", options.quiet, "show only what is rejected or fails, on standard error");
+    app.add_option("--expect-no-difference", options.expected, "fail if the transcript is not the one in FILE")
+        ->type_name("FILE");
+    app.add_option("--json", options.report, "write end time, events, counts of messages, seconds and memory")
+        ->type_name("FILE");
+    app.add_option("--limit", options.limit, "errors and warnings that a run goes on with, default 50")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber);
     app.add_flag("--warnings-as-errors", options.warnings_are_errors,
                  "violations, hazards and spikes fail the session, too");
     app.add_flag("--no-shell", options.no_shell, "refuse SYSTEM and '!'; so does KOLV_NO_SHELL=1");

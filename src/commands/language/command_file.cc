@@ -24,22 +24,25 @@ void report_read_error(const tm_string_record_t& name, std::int64_t number, int 
     kol_show({"# !!! line ", std::to_string(number), " : ", std::strerror(reason), " "});
 }
 
+void report_endless_line() {
+    tm_count_error();
+    tm_display(kol_line_has_no_end);
+}
+
 void interpret_file(std::FILE* file, const tm_string_record_t& name, kol_array_param_t& arg) {
     kol_array_param_t var;
     tm_string_record_t line;
     std::int32_t pos = 1;
     bool cut = false;
     std::int64_t lines = 0;
-    int reason = 0;
     while (!tm_vext.end_flag && !tm_no_more_lines(file) && !tm_shell.take_control_key('a')) {
-        errno = 0;
-        tm_read_one_line(file, line, pos, cut);
-        if (std::ferror(file) != 0) reason = errno;
-        if (reason == 0 || line.len > 0) ++lines;
+        if (!tm_read_one_line(file, line, pos, cut)) return report_endless_line();
+        if (std::ferror(file) != 0) break;
+        ++lines;
         if (cut) tm_display(kol_line_is_cut);
         kol_process_command(line, arg, var);
     }
-    if (reason != 0) report_read_error(name, lines + 1, reason);
+    if (std::ferror(file) != 0) report_read_error(name, lines + 1, errno);
 }
 
 // The level and its slot of commandfile for as long as the file runs.

@@ -24,19 +24,18 @@ constexpr std::string_view root_variable = "$QUILLARN";
 constexpr kol_rejection_t no_shell{"# !! Error : programs are not started here ( --no-shell or KOLV_NO_SHELL ) "};
 
 constexpr int cannot_be_executed = 126, not_found = 127;  // what a shell ends with
-constexpr std::int64_t skipped_max = 1 << 20;             // of one line, in characters
 
 struct process_closer {
     void operator()(std::FILE* f) const { pclose(f); }
 };
 using process = std::unique_ptr<std::FILE, process_closer>;
 
-// Waits for what the program prints first.  False: it ended without a word, and the shell says that there is
-// none.
-bool is_started(process& program) {
+// Waits for what the program prints first; one that ended without a word has a status.  False: the shell says
+// that there is none.
+bool is_started(process& program, int& status) {
     const int first = std::getc(program.get());
     if (first != EOF) return std::ungetc(first, program.get()) != EOF;
-    const int status = pclose(program.release());
+    status = pclose(program.release());
     return !WIFEXITED(status) ||
            (WEXITSTATUS(status) != cannot_be_executed && WEXITSTATUS(status) != not_found);
 }
@@ -78,13 +77,13 @@ std::string program_text(std::string_view text) {
 
 // False: the line does not end within its limit, so nothing behind it is read.
 bool skip_line(std::FILE* output, bool& cut) {
-    for (std::int64_t skipped = 0; skipped < skipped_max; ++skipped) {
+    for (std::int64_t skipped = 0; skipped < tm_line_limit; ++skipped) {
         const int c = std::getc(output);
         if (c == '\n' || c == EOF) return true;
         cut = true;
     }
     tm_count_error();
-    tm_display("# !!! Error : line without end ");
+    tm_display(kol_line_has_no_end);
     return false;
 }
 
@@ -135,10 +134,14 @@ void run_program(const std::string& text) {
     if (!program) return report_not_started(text);
     xdelayms(delay_after_start);
     tm_shell.flush();
-    if (!is_started(program)) return report_not_started(text);
+    int status = 0;
+    if (!is_started(program, status)) return report_not_started(text);
     kol_show({"# ", std::string_view(text).substr(0, echo_max), " "});
-    interpret_output(program.get());
-    report_end(pclose(program.release()));
+    if (program) {
+        interpret_output(program.get());
+        status = pclose(program.release());
+    }
+    report_end(status);
     tm_display("# End of Exec ");
     xdelayms(delay_at_end);
 }

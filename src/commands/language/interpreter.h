@@ -16,5 +16,6 @@ void kol_process_command_file(const tm_string_record_t& name, std::int16_t param
 // The '!' escape: runs a program and interprets what it prints, with parameters and variables of its own.
 void kol_exec_cmd(const char* text);
 
-// Shown when a line that is read as a command is longer than a command line can be.
+// Shown when a line that is read as a command has no end, or is longer than a command line can be.
+inline constexpr std::string_view kol_line_has_no_end = "# !!! Error : line without end ";
 inline constexpr std::string_view kol_line_is_cut = "# !! Warning : line longer than 198 characters is cut ";

@@ -39,10 +39,8 @@ bool show_file(const tm_string_record_t& path) {
     tm_string_record_t line;
     std::int32_t pos = 1;
     bool cut = false;
-    while (!tm_no_more_lines(file)) {
-        tm_read_one_line(file, line, pos, cut);
+    while (!tm_no_more_lines(file) && tm_read_one_line(file, line, pos, cut))
         kol_show({"# \"", tm_view(line), "\" "});
-    }
     return true;
 }
 
