@@ -14,7 +14,7 @@
 namespace {
 
 constexpr std::size_t most_inputs = 4;
-constexpr std::size_t most_tables = 256;
+constexpr std::size_t most_tables = 256, most_ranks = 256;
 
 std::size_t index_of(const yx_net_record_t& net) { return static_cast<std::size_t>(net.self); }
 std::size_t index_of(const yx_inst_record_t& inst) { return static_cast<std::size_t>(inst.self); }
@@ -48,6 +48,7 @@ struct delays_t {
 struct builder_t {
     std::vector<instance_t> instances = std::vector<instance_t>(index_of_last());
     std::unordered_map<std::uint64_t, std::uint8_t> table_of;
+    bool with_registers = true;
 
     static std::size_t index_of_last() { return static_cast<std::size_t>(yx_sext.max_inst_cur) + 1; }
 };
@@ -186,7 +187,7 @@ instance_t make_gate(builder_t& b, kol_value_of_t value_of, const pins_t& pins, 
 
 instance_t make_register(builder_t& b, const kol_short_way_t& plan, const pins_t& pins, std::size_t range) {
     const yx_pin_record_t& clock = *plan.clock;
-    if (pins.inputs.size() != 2 || pins.output != plan.output) return {};
+    if (!b.with_registers || pins.inputs.size() != 2 || pins.output != plan.output) return {};
     const three_delays delays = delays_through(output_delays(*pins.output, range),
                                                {clock.rise[range], clock.fall[range]}, plan.is_inverted);
     const auto table = table_for(b, plan.is_inverted ? inverse : same, 1, *pins.output);
@@ -299,51 +300,69 @@ void add_fed_pins(const builder_t& b, const yx_net_record_t& root, kol_cell_t& c
     if (cell.first_fed != 0) kol_cells.fed.back().bits |= 8;
 }
 
+three_delays spike_delays_of(const yx_pin_record_t& pin, const yx_net_record_t& root) {
+    return {kol_spike_delay(pin, root, kol_v0), kol_spike_delay(pin, root, kol_v1),
+            kol_spike_delay(pin, root, kol_vx)};
+}
+
 kol_spike_delays_t spike_delays_of(const yx_net_record_t& root, const kol_cell_t& cell) {
     kol_spike_delays_t delays;
-    if ((cell.flags & kol_cell_single) != 0) {
-        const yx_pin_record_t& driver = *kol_drivers_of(root)[0].pin;
-        delays = {{kol_spike_delay(driver, root, kol_v0), kol_spike_delay(driver, root, kol_v1),
-                   kol_spike_delay(driver, root, kol_vx)}};
+    if ((cell.flags & kol_cell_single) != 0)
+        std::ranges::copy(spike_delays_of(*kol_drivers_of(root)[0].pin, root), delays.driver);
+    delays.longest_fed = kol_spike_delays_t::nothing_fed;
+    for (const kol_pin_link_t& fed : kol_fan_out_of(root)) {
+        const three_delays of_pin = spike_delays_of(*fed.pin, root);
+        if (delays.longest_fed == kol_spike_delays_t::nothing_fed) {
+            std::ranges::copy(of_pin, delays.fed);
+            delays.longest_fed = 0;
+        }
+        delays.are_fed_alike = delays.are_fed_alike && std::ranges::equal(of_pin, delays.fed);
+        delays.longest_fed = std::max(delays.longest_fed, std::ranges::max(of_pin));
     }
-    for (const kol_pin_link_t& fed : kol_fan_out_of(root))
-        for (const std::int8_t value : {std::int8_t{kol_v0}, std::int8_t{kol_v1}, std::int8_t{kol_vx}})
-            delays.fed = std::max(delays.fed, kol_spike_delay(*fed.pin, root, value));
-    if (!kol_fan_out_of(root).empty()) delays.fed = std::max(delays.fed, 0);
     return delays;
 }
 
-bool priorities_agree() {
-    const kol_pin_link_t* first = nullptr;
-    for (std::int32_t i = 1; i <= yx_sext.max_net_cur; ++i) {
-        const yx_net_record_t& net = *yx_ptrto_net_rec(i);
-        if (net.net_type != YX_TSTANDARD) continue;
-        for (const kol_pin_link_t& driver : kol_drivers_of(net)) {
-            if (first == nullptr) first = &driver;
-            if (driver.pin->pin_hdl_priority != first->pin->pin_hdl_priority) return false;
+// False: there are more than ranks.
+bool collect_priorities() {
+    std::vector<std::int16_t>& found = kol_cells.priorities;
+    for_each_root([&](const yx_net_record_t& root, const kol_cell_t&) {
+        for (const kol_pin_link_t& link : kol_pins_of(root)) {
+            const std::int16_t priority = link.pin->pin_hdl_priority;
+            if (link.pin->io_type == YX_IO_INPUT || (!found.empty() && found.back() == priority)) continue;
+            const auto at = std::ranges::lower_bound(found, priority);
+            if (at == found.end() || *at != priority) found.insert(at, priority);
         }
-    }
-    return true;
+    });
+    return found.size() < most_ranks;
+}
+
+void build_ranks() {
+    if (kol_cells.priorities.size() < 2) return;
+    kol_cells.rank.assign(kol_cells.cell.size(), 0);
+    for_each_root([](const yx_net_record_t& root, const kol_cell_t& cell) {
+        if ((cell.flags & kol_cell_single) == 0) return;
+        kol_cells.rank[index_of(root)] = kol_rank_of(kol_drivers_of(root)[0].pin->pin_hdl_priority);
+    });
 }
 
 }  // namespace
 
-void kol_build_spike_delays() {
-    kol_cells.spike_delays.assign(kol_cells.cell.size(), {});
-    for_each_root([](const yx_net_record_t& root, const kol_cell_t& cell) {
-        kol_cells.spike_delays[index_of(root)] = spike_delays_of(root, cell);
-    });
+void kol_take_spike_delays(std::uint32_t at) {
+    const yx_net_record_t& root = *yx_ptrto_net_rec(static_cast<std::int32_t>(at));
+    kol_cells.spike_delays[at] = spike_delays_of(root, kol_cells.cell[at]);
 }
 
-bool kol_build_cells() {
+bool kol_build_cells(bool with_registers) {
     kol_cells = {};
-    if (!priorities_agree()) return false;
     kol_cells.cell.assign(static_cast<std::size_t>(yx_sext.max_net_cur) + 1, {});
     kol_cells.is_stale.assign(kol_cells.cell.size(), false);
     kol_cells.fed_pin.assign(1, 0);
     kol_cells.fed.assign(1, {static_cast<std::uint32_t>(kol_fed_kind::none) | 8});
     for_each_root([](const yx_net_record_t& root, kol_cell_t& cell) { cell.flags = flags_of(root); });
+    if (!collect_priorities()) return false;
+    build_ranks();
     builder_t b;
+    b.with_registers = with_registers;
     for_each_instance([&](const yx_inst_record_t& inst) {
         b.instances[index_of(inst)] = make_instance(b, inst);
         if (b.instances[index_of(inst)].kind == way::handlers) mirror_nets_of(inst);
@@ -367,8 +386,7 @@ void kol_read_cell_states() {
     for_each_root([](const yx_net_record_t&, const kol_cell_t& cell) {
         for (std::uint32_t at = cell.first_fed;; ++at) {
             const kol_fed_t fed = kol_cells.fed[at];
-            if (fed.kind() == kol_fed_kind::gate || fed.kind() == kol_fed_kind::timed)
-                kol_put_input(fed, kol_value_of(cell.cur));
+            if (fed.is_input()) kol_put_input(fed, kol_value_of(cell.cur));
             if (fed.is_last()) return;
         }
     });

@@ -20,7 +20,7 @@ void remember_newest(const yx_event_rec_t& event, std::uint32_t place, std::uint
     kol_driver_t* const driver = is_cell ? nullptr : &kol_cells.drivers[index - kol_first_driver()];
     std::uint32_t& newest = is_cell ? kol_cells.cell[index].newest : driver->newest;
     std::int32_t& newest_time = is_cell ? kol_cells.cell[index].newest_time : driver->newest_time;
-    if (kol_cells.looks_for_spikes) kol_link_pending(place, event.time, newest, newest_time);
+    if (!kol_cells.is_plain) kol_link_pending(place, event.time, {newest, newest_time});
     newest = place;
     newest_time = event.time;
 }
@@ -28,8 +28,7 @@ void remember_newest(const yx_event_rec_t& event, std::uint32_t place, std::uint
 std::uint32_t index_of(const yx_event_rec_t& event) {
     const auto at = static_cast<std::uint32_t>(event.net->self);
     if (event.pin == nullptr) return kol_first_force() + at;
-    const bool is_single = (kol_cells.cell[at].flags & kol_cell_single) != 0;
-    if (is_single && kol_drivers_of(*event.net)[0].pin == event.pin) return at;
+    if ((kol_cells.cell[at].flags & kol_cell_single) != 0) return at;
     return kol_first_driver() + kol_driver_of(*event.pin, *event.net);
 }
 
@@ -37,7 +36,7 @@ std::uint32_t index_of(const yx_event_rec_t& event) {
 
 void kol_stimuli_reader_t::enter_at_once(std::int32_t time) {
     const auto of_time = std::ranges::equal_range(stimuli_, time, {}, &kol_stimulus_t::time);
-    for (const kol_stimulus_t& stimulus : of_time) kol_cells.wheel.append(time, what_of(stimulus));
+    for (const kol_stimulus_t& stimulus : of_time) kol_cells.wheel.append(time, what_of(stimulus), 0);
     if (!of_time.empty()) entered_.push_back(time);
 }
 
@@ -64,7 +63,8 @@ std::vector<std::int32_t> kol_take_queue() {
     for (const yx_event_rec_t* event = kol_ext.cur_event; event != nullptr; event = event->next) {
         if (times.empty() || times.back() != event->time) times.push_back(event->time);
         const std::uint32_t index = index_of(*event);
-        const std::uint32_t place = kol_cells.wheel.append(event->time, kol_what(index, event->state));
+        const std::uint32_t rank = event->pin == nullptr ? 0 : kol_rank_of(event->pin->pin_hdl_priority);
+        const std::uint32_t place = kol_cells.wheel.append(event->time, kol_what(index, event->state), rank);
         if (event->pin != nullptr) remember_newest(*event, place, index);
     }
     kol_empty_queue();
@@ -77,7 +77,8 @@ void kol_give_queue_back() {
         const std::uint32_t index = what >> kol_what_shift;
         const auto state = static_cast<std::int8_t>(what & 31);
         if (index >= kol_first_driver()) {
-            const kol_driver_t& driver = kol_cells.drivers[index - kol_first_driver()];
+            kol_driver_t& driver = kol_cells.drivers[index - kol_first_driver()];
+            driver.newest_time = -1;
             kol_append_event(driver.pin, driver.net, time, state);
         } else if (index >= kol_first_force()) {
             kol_append_event(nullptr, &record_of(index - kol_first_force()), time, state);

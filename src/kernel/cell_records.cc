@@ -11,13 +11,37 @@ namespace {
 
 constexpr std::int32_t last_time = std::numeric_limits<std::int32_t>::max();
 
+bool spikes_count() { return kol_ext.spike_on || kol_ext.spiked; }
+
+// By these models the pins of one net are shown different states, or times that are past, so that registers
+// have to see each change themselves.
+bool registers_are_called() {
+    return spikes_count() && (kol_ext.spike_model == kol_suppress || kol_ext.spike_model == kol_pessimistic);
+}
+
 void build_when_changed() {
     kol_cells_made_t& made = kol_cells.made;
-    if (made.is_made && made.sim_range_type == kol_ext.sim_range_type && made.timing_ar == kol_ext.timing_ar)
+    const bool has_registers = !registers_are_called();
+    if (made.is_made && made.has_registers == has_registers &&
+        made.sim_range_type == kol_ext.sim_range_type && made.timing_ar == kol_ext.timing_ar)
         return;
     kol_bring_records_up();
-    const bool is_possible = kol_build_cells();
-    made = {true, is_possible, false, kol_ext.sim_range_type, kol_ext.timing_ar};
+    const bool is_possible = kol_build_cells(has_registers);
+    made = {true, is_possible, false, has_registers, kol_ext.sim_range_type, kol_ext.timing_ar};
+}
+
+void begin_wheel() {
+    const std::int64_t longest = std::min<std::int64_t>(2 * std::int64_t{kol_max_delay}, last_time);
+    kol_cells.looks_for_spikes = kol_ext.spike_on;
+    kol_cells.holds_pins = spikes_count() && kol_ext.spike_model == kol_suppress;
+    kol_cells.is_ranked =
+        kol_cells.priorities.size() > 1 || (spikes_count() && kol_ext.spike_model == kol_pessimistic);
+    kol_cells.is_plain = !kol_cells.is_ranked && !spikes_count();
+    kol_cells.pending.clear();
+    kol_cells.wheel.begin(
+        kol_ext.cur_time, static_cast<std::int32_t>(longest), kol_first_force() << kol_what_shift,
+        kol_first_driver() << kol_what_shift,
+        std::max<std::uint32_t>(1, static_cast<std::uint32_t>(kol_cells.priorities.size())));
 }
 
 void mark_breaks() {
@@ -46,13 +70,8 @@ bool kol_prepare_cells() {
     if (!kol_cells.made.has_states) kol_read_cell_states();
     kol_cells.made.has_states = true;
     mark_breaks();
-    if (kol_ext.spike_on && kol_cells.spike_delays.empty()) kol_build_spike_delays();
-    const std::int64_t longest = std::min<std::int64_t>(2 * std::int64_t{kol_max_delay}, last_time);
-    kol_cells.wheel.begin(kol_ext.cur_time, static_cast<std::int32_t>(longest),
-                          kol_first_force() << kol_what_shift, kol_first_driver() << kol_what_shift);
-    kol_cells.drivers.clear();
-    kol_cells.driver_of.clear();
-    kol_cells.looks_for_spikes = kol_ext.spike_on;
+    if (kol_ext.spike_on) kol_cells.spike_delays.resize(kol_cells.cell.size());
+    begin_wheel();
     return true;
 }
 
@@ -70,6 +89,7 @@ void kol_note_data_time(const kol_register_t& clocked) {
 
 void kol_bring_records_up() {
     for (const std::uint32_t at : kol_cells.stale) {
+        if (!kol_cells.is_stale[at]) continue;
         kol_write_fed_pins(kol_cells.cell[at], *yx_ptrto_net_rec(static_cast<std::int32_t>(at)));
         kol_cells.is_stale[at] = false;
     }

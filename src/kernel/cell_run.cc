@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "foundation/shell.h"
+#include "kernel/cell_build.h"
 #include "kernel/cell_queue.h"
 #include "kernel/cell_records.h"
 #include "kernel/cell_spikes.h"
@@ -41,12 +42,6 @@ void list_cell(std::uint32_t at, cell_t& cell) {
 
 constexpr std::uint8_t delay_of_value[] = {2, 0, 2, 1};
 
-// The rest of scheduling, which only a look for spikes needs.
-void note_spikes(std::uint32_t place, std::int32_t time, const cell_t& cell, std::int8_t state) {
-    kol_link_pending(place, time, cell.newest, cell.newest_time);
-    if (kol_ext.spiked) kol_react_to_spike(cell.newest, cell.newest_time, state);
-}
-
 void schedule(std::uint32_t at, cell_t& cell, std::int8_t state, std::int32_t delay) {
     constexpr std::int64_t last_time = std::numeric_limits<std::int32_t>::max();
     const auto time = static_cast<std::int32_t>(std::min(std::int64_t{run.now} + delay, last_time));
@@ -55,9 +50,10 @@ void schedule(std::uint32_t at, cell_t& cell, std::int8_t state, std::int32_t de
         kol_cells.wheel.what(cell.newest) = what;
         return;
     }
-    const std::uint32_t place = kol_cells.wheel.add(time, what);
-    if (kol_cells.looks_for_spikes) note_spikes(place, time, cell, state);
-    cell.newest = place;
+    const bool is_plain = kol_cells.is_plain || (!kol_cells.is_ranked && cell.newest_time < run.now);
+    cell.newest = is_plain
+                      ? kol_cells.wheel.add(time, what)
+                      : kol_add_with_care(time, what, kol_rank_of_cell(at), {cell.newest, cell.newest_time});
     cell.newest_time = time;
 }
 
@@ -109,7 +105,7 @@ unsigned transition_of(const cell_t& cell) {
     return static_cast<unsigned>(kol_value_of(cell.old)) * 4 + static_cast<unsigned>(kol_value_of(cell.cur));
 }
 
-void feed(kol_fed_t fed, std::int16_t value, unsigned transition) {
+[[gnu::always_inline]] inline void feed(kol_fed_t fed, std::int16_t value, unsigned transition) {
     switch (fed.kind()) {
         case kol_fed_kind::gate:
             evaluate_gate(fed, value);
@@ -130,6 +126,16 @@ void feed(kol_fed_t fed, std::int16_t value, unsigned transition) {
     }
 }
 
+// The gates take the value in, and nothing is called.
+void fan_out_suppressed(const cell_t& cell) {
+    for (const kol_fed_t* fed = &kol_cells.fed[cell.first_fed];; ++fed) {
+        if (fed->is_input()) kol_put_input(*fed, kol_value_of(cell.cur));
+        if (fed->is_last()) return;
+    }
+}
+
+bool is_suppressed() { return kol_ext.spiked && kol_ext.spike_model == kol_suppress; }
+
 void fan_out(const cell_t& cell) {
     const std::int16_t value = kol_value_of(cell.cur);
     const unsigned transition = transition_of(cell);
@@ -149,7 +155,8 @@ void take_state(std::uint32_t at, cell_t& cell, std::int8_t state) {
 void keep_records_up(std::uint32_t at, const cell_t& cell) {
     kol_mark_stale(at);
     kol_write_net(cell, record_of(at).UU.U1);
-    if ((cell.flags & kol_cell_terminal) != 0) kol_write_fed_pins(cell, record_of(at));
+    const bool is_shown = cell.cur != cell.old;
+    if (is_shown && (cell.flags & kol_cell_terminal) != 0) kol_write_fed_pins(cell, record_of(at));
     if ((cell.flags & kol_cell_breaks) != 0) run.asks = true;
 }
 
@@ -165,23 +172,35 @@ std::int8_t keep_history(std::uint32_t at, const cell_t& cell, std::int8_t state
 }
 
 // What the fed pins are shown when it differs from what the net takes now.
-void note_shown(std::uint32_t at, bool differs, const yx_signal_state_rec& shown) {
-    if (differs)
-        kol_cells.shown[at] = {run.now, shown};
-    else if (!kol_cells.shown.empty())
-        kol_cells.shown.erase(at);
+void note_shown(std::uint32_t at, bool differs, const cell_t& cell, const yx_signal_state_rec& shown) {
+    if (!differs) return kol_forget_shown(at);
+    kol_cells.shown.resize(kol_cells.cell.size());
+    kol_cells.shown[at] = {cell.cur_time, shown};
+}
+
+// The net takes a state, and no pin that it feeds is shown it.
+[[gnu::cold]] void change_unseen(std::uint32_t at, cell_t& cell, std::int8_t state) {
+    kol_hold_fed_pins(at);
+    take_state(at, cell, state);
+    kol_write_net(cell, record_of(at).UU.U1);
+    if ((cell.flags & kol_cell_breaks) != 0) run.asks = true;
+    if (cell.cur != cell.old) fan_out_suppressed(cell);
 }
 
 // The net takes a state that its drivers give it.
 void change(std::uint32_t at, cell_t& cell, std::int8_t state) {
+    if (is_suppressed()) [[unlikely]]
+        return change_unseen(at, cell, keep_history(at, cell, state));
     if ((cell.flags & kol_cell_special) == 0) [[likely]] {
         take_state(at, cell, state);
         fan_out(cell);
         return;
     }
+    state = keep_history(at, cell, state);
+    if (kol_cells.holds_pins && state == cell.cur) return change_unseen(at, cell, state);
     const yx_signal_state_rec shown = kol_shown_to_fed(at, cell);
-    take_state(at, cell, keep_history(at, cell, state));
-    note_shown(at, cell.cur == cell.old, shown);
+    take_state(at, cell, state);
+    note_shown(at, cell.cur == cell.old, cell, shown);
     keep_records_up(at, cell);
     if (cell.cur != cell.old) fan_out(cell);
 }
@@ -193,6 +212,7 @@ struct near_change_t {
     std::uint32_t at;
     bool is_of_cell;          // the cell's single driver brings it
     yx_pin_record_t* driver;  // otherwise; none for a FORCE event
+    std::int32_t time;        // that the net and the pins that it feeds are given
     std::int8_t state;
     std::int32_t dif;  // to the net's next change
 };
@@ -202,7 +222,7 @@ const yx_pin_record_t* driver_of(const near_change_t& near) {
 }
 
 bool is_spike(const near_change_t& near, std::int32_t delay) {
-    kol_ext.spiked = near.dif < delay;
+    kol_ext.spiked = near.dif >= 0 && near.dif < delay;
     if (!kol_ext.spiked || near.dif <= kol_ext.spike_min) return false;
     run.asks = true;
     return true;
@@ -210,75 +230,118 @@ bool is_spike(const near_change_t& near, std::int32_t delay) {
 
 void check_driver(const near_change_t& near, std::int32_t delay) {
     if (is_spike(near, delay))
-        kol_say_driver_spike({driver_of(near), &record_of(near.at), nullptr, run.now, near.dif, delay});
+        kol_say_driver_spike({driver_of(near), &record_of(near.at), nullptr, near.time, near.dif, delay});
 }
 
 void check_fed_pin(const near_change_t& near, const yx_pin_record_t& pin) {
     const std::int32_t delay = kol_spike_delay(pin, record_of(near.at), near.state);
     if (is_spike(near, delay))
-        kol_say_fan_out_spike({&pin, &record_of(near.at), driver_of(near), run.now, near.dif, delay});
+        kol_say_fan_out_spike({&pin, &record_of(near.at), driver_of(near), near.time, near.dif, delay});
+}
+
+// Calls visit(pin, entry) for all pins that the net feeds; entry is none for one that listens to nothing.
+template <typename Visit>
+void for_each_fed_pin(const near_change_t& near, const cell_t& cell, Visit visit) {
+    const kol_fed_t* next = &kol_cells.fed[cell.first_fed];
+    const std::int32_t* pin = &kol_cells.fed_pin[cell.first_fed];
+    for (const kol_pin_link_t& fed : kol_fan_out_of(record_of(near.at))) {
+        const bool listens = *pin == fed.pin->self;
+        visit(fed, listens ? next : nullptr);
+        if (!listens || next->is_last()) continue;
+        ++next;
+        ++pin;
+    }
 }
 
 // Each fed pin is checked before its instance works.
-void fan_out_checked(const near_change_t& near, const cell_t& cell) {
-    const std::int16_t value = kol_value_of(cell.cur);
-    const unsigned transition = transition_of(cell);
-    std::uint32_t next = cell.first_fed;
-    for (const kol_pin_link_t& fed : kol_fan_out_of(record_of(near.at))) {
+[[gnu::cold]] void fan_out_checked(const near_change_t& near, const cell_t& cell) {
+    for_each_fed_pin(near, cell, [&](const kol_pin_link_t& fed, const kol_fed_t* entry) {
         check_fed_pin(near, *fed.pin);
-        if (kol_cells.fed_pin[next] != fed.pin->self) continue;
-        feed(kol_cells.fed[next], value, transition);
-        if (!kol_cells.fed[next].is_last()) ++next;
-    }
+        if (entry != nullptr) feed(*entry, kol_value_of(cell.cur), transition_of(cell));
+    });
 }
 
+// Where all fed pins have the same delays they see the spike together, or not.
 void fan_out_near(const near_change_t& near, const cell_t& cell) {
-    const std::int32_t longest = kol_cells.spike_delays[near.at].fed;
-    if (near.dif >= 0 && near.dif < longest) return fan_out_checked(near, cell);
-    if (longest >= 0) kol_ext.spiked = false;
+    const kol_spike_delays_t& delays = kol_spike_delays_of(near.at);
+    if (delays.longest_fed == kol_spike_delays_t::nothing_fed) return;
+    const bool is_near = near.dif >= 0 && near.dif < delays.longest_fed;
+    if (is_near && (!delays.are_fed_alike || near.dif > kol_ext.spike_min))
+        return fan_out_checked(near, cell);
+    kol_ext.spiked = is_near && near.dif < delays.fed[delay_of_value[near.state & 3]];
     fan_out(cell);
 }
 
+// Pins that see a spike are not shown it, and what they feed is not called.
+[[gnu::cold]] void fan_out_suppressing(const near_change_t& near, const cell_t& cell) {
+    for_each_fed_pin(near, cell, [&](const kol_pin_link_t& fed, const kol_fed_t* entry) {
+        check_fed_pin(near, *fed.pin);
+        if (kol_ext.spiked) {
+            if (entry != nullptr && entry->is_input()) kol_put_input(*entry, kol_value_of(cell.cur));
+            return;
+        }
+        yx_signal_state_rec& seen = kol_pin_state(*fed.pin, *fed.net);
+        seen.state = near.state;
+        seen.time = near.time;
+        if (entry != nullptr) feed(*entry, kol_value_of(cell.cur), transition_of(cell));
+    });
+}
+
+void change_or_suppress(near_change_t near, cell_t& cell) {
+    kol_hold_fed_pins(near.at);
+    if (!kol_ext.spiked) {
+        near.state = keep_history(near.at, cell, near.state);
+        take_state(near.at, cell, near.state);
+        kol_write_net(cell, record_of(near.at).UU.U1);
+    }
+    if ((cell.flags & kol_cell_breaks) != 0) run.asks = true;
+    if (cell.cur != cell.old) fan_out_suppressing(near, cell);
+}
+
+bool is_indeterminate() {
+    return kol_ext.spike_model == kol_indgene || kol_ext.spike_model == kol_pessimistic;
+}
+
 // The history of a net that changes in a spike; the state that it takes.
-std::int8_t keep_spike(std::uint32_t at, const cell_t& cell, std::int8_t state) {
-    const bool is_indeterminate = kol_ext.spike_model == kol_indgene;
-    std::int8_t taken = is_indeterminate ? kol_indeterminate_of(state) : state;
+std::int8_t keep_spike(const near_change_t& near, const cell_t& cell) {
+    std::int8_t taken = is_indeterminate() ? kol_indeterminate_of(near.state) : near.state;
     if ((cell.flags & kol_cell_observed) == 0) return taken;
-    yx_net_record_t& net = record_of(at);
-    if (net.UU.U1.list_state->time < run.now) {
-        kol_append_history(&net, run.now, taken);
+    yx_net_record_t& net = record_of(near.at);
+    if (net.UU.U1.list_state->time < near.time) {
+        kol_append_history(&net, near.time, taken);
         return taken;
     }
-    if (!is_indeterminate) taken = kol_net_state(taken, cell.cur);
+    if (!is_indeterminate()) taken = kol_net_state(taken, cell.cur);
     return net.UU.U1.list_state->state = taken;
 }
 
 void change_near(near_change_t near, cell_t& cell, std::int32_t delay) {
-    if (near.dif >= 0)
-        check_driver(near, delay);
-    else
-        kol_ext.spiked = false;
-    const bool is_indeterminate = kol_ext.spiked && kol_ext.spike_model == kol_indgene;
+    check_driver(near, delay);
+    if (kol_ext.spike_model == kol_suppress) return change_or_suppress(near, cell);
+    const bool differs = kol_ext.spiked && is_indeterminate();
+    if (kol_ext.spiked && kol_ext.spike_model == kol_pessimistic) near.time = std::max(near.time - delay, 0);
     const std::int8_t taken =
-        kol_ext.spiked ? keep_spike(near.at, cell, near.state) : keep_history(near.at, cell, near.state);
-    yx_signal_state_rec shown = kol_shown_to_fed(near.at, cell);
-    if (!is_indeterminate) near.state = taken;
+        kol_ext.spiked ? keep_spike(near, cell) : keep_history(near.at, cell, near.state);
+    if (!differs) near.state = taken;
+    yx_signal_state_rec shown = {near.time, near.state};
+    if (taken == cell.cur) shown = kol_shown_to_fed(near.at, cell);
     take_state(near.at, cell, taken);
-    if (cell.cur != cell.old) shown = {run.now, near.state};
-    note_shown(near.at, cell.cur == cell.old || is_indeterminate, shown);
+    cell.cur_time = near.time;
+    note_shown(near.at, cell.cur == cell.old || differs, cell, shown);
     if ((cell.flags & kol_cell_special) != 0) keep_records_up(near.at, cell);
     if (cell.cur != cell.old) fan_out_near(near, cell);
 }
 
 // Where no change is so near that a pin sees a spike, as mostly.
 void change_of_cell(std::uint32_t at, cell_t& cell, std::int8_t state, std::uint32_t executed) {
+    kol_ext.spiked = false;
+    if (executed == cell.newest && (cell.flags & kol_cell_forced) == 0) return change(at, cell, state);
     const std::int32_t dif = kol_next_change_of_cell(at, cell, executed);
-    const kol_spike_delays_t& delays = kol_cells.spike_delays[at];
-    if (dif < 0 || (dif >= delays.fed && dif >= delays.driver[delay_of_value[state & 3]])) {
-        kol_ext.spiked = false;
-        return change(at, cell, state);
-    }
-    change_near({at, true, nullptr, state, dif}, cell, delays.driver[delay_of_value[state & 3]]);
+    if (dif < 0) return change(at, cell, state);
+    const kol_spike_delays_t& delays = kol_spike_delays_of(at);
+    const std::int32_t delay = delays.driver[delay_of_value[state & 3]];
+    if (dif >= delays.longest_fed && dif >= delay) return change(at, cell, state);
+    change_near({at, true, nullptr, run.now, state, dif}, cell, delay);
 }
 
 // ---- the kinds of events
@@ -288,12 +351,6 @@ void change_by_driver(std::uint32_t at, cell_t& cell, std::int8_t state, std::ui
         change_of_cell(at, cell, state, place);
     else
         change(at, cell, state);
-}
-
-// The event leaves the chain of its driver.
-void unlink_pending(std::uint32_t place) {
-    const std::uint32_t newer = kol_cells.pending[place].newer;
-    if (newer != kol_wheel_t::none) kol_cells.pending[newer].older = kol_wheel_t::none;
 }
 
 void exec_cell(std::uint32_t at, std::int8_t state, std::uint32_t place) {
@@ -308,7 +365,7 @@ void exec_cell(std::uint32_t at, std::int8_t state, std::uint32_t place) {
         const std::int8_t resolved = state < 4 ? std::int8_t{0} : state;
         if (cell.cur != resolved) change_by_driver(at, cell, resolved, place);
     }
-    if (kol_cells.looks_for_spikes) unlink_pending(place);
+    if (!kol_cells.is_plain && place != cell.newest) kol_unlink_pending(place);
     if (cell.newest_time == run.now) cell.newest_time = -1;
     if ((cell.flags & kol_cell_breaks) != 0) run.asks = true;
 }
@@ -333,18 +390,18 @@ void exec_seen_driver(const kol_driver_t& driver, std::int8_t state) {
     const std::int8_t resolved = resolved_state(*driver.net, state);
     if (cell.cur == resolved) return;
     if (!kol_cells.looks_for_spikes) {
-        if ((cell.flags & kol_cell_special) == 0) kol_cells.shown.erase(at);
+        if ((cell.flags & kol_cell_special) == 0) kol_forget_shown(at);
         return change(at, cell, resolved);
     }
-    change_near({at, false, driver.pin, resolved, kol_next_change_of_net(at, state)}, cell,
+    change_near({at, false, driver.pin, run.now, resolved, kol_next_change_of_net(at, state)}, cell,
                 kol_spike_delay(*driver.pin, *driver.net, resolved));
 }
 
 void exec_driver(std::uint32_t index, std::int8_t state, std::uint32_t place) {
     run.asks = true;
     exec_seen_driver(kol_driver_t(kol_cells.drivers[index]), state);
-    if (kol_cells.looks_for_spikes) unlink_pending(place);
     kol_driver_t& driver = kol_cells.drivers[index];
+    if (!kol_cells.is_plain && place != driver.newest) kol_unlink_pending(place);
     if (driver.newest_time == run.now) driver.newest_time = -1;
 }
 
@@ -356,11 +413,22 @@ void warn_of_force(std::uint32_t at, const cell_t& cell, std::int8_t state) {
         kol_say_net_hazard(record_of(at), run.now);
 }
 
+// By the model that suppresses.
+void show_force_one_by_one(std::uint32_t at, cell_t& cell, bool is_checked) {
+    kol_write_net(cell, record_of(at).UU.U1);
+    const std::int32_t dif = is_checked ? kol_next_change_of_net(at, cell.cur) : -1;
+    if (!is_checked && kol_ext.spiked) return fan_out_suppressed(cell);
+    fan_out_suppressing({at, false, nullptr, run.now, cell.cur, dif}, cell);
+}
+
 void exec_force(std::uint32_t at, std::int8_t state) {
     cell_t& cell = kol_cells.cell[at];
     run.asks = true;
     warn_of_force(at, cell, state);
     if (cell.cur == state) return;
+    const bool is_checked = kol_cells.looks_for_spikes && (cell.flags & kol_cell_fixed) == 0;
+    const bool holds = kol_cells.holds_pins;
+    if (holds) kol_hold_fed_pins(at);
     take_state(at, cell, state);
     if ((cell.flags & kol_cell_observed) != 0) {
         yx_net_record_t& net = record_of(at);
@@ -369,10 +437,11 @@ void exec_force(std::uint32_t at, std::int8_t state) {
         else
             kol_append_history(&net, run.now, state);
     }
-    kol_cells.shown.erase(at);
+    if (holds) return show_force_one_by_one(at, cell, is_checked);
+    kol_forget_shown(at);
     keep_records_up(at, cell);
-    if (kol_cells.looks_for_spikes && (cell.flags & kol_cell_fixed) == 0)
-        fan_out_near({at, false, nullptr, state, kol_next_change_of_net(at, state)}, cell);
+    if (is_checked)
+        fan_out_near({at, false, nullptr, run.now, state, kol_next_change_of_net(at, state)}, cell);
     else
         fan_out(cell);
 }
@@ -384,8 +453,16 @@ void exec_and_retire_force(std::uint32_t at, std::int8_t state) {
 
 // ---- the loop
 
+constexpr std::uint32_t never_outranked = ~std::uint32_t{0};
+
+std::uint32_t rank_of(std::uint32_t index) {
+    if (index < kol_first_force()) return kol_rank_of_cell(index);
+    return index < kol_first_driver() ? never_outranked : kol_cells.drivers[index - kol_first_driver()].rank;
+}
+
 void exec(std::uint32_t what, std::uint32_t place) {
     const std::uint32_t index = what >> kol_what_shift;
+    if (kol_cells.is_ranked) kol_cells.head_rank = rank_of(index);
     const auto state = static_cast<std::int8_t>(what & 31);
     if (index < kol_first_force())
         exec_cell(index, state, place);
@@ -467,9 +544,7 @@ bool exec_times(kol_stimuli_reader_t& stimuli) {
 }
 
 bool is_possible(const kol_stimuli_t& stimuli) {
-    if (!kol_cells_are_used || (kol_ext.spiked && !kol_ext.spike_on)) return false;
-    if (kol_ext.spike_on && kol_ext.spike_model != kol_nosuppress && kol_ext.spike_model != kol_indgene)
-        return false;
+    if (!kol_cells_are_used) return false;
     if (kol_ext.cur_event != nullptr && kol_ext.cur_event->time < kol_ext.cur_time) return false;
     return stimuli.empty() || stimuli.front().time >= kol_ext.cur_time;
 }

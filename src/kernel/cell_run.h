@@ -1,6 +1,5 @@
 // kol: the run loop over cells.  The same order, states, histories and messages as the general way, event by
-// event.  It is taken while the drivers' priorities agree and, where spikes are looked for, by the models
-// Nosuppress and Indgene.
+// event.
 #pragma once
 
 #include "kernel/stimuli.h"

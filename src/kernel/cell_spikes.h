@@ -10,7 +10,9 @@ void kol_begin_forces(const kol_stimuli_t& stimuli);
 void kol_end_forces();
 void kol_retire_force(std::uint32_t at);
 // The time from now to the net's first event that carries another state, -1 when there is none within
-// kol_max_delay: of the cell's single driver behind the event that is executed, and of FORCEs; of any driver
-// and of FORCEs.
+// kol_max_delay: of the cell's single driver and of FORCEs, at an event that is executed; of any driver and
+// of FORCEs.
 std::int32_t kol_next_change_of_cell(std::uint32_t at, const kol_cell_t& cell, std::uint32_t executed);
 std::int32_t kol_next_change_of_net(std::uint32_t at, std::int8_t state);
+// The executed event leaves the chain of its driver.
+void kol_unlink_pending(std::uint32_t place);

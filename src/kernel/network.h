@@ -30,6 +30,10 @@ inline std::span<const kol_pin_link_t> kol_drivers_of(const yx_net_record_t& roo
 inline std::span<const kol_pin_link_t> kol_fan_out_of(const yx_net_record_t& root) {
     return {root.UU.U1.link + root.UU.U1.nb_of_driver, static_cast<std::size_t>(root.UU.U1.nb_of_fan_out)};
 }
+// Both: a pin that drives without being an output stands among those that the tree feeds.
+inline std::span<const kol_pin_link_t> kol_pins_of(const yx_net_record_t& root) {
+    return {root.UU.U1.link, static_cast<std::size_t>(root.UU.U1.nb_of_driver + root.UU.U1.nb_of_fan_out)};
+}
 
 // Returns the pin's state to (iU, never), making bit states where the pin spans bits; a pin that spans bits
 // and is not on a bus is fatal.

@@ -105,6 +105,20 @@ void place_ranked(yx_event_rec_t* event, kol_time_group_t& group) {
     kol_join_ranked(group, event, above, below);
 }
 
+// Behind events that it may outrank, which stand where no rule of priorities has put them then.
+void place_behind_lower(yx_event_rec_t* event, kol_time_group_t& group) {
+    yx_event_rec_t* at = group.last;
+    for (; at != group.first->previous && !kol_is_force(*at); at = at->previous) {
+        if (at->unordered) continue;
+        if (at->priority >= event->priority) break;
+        at->unordered = true;
+        at->higher = at->lower = nullptr;
+    }
+    const bool is_first = at == group.first->previous;
+    link_behind(group.last, event);
+    kol_join_ranked(group, event, is_first ? nullptr : at, nullptr);
+}
+
 void place(yx_event_rec_t* event) {
     const yx_event_rec_t* head = kol_ext.cur_event;
     if (head != nullptr) kol_advance_index(head->time);
@@ -198,13 +212,10 @@ void kol_append_event(yx_pin_record_t* pin, yx_net_record_t* root, std::int32_t 
     const std::int16_t priority = pin == nullptr ? force_priority : pin->pin_hdl_priority;
     yx_event_rec_t* const event = make_event(pin, root, priority, time, state);
     kol_time_group_t& group = kol_group_of(time);
-    yx_event_rec_t* const last = group.last;
-    if (last == nullptr || pin == nullptr) {
+    if (group.last == nullptr || pin == nullptr)
         place_last(event, group);
-    } else {
-        link_behind(last, event);
-        kol_join_ranked(group, event, last, nullptr);
-    }
+    else
+        place_behind_lower(event, group);
     kol_add_net_event(event);
 }
 
