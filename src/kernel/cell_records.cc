@@ -101,7 +101,9 @@ void kol_bring_records_up() {
 void kol_write_changed_net(std::uint32_t at) {
     const kol_cell_t& cell = kol_cells.cell[at];
     yx_net_u1_t& net = yx_ptrto_net_rec(static_cast<std::int32_t>(at))->UU.U1;
-    if (net.cur_state.time == cell.cur_time && net.cur_state.state == cell.cur) return;
+    const bool is_written = net.cur_state.time == cell.cur_time && net.cur_state.state == cell.cur &&
+                            net.old_state.state == cell.old;
+    if (is_written) return;
     kol_write_net(cell, net);
     kol_mark_stale(at);
 }
