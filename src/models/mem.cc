@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "foundation/input.h"
 #include "kernel/say.h"
 #include "kernel/state.h"
 #include "models/instance_properties.h"
@@ -241,14 +242,16 @@ bool read_range(std::string_view text, kol_contents_t& contents) {
     const auto first = std::from_chars(text.data(), end, contents.first);
     if (first.ec != std::errc{} || first.ptr == end || *first.ptr != ':') return false;
     const auto second = std::from_chars(first.ptr + 1, end, last);
+    if (second.ec != std::errc{} || second.ptr != end || contents.first < 0 || last < contents.first ||
+        last - contents.first >= kol_most_memory_bits / static_cast<std::int64_t>(contents.width))
+        return false;
     contents.count = last - contents.first + 1;
-    return second.ec == std::errc{} && second.ptr == end && contents.first >= 0 && last >= contents.first &&
-           contents.count <= kol_most_memory_bits / static_cast<std::int64_t>(contents.width);
+    return true;
 }
 
 const std::string* initial_text(std::string_view path) {
     std::string text;
-    if (!has_initial_texts && kol_read_text_file(yxi_design_path() + ".mem", text))
+    if (!has_initial_texts && tm_read_input(yxi_design_path() + ".mem", text))
         initial_texts = kol_split_memories(text);
     has_initial_texts = true;
     const auto found = initial_texts.find(path);
@@ -320,7 +323,7 @@ bool kol_load_memory(yx_inst_record_t& inst, const std::string& path, std::strin
     const auto mem = std::ranges::find(all, &inst, &kol_mem_userdata_rec_t::owner);
     std::string text;
     if (mem == all.end() || mem->contents.bits.empty()) return why = "no memory", false;
-    if (!kol_read_text_file(path, text)) return why = "cannot be read", false;
+    if (!tm_read_input(path, text)) return why = "cannot be read", false;
     kol_contents_t loaded = mem->initial;
     loaded.clear_to_unknown();
     if (!kol_read_words(text, loaded, why)) return false;

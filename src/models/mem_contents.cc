@@ -1,9 +1,6 @@
 // Words of memories as text, and the file that holds those of a design.
 #include "models/mem_contents.h"
 
-#include <cstdio>
-
-#include "foundation/files.h"
 #include "kernel/state.h"
 
 namespace {
@@ -105,15 +102,6 @@ bool kol_read_words(std::string_view text, kol_contents_t& contents, std::string
     });
     if (ok) contents = std::move(read);
     return ok;
-}
-
-bool kol_read_text_file(const std::string& path, std::string& text) {
-    const tm_stream file(std::fopen(path.c_str(), "rb"));
-    if (!file) return false;
-    std::size_t count = 0;
-    for (char block[65536]; (count = std::fread(block, 1, sizeof block, file.get())) > 0;)
-        text.append(block, count);
-    return std::ferror(file.get()) == 0;
 }
 
 std::map<std::string, std::string, std::less<>> kol_split_memories(std::string_view text) {

@@ -33,7 +33,5 @@ struct kol_contents_t {
 std::string kol_word_text(std::span<const std::int8_t> word);
 // Replaces the words that the text names; false with what is wrong, and nothing is replaced.
 bool kol_read_words(std::string_view text, kol_contents_t& contents, std::string& why);
-// The whole of a file; false when it cannot be read.
-bool kol_read_text_file(const std::string& path, std::string& text);
 // The parts of DESIGNFILE.mem by the path of their memory.
 std::map<std::string, std::string, std::less<>> kol_split_memories(std::string_view text);

@@ -5,6 +5,7 @@
 #include "kernel/network.h"
 #include "kernel/queue.h"
 #include "kernel/state.h"
+#include "kernel/time.h"
 #include "models/pin_nets.h"
 #include "models/pin_outputs.h"
 #include "models/pin_roles.h"
@@ -47,7 +48,8 @@ void resolve_and_drive(std::int32_t input_delay) {
     const std::int16_t value = kol_value_of(state);
     for_each_terminal_net([&](yx_pin_record_t* pin, yx_net_record_t* net) {
         if (net->UU.U1.cur_state.state != state)
-            kol_output_state(pin, net, kol_output_delay(pin, net, value) + input_delay, state);
+            kol_output_state(pin, net, kol_sum_of_delays(kol_output_delay(pin, net, value), input_delay),
+                             state);
     });
 }
 

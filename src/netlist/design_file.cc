@@ -1,8 +1,6 @@
 // The reader of design files.
 #include "netlist/design_file.h"
 
-#include <fcntl.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
@@ -10,8 +8,10 @@
 #include <string>
 
 #include "foundation/growing_file.h"
+#include "foundation/input.h"
 #include "foundation/platform.h"
 #include "netlist/design_check.h"
+#include "netlist/design_limits.h"
 #include "netlist/layout.h"
 
 namespace {
@@ -105,13 +105,14 @@ void read_names(reader_t& reader, const lay_layout<yx_prop_type_record_t>& layou
 
 void read_header(reader_t& reader) {
     yx_general_info_record_t& info = yx_sext.general_info;
-    read_block(reader, yxl_header.section, yxl_header.bytes, 1, 1);
+    if (yxc_is_sound(reader.fault)) read_block(reader, yxl_header.section, yxl_header.bytes, 1, 1);
     if (!yxc_is_sound(reader.fault)) return;
     std::size_t at = 0;
     lay_get(yxl_header, reader.buffer, at, info);
     yx_sext.max_index = yx_max_index_of(info.software_revision);
     yxc_check_record(yxl_header, info, 1, reader.fault);
     yxc_check_header(info, reader.fault);
+    if (yxc_is_sound(reader.fault)) yxc_check_memory(info, reader.fault);
     if (!yxc_is_sound(reader.fault)) return;
     yx_sext.nbof_property_instance = info.nbof_prop_instance;
     yx_sext.nbof_property_pin = info.nbof_prop_pin;
@@ -159,6 +160,7 @@ void read_design(reader_t& reader) {
     read_kind(reader, yxl_macros, yx_sext.arrayof_bmacroptr, yx_sext.max_macro_cur);
     read_kind(reader, yxl_pinms, yx_sext.arrayof_bpinmptr, yx_sext.max_pinm_cur);
     if (yxc_is_sound(reader.fault)) yxc_check_references(reader.fault);
+    if (yxc_is_sound(reader.fault)) yxc_check_delays(reader.fault);
 }
 
 // ---- opening
@@ -207,8 +209,11 @@ void yxi_init_dfi(const yxi_string_record_t& directory, const yxi_string_record_
     close_design_file();
     yx_store_clear();
     const std::string path = std::string(yxi_view(directory)) + "/" + std::string(yxi_view(file));
-    reader_t reader{xfopen(path.c_str(), O_RDONLY, 0660), {}, {}};
-    if (reader.descriptor < 0) yxi_set_status(file_data_invalid);
+    reader_t reader{tm_open_input(path), {}, {}};
+    if (reader.descriptor < 0 && (errno == EISDIR || errno == ENXIO))
+        yxc_set_fault(reader.fault, yxl_header.section, 1, "it is no ordinary file");
+    else if (reader.descriptor < 0)
+        yxi_set_status(file_data_invalid);
     read_design(reader);
     yx_sext.designfile = reader.descriptor;
     design_path = path;

@@ -1,9 +1,11 @@
 // Sheets and links as whole files.
 #include "schematic/whole_file.h"
 
-#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdio>
+
+#include "foundation/input.h"
 
 namespace {
 
@@ -17,10 +19,10 @@ bool is_usable(const tm_string_record_t& pathname) {
 }  // namespace
 
 tm_stream tm_open_to_read(const tm_string_record_t& pathname) {
-    const std::string path = tm_resolve_path(pathname);
-    struct stat info {};
-    const bool is_file = is_usable(pathname) && ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
-    return tm_stream(is_file ? std::fopen(path.c_str(), "r") : nullptr);
+    const int fd = is_usable(pathname) ? tm_open_input(tm_resolve_path(pathname)) : -1;
+    tm_stream file(fd < 0 ? nullptr : ::fdopen(fd, "r"));
+    if (fd >= 0 && file == nullptr) ::close(fd);
+    return file;
 }
 
 bool tm_read_whole(const tm_string_record_t& pathname, std::string& bytes, std::size_t most) {

@@ -106,6 +106,8 @@ TEST_F(refusal, names_references_that_lead_astray) {
         {{{nets, 8, "bus", 1}}, nets, 8, "bus 1 of which it is no member"},
         {{{macros, 1, "nb_of_pin", 3}}, macros, 1, "first_pin_ind 1 with nb_of_pin 3 outside 1..2"},
         {{{pinms, 2, "first_prop", 0}}, pinms, 2, "first_prop 0 with nb_of_property 1 outside 1..12"},
+        {{{"property values", 9, "valuet", -11}}, pins, 3, "delay of pin, net and input together is negative: a change before its cause"},
+        {{{"property values", 9, "valuet", -10}}, "", 0, ""},  // the inputs take 10 at least
     };
     // clang-format on
     for (const auto& [edits, section, record, what] : rows) expect(section, record, what, edited(edits));

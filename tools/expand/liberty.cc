@@ -1,8 +1,6 @@
 // From Liberty's groups and attributes to pins, functions and registers.
 #include "expand/liberty.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <functional>
 
@@ -263,8 +261,8 @@ std::size_t xp_parse_library(std::string_view text, xp_library& library) {
 }
 
 void xp_read_library(const std::string& path, xp_library& library, xp_status& status) {
+    xp_check_input(path, status);
     if (!xp_ok(status)) return;
-    if (access(path.c_str(), R_OK) != 0) return xp_fail(status, xp_fault::cannot_read, path);
     const xp_exchange_folder folder(status);
     if (!xp_ok(status)) return;
     xp_run_program({{"yosys-filterlib", folder.write("rules", rules, status), xp_plain_path(path)},

@@ -1,13 +1,16 @@
 // The events of the JSON parser become the modules of a netlist.
 #include "expand/netlist_json.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <bitset>
-#include <cstdio>
+#include <cerrno>
+#include <cstring>
 #include <nlohmann/json.hpp>
 #include <unordered_map>
 
-#include "foundation/files.h"
+#include "foundation/input.h"
 
 namespace {
 
@@ -366,18 +369,23 @@ std::string_view xp_keep_once(xp_text_store& store, std::string_view text) {
     return known != store.known.end() ? *known : *store.known.insert(xp_keep(store, text)).first;
 }
 
-void xp_read_file(const std::string& path, std::string& text, xp_status& status) {
+namespace {
+
+void refuse_input(const std::string& path, xp_status& status) {
+    xp_fail(status, xp_fault::cannot_read, path, errno == ENOENT ? "" : std::strerror(errno));
+}
+
+}  // namespace
+
+void xp_check_input(const std::string& path, xp_status& status) {
     if (!xp_ok(status)) return;
-    const tm_stream file(std::fopen(path.c_str(), "rb"));
-    if (!file) return xp_fail(status, xp_fault::cannot_read, path);
-    std::size_t count = 0;
-    do {
-        const std::size_t at = text.size();
-        text.resize(at + chunk_bytes);
-        count = std::fread(text.data() + at, 1, chunk_bytes, file.get());
-        text.resize(at + count);
-    } while (count == chunk_bytes);
-    if (std::ferror(file.get()) != 0) xp_fail(status, xp_fault::cannot_read, path);
+    const int fd = tm_open_input(path);
+    if (fd < 0) return refuse_input(path, status);
+    ::close(fd);
+}
+
+void xp_read_file(const std::string& path, std::string& text, xp_status& status) {
+    if (xp_ok(status) && !tm_read_input(path, text)) refuse_input(path, status);
 }
 
 void xp_read_netlist(const std::string& path, xp_netlist& netlist, xp_status& status) {

@@ -86,6 +86,8 @@ struct xp_netlist {
     std::vector<xp_module> modules;
 };
 
+// Refuses what is no ordinary file, and one that another program could not read.
+void xp_check_input(const std::string& path, xp_status& status);
 // The whole file as text.
 void xp_read_file(const std::string& path, std::string& text, xp_status& status);
 void xp_read_netlist(const std::string& path, xp_netlist& netlist, xp_status& status);

@@ -1,8 +1,6 @@
 // One run of yosys: scripts, arguments, and how it ended.
 #include "expand/verilog.h"
 
-#include <unistd.h>
-
 #include <cctype>
 #include <vector>
 
@@ -71,9 +69,8 @@ std::vector<std::string> arguments_of(const xp_options& options, const xp_librar
 
 void xp_read_verilog(const xp_options& options, const xp_library& library, xp_netlist& netlist,
                      xp_status& status) {
+    for (const std::string& input : options.inputs) xp_check_input(input, status);
     if (!xp_ok(status)) return;
-    for (const std::string& input : options.inputs)
-        if (access(input.c_str(), R_OK) != 0) return xp_fail(status, xp_fault::cannot_read, input);
     const xp_exchange_folder folder(status);
     if (!xp_ok(status)) return;
     xp_run_program({arguments_of(options, library, folder, status), "Verilog is read by", {}, {}}, status);
