@@ -86,8 +86,17 @@ void _OutMem() {
     std::exit(1);
 }
 
+namespace {
+
+// Before the objects of other files, which may want memory.
+struct out_of_memory_t {
+    out_of_memory_t() { std::set_new_handler(_OutMem); }
+};
+[[gnu::init_priority(101)]] const out_of_memory_t out_of_memory;
+
+}  // namespace
+
 void tm_begin_process() {
-    std::set_new_handler(_OutMem);
     // A handler, unlike SIG_IGN, is not handed on to the programs that this one runs.
     struct sigaction action {};
     action.sa_handler = [](int) {};

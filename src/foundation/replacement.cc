@@ -78,11 +78,14 @@ void take_owner_and_mode(int descriptor, const std::string& target) {
 }
 
 // The name in its directory, too, is on the disk.
-void flush_directory_of(const std::string& target) {
+bool flush_directory_of(const std::string& target) {
     const int descriptor = ::open(fs::path(target).parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return;
-    ::fsync(descriptor);
+    if (descriptor < 0) return errno == EACCES;  // it may be written, not read
+    const bool is_flushed = ::fsync(descriptor) == 0 || errno == EINVAL;  // not of this file system
+    const int why = errno;
     ::close(descriptor);
+    errno = why;
+    return is_flushed;
 }
 
 }  // namespace
@@ -146,8 +149,8 @@ bool tm_replacement::take_place() {
     stream_.reset();
     if (!is_written) return false;
     written_.clear();
-    if (tm_flushes_files) flush_directory_of(target_);
-    return true;
+    if (tm_flushes_files && !flush_directory_of(target_)) error_ = errno;
+    return error_ == 0;
 }
 
 bool tm_replacement::write(std::string_view bytes) {

@@ -1,6 +1,7 @@
 // The link of a sheet: the text that names its current version.
 #include "schematic/link_file.h"
 
+#include <cerrno>
 #include <charconv>
 #include <string>
 
@@ -43,16 +44,17 @@ std::string upper(std::string_view text) {
 
 }  // namespace
 
-void tm_read_tm_link(const tm_string_record_t& link_pathname, tm_string_record_t& link_value,
+bool tm_read_tm_link(const tm_string_record_t& link_pathname, tm_string_record_t& link_value,
                      bool& link_found) {
     link_value = {};
     link_found = false;
+    errno = 0;
     const tm_stream file = tm_open_to_read(link_pathname);
-    if (file == nullptr) return;
+    if (file == nullptr) return errno == 0 || errno == ENOENT || errno == ENOTDIR;
     const int first = std::getc(file.get());
     if (first == EOF) {
         ++tm_vext.num_errors;
-        return;
+        return std::ferror(file.get()) == 0;
     }
     std::ungetc(first, file.get());
     tm_string_record_t line;
@@ -61,18 +63,19 @@ void tm_read_tm_link(const tm_string_record_t& link_pathname, tm_string_record_t
     tm_read_one_line(file.get(), line, pos, cut);  // a zero byte comes as a blank
     tm_rd_string_t(line, tm_char_set(" ,"), link_value, pos);
     link_found = link_value.len > 0;
+    return std::ferror(file.get()) == 0;
 }
 
 bool tm_add_tm_link(const tm_string_record_t& link_pathname, const tm_string_record_t& link_value) {
     return tm_write_whole(link_pathname, std::string(tm_view(link_value)).append(link_padding) + "\n");
 }
 
-void tm_file_get_file_version(const tm_string_record_t& dirname, const tm_string_record_t& filetype,
+bool tm_file_get_file_version(const tm_string_record_t& dirname, const tm_string_record_t& filetype,
                               std::int16_t& fileversion, tm_string_record_t& file_pathname,
                               tm_string_record_t& link_pathname, tm_string_record_t& link_value,
                               bool& version_found) {
     link_pathname = path_of(dirname, filetype);
-    tm_read_tm_link(link_pathname, link_value, version_found);
+    const bool is_read = tm_read_tm_link(link_pathname, link_value, version_found);
     if (!version_found) link_value = tm_string(first_link_value);
     file_pathname = link_pathname;
     fileversion = 0;
@@ -80,6 +83,7 @@ void tm_file_get_file_version(const tm_string_record_t& dirname, const tm_string
         tm_concat_line(link_value, file_pathname);
     else
         fileversion = 0;
+    return is_read;
 }
 
 void tm_file_new_file_version(const tm_string_record_t& dirname, const tm_string_record_t& filetype,

@@ -6,8 +6,9 @@
 #include "foundation/context.h"
 
 // The first token of the first line, ended by a blank, a comma or a zero byte.  link_found false: the file
-// cannot be opened, is empty (one more in num_errors), or has no token there.
-void tm_read_tm_link(const tm_string_record_t& link_pathname, tm_string_record_t& link_value,
+// is not there, is empty (one more in num_errors), or has no token there.  False: there is something that cannot
+// be read.
+bool tm_read_tm_link(const tm_string_record_t& link_pathname, tm_string_record_t& link_value,
                      bool& link_found);
 // Writes the link: the value, 8 blanks, a line end, to a file beside it that then takes its place.  False
 // when it cannot be written; the old link is then whole.
@@ -15,8 +16,8 @@ bool tm_add_tm_link(const tm_string_record_t& link_pathname, const tm_string_rec
 
 // Paths and version of the current data file.  Without a link the version is 1 and the link value "_1".  When
 // what follows the first character of the link value is no 16-bit number, the version is 0 and the data path
-// is the link's.
-void tm_file_get_file_version(const tm_string_record_t& dirname, const tm_string_record_t& filetype,
+// is the link's.  False: there is a link that cannot be read.
+bool tm_file_get_file_version(const tm_string_record_t& dirname, const tm_string_record_t& filetype,
                               std::int16_t& fileversion, tm_string_record_t& file_pathname,
                               tm_string_record_t& link_pathname, tm_string_record_t& link_value,
                               bool& version_found);

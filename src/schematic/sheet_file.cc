@@ -49,13 +49,18 @@ void make_current(tm_file_index_t file_index) {
     tm_vext.previous_obj_atlevel0 = entry(file_index).start_buf_ptr->last_child[0];
 }
 
-tm_file_io_rec_t describe(const tm_string_record_t& dirname, const tm_string_record_t& filetype) {
-    tm_file_io_rec_t file;
+// A link that is there and cannot be read must not pass for a sheet that is new: saving would replace it.
+std::int32_t describe(const tm_string_record_t& dirname, const tm_string_record_t& filetype,
+                      tm_file_io_rec_t& file) {
     tm_copy_line(dirname, file.dirname);
     tm_copy_line(filetype, file.filetype);
-    tm_file_get_file_version(dirname, filetype, file.version, file.file_pathname, file.link_pathname,
-                             file.link_value, file.version_found);
-    return file;
+    const bool is_read =
+        tm_file_get_file_version(dirname, filetype, file.version, file.file_pathname, file.link_pathname,
+                                 file.link_value, file.version_found);
+    if (is_read) return all_is_ok;
+    ++tm_vext.num_errors;
+    tm_trace("!!! file_open  link not read : \"%.*s\" \n", file.link_pathname.len, file.link_pathname.char_);
+    return file_open_invalid;
 }
 
 sheet empty_sheet() {
@@ -198,9 +203,11 @@ void tm_file_open(const tm_string_record_t& dirname, const tm_string_record_t& f
                   tm_file_index_t& file_index, STATUS_T& status) {
     check_ready("tm_file_open");
     file_index = free_index(dirname);
-    tm_file_io_rec_t file = describe(dirname, filetype);
-    std::int32_t code = all_is_ok;
-    sheet objects = file.version_found ? read_sheet(file.file_pathname, code) : empty_sheet();
+    tm_file_io_rec_t file;
+    std::int32_t code = describe(dirname, filetype, file);
+    sheet objects;
+    if (code == all_is_ok)
+        objects = file.version_found ? read_sheet(file.file_pathname, code) : empty_sheet();
     set_status(code, status);
     if (code == all_is_ok)
         take_slot(file_index, std::move(file), std::move(objects));
@@ -211,10 +218,10 @@ void tm_file_open(const tm_string_record_t& dirname, const tm_string_record_t& f
 void tm_file_reopen(const tm_string_record_t& dirname, const tm_string_record_t& filetype,
                     tm_file_index_t file_index, bool& found, STATUS_T& status) {
     tm_file_record(file_index);
-    tm_file_io_rec_t file = describe(dirname, filetype);
+    tm_file_io_rec_t file;
+    std::int32_t code = describe(dirname, filetype, file);
     found = file.version_found;
-    std::int32_t code = all_is_ok;
-    sheet objects = found ? read_sheet(file.file_pathname, code) : nullptr;
+    sheet objects = found && code == all_is_ok ? read_sheet(file.file_pathname, code) : nullptr;
     set_status(code, status);
     if (objects != nullptr) take_slot(file_index, std::move(file), std::move(objects));
 }
@@ -223,8 +230,13 @@ void tm_file_create_new(const tm_string_record_t& dirname, const tm_string_recor
                         tm_file_index_t& file_index, STATUS_T& status) {
     check_ready("tm_file_create_new");
     file_index = free_index(dirname);
-    take_slot(file_index, describe(dirname, filetype), empty_sheet());
-    set_status(all_is_ok, status);
+    tm_file_io_rec_t file;
+    const std::int32_t code = describe(dirname, filetype, file);
+    set_status(code, status);
+    if (code == all_is_ok)
+        take_slot(file_index, std::move(file), empty_sheet());
+    else
+        file_index = 0;
 }
 
 void tm_file_create_bye(const tm_file_io_rec_t& source, tm_file_io_rec_t& target) {

@@ -2,7 +2,8 @@
 // 1..32, a new file taking the lowest free one.  The file last opened or selected is the current one.
 // A file that cannot be read as a sheet comes back as a status and is not open: a damaged sheet does not end
 // a session.  The texts and counts are those of the faults:
-//   the data file cannot be opened     file_open_invalid, one more in num_errors, trace line
+//   the data file, or a link that is there, cannot be opened
+//                                      file_open_invalid, one more in num_errors, trace line
 //   wrong software revision            file_open_invalid, "!! Software Revision Error" line on standard
 //   output wrong header, short file, a text longer than its record or not printable   file_open_invalid
 //   object type outside 1..32          object_type_invalid, " ==> ReadOneObject" line on standard output

@@ -308,16 +308,17 @@ void xp_sheets::draw(xp_netlist& netlist, xp_hierarchy& hierarchy, xp_flat& flat
 
 namespace {
 
-// What an earlier run left in a folder that gets new sheets.
-void remove_older(const fs::path& folder) {
-    std::error_code error;
+// What an earlier run left in a folder that has got new sheets.
+void remove_older(const fs::path& folder, const std::set<std::string>& newer, std::error_code& error) {
     std::vector<fs::path> older;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
         const std::string name = entry.path().filename();
-        if (name.starts_with("sheet.tm") || name.starts_with("symbol.tm") || name.starts_with(page_folder))
+        if (!newer.contains(name) &&
+            (name.starts_with("sheet.tm") || name.starts_with("symbol.tm") || name.starts_with(page_folder)))
             older.push_back(entry.path());
     }
-    for (const fs::path& path : older) fs::remove_all(path, error);
+    for (const fs::path& path : older)
+        if (!error) fs::remove_all(path, error);
 }
 
 bool flush_disk(const std::string& folder) {
@@ -327,18 +328,20 @@ bool flush_disk(const std::string& folder) {
     return ok;
 }
 
+// A sheet is there at any time: the new files take the places of the old ones, each link behind its file.
 void move_folder(const fs::path& from, const fs::path& to, std::error_code& error) {
     fs::create_directories(to, error);
-    remove_older(to);
-    for (const fs::directory_entry& entry : fs::directory_iterator(from, error)) {
-        if (error) return;
-        const fs::path target = to / entry.path().filename();
-        if (entry.is_directory())
-            move_folder(entry.path(), target, error);
-        else
-            fs::rename(entry.path(), target, error);
-        if (error) return;
+    std::set<std::string> names;
+    if (!error)
+        for (const fs::directory_entry& entry : fs::directory_iterator(from, error))
+            names.insert(entry.path().filename());
+    for (auto name = names.rbegin(); name != names.rend() && !error; ++name) {
+        if (fs::is_directory(from / *name, error))
+            move_folder(from / *name, to / *name, error);
+        else if (!error)
+            fs::rename(from / *name, to / *name, error);
     }
+    if (!error) remove_older(to, names, error);
 }
 
 }  // namespace

@@ -272,7 +272,8 @@ bool create_file(author& a, const std::string& directory, std::string_view type,
     }
     tm_vext.init_done = true;
     tm_file_create_new(tm_string(directory), tm_string(type), a.file, a.status);
-    return true;
+    if (a.status.all != 0) why = "cannot read the older sheet";
+    return a.status.all == 0;
 }
 
 bool save_file(author& a, std::string& why) {

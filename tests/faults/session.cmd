@@ -1,0 +1,21 @@
+DEFINE BUS C count count[3] count[2] count[1] count[0]
+LIST B clk rst en carry
+LIST D count
+TRACE clk rst en carry
+CLOCK PERIOD 40
+FORCE A clk 0 0 R ; FORCE A clk 1 20 R
+FORCE A rst 1 0 ; FORCE A rst 0 50
+FORCE A en 1 0
+RUN $ARG1 A
+SAVE STATE state
+WRITE LIST list
+PLOT TRACE trace.svg
+PLOT TRACE trace.plt
+RESTORE STATE state
+RUN 900 A
+WRITE LIST later 600 900
+VIEW SHEET
+SELECT PROPERTY *
+CHANGE PROPERTY SWITCH NOVISIBLE
+PLOT SHEET sheet.plt
+BYE
