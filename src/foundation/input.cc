@@ -38,7 +38,8 @@ std::int64_t left_of_address_space() {
     const tm_stream file(std::fopen("/proc/self/statm", "r"));
     std::int64_t pages = 0;
     if (file == nullptr || std::fscanf(file.get(), "%" SCNd64, &pages) != 1) return unknown;
-    return std::max<std::int64_t>(static_cast<std::int64_t>(limit.rlim_cur) - pages * ::sysconf(_SC_PAGESIZE), 0);
+    return std::max<std::int64_t>(static_cast<std::int64_t>(limit.rlim_cur) - pages * ::sysconf(_SC_PAGESIZE),
+                                  0);
 }
 
 }  // namespace

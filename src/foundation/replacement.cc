@@ -80,7 +80,7 @@ void take_owner_and_mode(int descriptor, const std::string& target) {
 // The name in its directory, too, is on the disk.
 bool flush_directory_of(const std::string& target) {
     const int descriptor = ::open(fs::path(target).parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return errno == EACCES;  // it may be written, not read
+    if (descriptor < 0) return errno == EACCES;                           // it may be written, not read
     const bool is_flushed = ::fsync(descriptor) == 0 || errno == EINVAL;  // not of this file system
     const int why = errno;
     ::close(descriptor);

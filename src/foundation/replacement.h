@@ -30,8 +30,8 @@ public:
     bool is_open() const { return stream_ != nullptr; }
     // Where the file is written; an error there is found by take_place.
     std::FILE* stream() const { return stream_.get(); }
-    // Puts what was written at the path, once; false: the older file is as it was, or, when only the directory
-    // cannot be flushed, the new one stands there and might not outlast a loss of power.
+    // Puts what was written at the path, once; false: the older file is as it was, or, when only the
+    // directory cannot be flushed, the new one stands there and might not outlast a loss of power.
     bool take_place();
     // The whole file in one call.
     bool write(std::string_view bytes);

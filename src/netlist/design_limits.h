@@ -6,6 +6,6 @@
 
 // Of the counts in the header, before anything else is read.
 void yxc_check_memory(const yx_general_info_record_t& info, yxc_fault_t& fault);
-// In every timing range: the delay of a pin that drives, of its net and of the inputs of its instance together
-// is not negative.
+// In every timing range: the delay of a pin that drives, of its net and of the inputs of its instance
+// together is not negative.
 void yxc_check_delays(yxc_fault_t& fault);

@@ -6,8 +6,8 @@
 #include "foundation/context.h"
 
 // The first token of the first line, ended by a blank, a comma or a zero byte.  link_found false: the file
-// is not there, is empty (one more in num_errors), or has no token there.  False: there is something that cannot
-// be read.
+// is not there, is empty (one more in num_errors), or has no token there.  False: there is something that
+// cannot be read.
 bool tm_read_tm_link(const tm_string_record_t& link_pathname, tm_string_record_t& link_value,
                      bool& link_found);
 // Writes the link: the value, 8 blanks, a line end, to a file beside it that then takes its place.  False

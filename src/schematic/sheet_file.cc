@@ -54,9 +54,8 @@ std::int32_t describe(const tm_string_record_t& dirname, const tm_string_record_
                       tm_file_io_rec_t& file) {
     tm_copy_line(dirname, file.dirname);
     tm_copy_line(filetype, file.filetype);
-    const bool is_read =
-        tm_file_get_file_version(dirname, filetype, file.version, file.file_pathname, file.link_pathname,
-                                 file.link_value, file.version_found);
+    const bool is_read = tm_file_get_file_version(dirname, filetype, file.version, file.file_pathname,
+                                                  file.link_pathname, file.link_value, file.version_found);
     if (is_read) return all_is_ok;
     ++tm_vext.num_errors;
     tm_trace("!!! file_open  link not read : \"%.*s\" \n", file.link_pathname.len, file.link_pathname.char_);

@@ -1,6 +1,7 @@
-// A library to preload: makes calls of the system fail, be interrupted or do a part of their work.  It catches
-// the system calls themselves, so those from inside the C library count, too: opening a file of the working
-// directory, and reading, writing, flushing, cutting and renaming such files.  KOLV_FAULT says which one fails:
+// A library to preload: makes calls of the system fail, be interrupted or do a part of their work.  It
+// catches the system calls themselves, so those from inside the C library count, too: opening a file of the
+// working directory, and reading, writing, flushing, cutting and renaming such files.  KOLV_FAULT says which
+// one fails:
 //
 //   call N      the Nth call, with an error that fits it
 //   space N     every write behind the first N bytes: no space is left
@@ -56,9 +57,12 @@ bool is_of_directory(const char* path) {
 
 long error_of(long number) {
     switch (number) {
-        case SYS_openat: return -EMFILE;
-        case SYS_write: return -ENOSPC;
-        default: return -EIO;
+        case SYS_openat:
+            return -EMFILE;
+        case SYS_write:
+            return -ENOSPC;
+        default:
+            return -EIO;
     }
 }
 
@@ -77,12 +81,15 @@ long carry_out(const greg_t* r, long number) {
     const bool has_path = number == SYS_openat || number == SYS_rename;
     const long fd = r[REG_RDI];
     const bool is_file = fd >= 0 && fd < 1024 && is_own[fd];
-    const bool counts = has_path ? is_of_directory(reinterpret_cast<const char*>(number == SYS_openat ? r[REG_RSI] : r[REG_RDI]))
-                                 : is_file;
+    const bool counts =
+        has_path
+            ? is_of_directory(reinterpret_cast<const char*>(number == SYS_openat ? r[REG_RSI] : r[REG_RDI]))
+            : is_file;
     long result = 0;
     const bool changes = number == SYS_openat ? (r[REG_RDX] & O_ACCMODE) != O_RDONLY : number != SYS_read;
     if (is_counting && counts && fails(number, changes, count, result)) return result;
-    if (counts && fault == kind::part && (number == SYS_read || number == SYS_write) && count > 1) count = (count + 1) / 2;
+    if (counts && fault == kind::part && (number == SYS_read || number == SYS_write) && count > 1)
+        count = (count + 1) / 2;
     result = fault_syscall(number, r[REG_RDI], r[REG_RSI], count, r[REG_R10], r[REG_R8], r[REG_R9]);
     if (number == SYS_openat && result >= 0 && result < 1024) is_own[result] = counts;
     if (number == SYS_write && counts && result > 0) bytes += result;

@@ -27,11 +27,17 @@ constexpr std::int32_t run_time = 300;
 
 // Every model, buses, sub-nets and delays at both ends of their range.
 constexpr const char* designs[] = {
-    "in a b clk; bus d 2; dff f Q:q = D:a CLKP:clk rise 2 fall 1; pin /f/D edge X; and g d.0-1 = q b rise 3 fall 2; xor h y = d.0 q rise 4",
-    "in a e; sub a1 of a; child a name a path /x; tri t Y:y = A:a EP:e rise 1 fall 2; nand i z = a1 rise 2147483647 fall 1:2:3",
-    "in d e s; dlatch l Q:q QB:n = D:d EP:e rise 2 fall 1; pin /l/D setup 3; stable c = D:d CLKP:e; pin /l/D edge X; pin /c/D edge X; smos m = EP:e A:s B:d; pin /m/A io 4 rise 2 fall 3; pin /m/B io 4 rise 3 fall 4",
-    "mem m R0D0:p R0D1:q = R0A0:a R0A1:b W0A0:a W0A1:b W0D0:c W0D1:d W0E0:e W0E1:e W0CP:k rise 3; inst m words 0:3",
-    "in a b c; lut l y = a b c rise 3 fall 2; inst l table 96; nand n x1 = a y rise 2; nand o y1 = x1 b rise 1:2:3",
+    "in a b clk; bus d 2; dff f Q:q = D:a CLKP:clk rise 2 fall 1; pin /f/D edge X; and g d.0-1 = q b rise 3 "
+    "fall 2; xor h y = d.0 q rise 4",
+    "in a e; sub a1 of a; child a name a path /x; tri t Y:y = A:a EP:e rise 1 fall 2; nand i z = a1 rise "
+    "2147483647 fall 1:2:3",
+    "in d e s; dlatch l Q:q QB:n = D:d EP:e rise 2 fall 1; pin /l/D setup 3; stable c = D:d CLKP:e; pin /l/D "
+    "edge X; pin /c/D edge X; smos m = EP:e A:s B:d; pin /m/A io 4 rise 2 fall 3; pin /m/B io 4 rise 3 fall "
+    "4",
+    "mem m R0D0:p R0D1:q = R0A0:a R0A1:b W0A0:a W0A1:b W0D0:c W0D1:d W0E0:e W0E1:e W0CP:k rise 3; inst m "
+    "words 0:3",
+    "in a b c; lut l y = a b c rise 3 fall 2; inst l table 96; nand n x1 = a y rise 2; nand o y1 = x1 b rise "
+    "1:2:3",
 };
 
 void start(const char* design) {
@@ -130,6 +136,7 @@ void fz_seed_states(const std::string& folder) {
         run_until(run_time);
         kol_process_command(tm_string("SAVE STATE state"), kol_ext.ext_arg, kol_ext.top_var);
         std::string bytes = fz_read("state");
-        for (int k = 0; k < 3; ++k) fz_write(folder + "/" + std::to_string(bytes.size()), bytes), bytes += '\n';
+        for (int k = 0; k < 3; ++k)
+            fz_write(folder + "/" + std::to_string(bytes.size()), bytes), bytes += '\n';
     }
 }

@@ -15,11 +15,16 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr fz_target targets[] = {
-    {"design", fz_feed_design, fz_seed_designs},  {"state", fz_feed_state, fz_seed_states},
-    {"words", fz_feed_words, nullptr},            {"sheet", fz_feed_sheet, fz_seed_sheets},
-    {"link", fz_feed_link, nullptr},              {"netlist", fz_feed_netlist, fz_seed_netlists},
-    {"sdf", fz_feed_sdf, nullptr},                {"library", fz_feed_library, nullptr},
-    {"timing", fz_feed_timing, nullptr},          {"delays", fz_feed_delays, nullptr},
+    {"design", fz_feed_design, fz_seed_designs},
+    {"state", fz_feed_state, fz_seed_states},
+    {"words", fz_feed_words, nullptr},
+    {"sheet", fz_feed_sheet, fz_seed_sheets},
+    {"link", fz_feed_link, nullptr},
+    {"netlist", fz_feed_netlist, fz_seed_netlists},
+    {"sdf", fz_feed_sdf, nullptr},
+    {"library", fz_feed_library, nullptr},
+    {"timing", fz_feed_timing, nullptr},
+    {"delays", fz_feed_delays, nullptr},
     {"commands", fz_feed_commands, fz_seed_commands},
 };
 

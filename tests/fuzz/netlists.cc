@@ -1,5 +1,5 @@
-// What kolv-expand reads: netlists, and the delays and cells that come with them.  What it accepts is a design
-// that loads and runs.
+// What kolv-expand reads: netlists, and the delays and cells that come with them.  What it accepts is a
+// design that loads and runs.
 #include <cstdlib>
 #include <filesystem>
 

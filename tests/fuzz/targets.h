@@ -1,6 +1,6 @@
-// fz: what can be fed to the readers.  A target takes bytes of any kind, as a file or as lines typed, and goes
-// on with what they were accepted as.  It may refuse them; a fatal end, a sanitizer's report or a run that
-// does not come back is a fault of the program.  Files lie in the working directory.
+// fz: what can be fed to the readers.  A target takes bytes of any kind, as a file or as lines typed, and
+// goes on with what they were accepted as.  It may refuse them; a fatal end, a sanitizer's report or a run
+// that does not come back is a fault of the program.  Files lie in the working directory.
 #pragma once
 
 #include <string>

@@ -16,7 +16,8 @@ void describe(CLI::App& app, bt_options_t& options) {
     app.add_option("ARGUMENT", options.arguments,
                    "DIRECTORY [MIn|TYp|MAx] [COMMANDFILE] [DESIGNFILE] [PARAMETER ...]")
         ->required();
-    app.add_option("--transcript", options.transcript, "the transcript, in place of DIRECTORY/current_session")
+    app.add_option("--transcript", options.transcript,
+                   "the transcript, in place of DIRECTORY/current_session")
         ->type_name("FILE");
     app.add_flag("--quiet", options.quiet, "show only what is rejected or fails, on standard error");
     app.add_option("--expect-no-difference", options.expected, "fail if the transcript is not the one in FILE")

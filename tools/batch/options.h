@@ -1,4 +1,5 @@
-// The command line of kolv-batch: its options, and the arguments of the session as the window program has them.
+// The command line of kolv-batch: its options, and the arguments of the session as the window program has
+// them.
 #pragma once
 
 #include <cstdint>

@@ -21,7 +21,8 @@ constexpr std::int16_t level_max = 10;  // a program whose output runs it again 
 constexpr std::int32_t delay_before_start = 100, delay_after_start = 150, delay_at_end = 50;  // milliseconds
 constexpr std::string_view root_variable = "$QUILLARN";
 
-constexpr kol_rejection_t no_shell{"# !! Error : programs are not started here ( --no-shell or KOLV_NO_SHELL ) "};
+constexpr kol_rejection_t no_shell{
+    "# !! Error : programs are not started here ( --no-shell or KOLV_NO_SHELL ) "};
 
 constexpr int cannot_be_executed = 126, not_found = 127;  // what a shell ends with
 

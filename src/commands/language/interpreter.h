@@ -9,8 +9,8 @@
 // change var_father.  Behind BYE and QUIT nothing of the line is executed.
 void kol_process_command(const tm_string_record_t& line, kol_array_param_t& arg_father,
                          kol_array_param_t& var_father);
-// The initial command file, as a line "DO name parameter ..." runs it; but the name is opened as it is, whatever
-// characters it has.
+// The initial command file, as a line "DO name parameter ..." runs it; but the name is opened as it is,
+// whatever characters it has.
 void kol_process_command_file(const tm_string_record_t& name, std::int16_t parameters,
                               kol_array_param_t& arg_father, kol_array_param_t& var_father);
 // The '!' escape: runs a program and interprets what it prints, with parameters and variables of its own.
