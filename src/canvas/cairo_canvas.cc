@@ -16,7 +16,7 @@ struct ink {
     double red, green, blue;
 };
 // By colour, on white paper.
-constexpr std::array<ink, 8> inks = {{
+constexpr std::array<ink, 9> inks = {{
     /* black   */ {1, 1, 1},
     /* red     */ {0.80, 0, 0},
     /* green   */ {0, 0.50, 0},
@@ -25,6 +25,7 @@ constexpr std::array<ink, 8> inks = {{
     /* yellow  */ {0.60, 0.45, 0},
     /* magenta */ {0.65, 0, 0.65},
     /* white   */ {0, 0, 0},
+    /* grey    */ {0.88, 0.88, 0.88},
 }};
 
 struct dash_row {

@@ -7,7 +7,8 @@
 #include <span>
 #include <string_view>
 
-enum class tm_colour : std::uint8_t { black, red, green, blue, cyan, yellow, magenta, white };
+// Grey is a ground, on which everything else can be read.
+enum class tm_colour : std::uint8_t { black, red, green, blue, cyan, yellow, magenta, white, grey };
 // Pixels on and off: dashed 6 6, dotted 3 6, dash_dot 12 6 3 6, dash_dot_dot 12 6 3 6 3 6.
 enum class tm_dash : std::uint8_t { solid, dashed, dotted, dash_dot, dash_dot_dot };
 
@@ -35,6 +36,8 @@ struct tm_canvas {
     virtual ~tm_canvas() = default;
     virtual std::int32_t width() const = 0;
     virtual std::int32_t height() const = 0;
+    // Pixels that stand for one of the usual size, 1/96 inch; what has a size of its own is drawn so much larger.
+    virtual double scale() const { return 1; }
     virtual void clear() = 0;
     // Connected points; the dash pattern runs on over the corners.
     virtual void polyline(std::span<const tm_pixel> points, const tm_pen& pen) = 0;

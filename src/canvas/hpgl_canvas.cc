@@ -9,7 +9,7 @@
 namespace {
 
 // By colour; 0: not drawn.
-constexpr std::array<int, 8> pens = {0, 2, 3, 4, 5, 6, 7, 1};
+constexpr std::array<int, 9> pens = {0, 2, 3, 4, 5, 6, 7, 1, 0};
 
 // By dash: the line type, and the pixels that one pattern covers.
 struct dash_row {

@@ -58,6 +58,7 @@ enum kol_spike_models : std::int16_t {
 struct kol_defref_var_rec_t {
     // Session.
     bool save_to_do = false;                                     // set by BYE, cleared by QUIT
+    std::int32_t saves = 0;                                      // of the state, by SAVE STATE
     std::int16_t file_level_cur = 0, file_level_max = 0;         // 1 is the top sheet, 0: none opened yet
     std::array<kol_file_record_t, kol_max_levels> arrayof_file;  // level n is entry n - 1
     std::int16_t nb_of_ext_arg = 0;

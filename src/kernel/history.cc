@@ -2,6 +2,7 @@
 #include "kernel/history.h"
 
 #include <deque>
+#include <unordered_map>
 
 #include "kernel/cells.h"
 
@@ -9,6 +10,7 @@ namespace {
 
 std::deque<yx_list_state_rec_t> records;
 yx_list_state_rec_t* free_records = nullptr;  // linked through next
+std::unordered_map<const yx_net_u1_t*, std::int32_t> late;  // histories that begin behind time 0
 
 yx_list_state_rec_t* take_record() {
     if (free_records == nullptr) return &records.emplace_back();
@@ -25,6 +27,8 @@ void recycle(yx_list_state_rec_t* first, yx_list_state_rec_t* last) {
 
 void begin_history(yx_net_record_t* net) {
     const yx_signal_state_rec& cur = net->UU.U1.cur_state;
+    if (const std::int32_t known = cur.time < 0 ? kol_ext.cur_time : cur.time; known > 0)
+        late[&net->UU.U1] = known;
     kol_append_history(net, 0, cur.time == 0 ? cur.state : std::int8_t{0});
     if (cur.time > 0) kol_append_history(net, cur.time, cur.state);
     if (cur.time < 0 && cur.state != 0) kol_append_history(net, kol_ext.resume_time, cur.state);
@@ -33,10 +37,12 @@ void begin_history(yx_net_record_t* net) {
 void end_history(yx_net_u1_t& net) {
     if (net.first_state != nullptr) recycle(net.first_state, net.list_state);
     net.first_state = net.list_state = nullptr;
+    late.erase(&net);
 }
 
 // The newest record is the one that stays.
 void reset_history(yx_net_u1_t& net) {
+    late.erase(&net);
     yx_list_state_rec_t* const kept = net.list_state;
     if (kept == nullptr) return;
     if (kept->previous != nullptr) recycle(net.first_state, kept->previous);
@@ -71,6 +77,11 @@ void kol_forget_net(yx_net_record_t* net) {
     kol_watch_cell(*net);
 }
 
+std::int32_t kol_recorded_from(const yx_net_record_t& net) {
+    const auto found = late.find(&net.UU.U1);
+    return found == late.end() ? 0 : found->second;
+}
+
 void kol_append_history(yx_net_record_t* net, std::int32_t time, std::int8_t state) {
     yx_net_u1_t& u1 = net->UU.U1;
     yx_list_state_rec_t* record = take_record();
@@ -98,4 +109,5 @@ void kol_init_bus_list_state(yx_bus_rec_t* bus) {
 void kol_clear_history() {
     records.clear();
     free_records = nullptr;
+    late.clear();
 }

@@ -11,6 +11,9 @@
 yx_list_state_rec_t* kol_observe_net(yx_net_record_t* net);
 // Takes one observer away; the last one ends the history.
 void kol_forget_net(yx_net_record_t* net);
+// The time from which the net's history is known: 0, or that of its last change when it was first observed
+// later.
+std::int32_t kol_recorded_from(const yx_net_record_t& net);
 // Appends a change.
 void kol_append_history(yx_net_record_t* net, std::int32_t time, std::int8_t state);
 // Returns every history to its single record (0, iU) and every list and trace signal and user bus member to

@@ -2,6 +2,9 @@
 #include "kernel/name_index.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
+#include <set>
 #include <vector>
 
 #include "kernel/network.h"
@@ -89,6 +92,22 @@ kol_named_t kol_find_named(const tm_string_record_t& name) {
         keep_lower(found.pin, named.pin);
     }
     return found;
+}
+
+std::vector<std::string> kol_names_beginning(std::string_view text, std::size_t most) {
+    if (!idx.is_made) make_index();
+    std::set<std::string, std::less<>> names;
+    for (const name_entry_t& entry : idx.by_hash) {
+        const std::string_view name = kol_path(entry.string_index);
+        if (name.size() < text.size() || !std::ranges::equal(name.substr(0, text.size()), text, {}, tm_upper_case,
+                                                             tm_upper_case))
+            continue;
+        const std::size_t slash = name.find('/', text.size());
+        const std::string_view shown = slash == std::string_view::npos ? name : name.substr(0, slash + 1);
+        if (!names.contains(shown)) names.emplace(shown);
+        if (names.size() > most) names.erase(std::prev(names.end()));
+    }
+    return {names.begin(), names.end()};
 }
 
 void kol_forget_names() { idx = {}; }

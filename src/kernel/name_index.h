@@ -3,6 +3,9 @@
 // filled; forgotten when another design is set up.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "kernel/context.h"
 
 struct kol_named_t {
@@ -13,5 +16,8 @@ struct kol_named_t {
 
 // Indexes of the first records that the name names, 0 for none.
 kol_named_t kol_find_named(const tm_string_record_t& name);
+// The names of nets and pins that begin with a text, without regard to case, each up to the next "/" behind
+// it, in their order, at most so many.
+std::vector<std::string> kol_names_beginning(std::string_view text, std::size_t most);
 // Drops what lookups remember of the design's names; the next lookup reads them again.
 void kol_forget_names();

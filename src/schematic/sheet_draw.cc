@@ -274,5 +274,7 @@ void tm_draw_sheet(tm_file_index_t file_index, const tm_viewport_t& viewport, tm
     tm_draw_page(file_index, viewport, canvas, page_colour);
     draw_tree(sheet, *main, {}, 0);
     tm_draw_list(sheet.drawing, canvas);
-    for (const tm_object_net_rec_t* net : sheet.probed) tm_draw_probes(sheet.reader, *net, viewport, canvas);
+    tm_probe_boxes_t boxes;
+    for (const tm_object_net_rec_t* net : sheet.probed)
+        tm_draw_probes(sheet.reader, *net, viewport, canvas, boxes);
 }

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <numbers>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "schematic/page_area.h"
@@ -61,31 +60,68 @@ void draw_grid(const tm_object_grid_rec_t& grid, const tm_viewport_t& viewport, 
     if (!dots.empty()) canvas.points(dots, colour);
 }
 
-struct probe_text {
-    tm_pixel corner;  // upper left
-    std::string text;
+// The sizes of a probe on a canvas.
+struct probe_sizes {
+    std::int32_t gap, width, height, line, border;
+
+    explicit probe_sizes(const tm_canvas& canvas)
+        : gap(scaled(canvas, probe_gap)),
+          width(scaled(canvas, probe_width)),
+          height(scaled(canvas, tm_probe_height)),
+          line(scaled(canvas, probe_line)),
+          border(scaled(canvas, 1)) {}
+
+private:
+    static std::int32_t scaled(const tm_canvas& canvas, std::int32_t length) {
+        return static_cast<std::int32_t>(std::lround(length * canvas.scale()));
+    }
 };
 
-void draw_probe(const tm_pixel& at, const probe_text& probe, tm_canvas& canvas) {
-    const auto width = static_cast<std::int32_t>(probe.text.size()) * probe_width;
-    const std::int32_t left = probe.corner.x - 2, right = probe.corner.x + width + 2;
-    const std::int32_t top = probe.corner.y - 1, bottom = probe.corner.y + tm_probe_height + 1;
-    const tm_pixel frame[] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}, {left, top}};
+bool overlap(const tm_bounds_t& a, const tm_bounds_t& b) {
+    return a.xmin <= b.xmax && b.xmin <= a.xmax && a.ymin <= b.ymax && b.ymin <= a.ymax;
+}
+
+// Beside a place on the canvas, whose edges push a box inward.
+tm_bounds_t box_beside(tm_pixel at, std::size_t length, const probe_sizes& sizes,
+                       const tm_viewport_t& viewport) {
+    const std::int32_t width = static_cast<std::int32_t>(length) * sizes.width;
+    const std::int32_t left =
+        std::max(std::min(at.x + sizes.gap, viewport.width - width - sizes.gap), sizes.gap);
+    const std::int32_t top = std::max(at.y - sizes.gap - sizes.line, sizes.gap);
+    return {left - 2 * sizes.border, top - sizes.border, left + width + 2 * sizes.border,
+            top + sizes.height + sizes.border};
+}
+
+// The nearest free place above, or else below, of a box; where there is none it stays.
+tm_bounds_t free_box(const tm_bounds_t& wanted, const tm_probe_boxes_t& drawn, const probe_sizes& sizes,
+                     const tm_viewport_t& viewport) {
+    const auto is_free = [&](const tm_bounds_t& box) {
+        return box.ymin >= 0 && box.ymax < viewport.height &&
+               std::ranges::none_of(drawn, [&](const tm_bounds_t& other) { return overlap(box, other); });
+    };
+    for (const std::int32_t way : {-sizes.line, sizes.line})
+        for (tm_bounds_t box = wanted; box.ymin >= 0 && box.ymax < viewport.height;
+             box.ymin += way, box.ymax += way)
+            if (is_free(box)) return box;
+    return wanted;
+}
+
+void draw_probe(const tm_pixel& at, const tm_bounds_t& box, std::string_view text, const probe_sizes& sizes,
+                tm_canvas& canvas) {
+    const tm_pixel frame[] = {{box.xmin, box.ymin},
+                              {box.xmax, box.ymin},
+                              {box.xmax, box.ymax},
+                              {box.xmin, box.ymax},
+                              {box.xmin, box.ymin}};
     canvas.fill(std::span(frame).first(4), tm_colour::black);
     canvas.polyline(frame, {tm_colour::yellow});
-    canvas.segment(at, {left, bottom}, {tm_colour::yellow});
-    canvas.text(probe.corner, probe.text, {tm_colour::yellow, probe_width, tm_probe_height, 0});
+    canvas.segment(at, {box.xmin, box.ymin > at.y ? box.ymin : box.ymax}, {tm_colour::yellow});
+    canvas.text({box.xmin + 2 * sizes.border, box.ymin + sizes.border}, text,
+                {tm_colour::yellow, sizes.width, sizes.height, 0});
 }
 
 std::string text_of(const tm_probe_display_t& probe) {
     return std::string(probe.text != nullptr ? probe.text(probe) : tm_view(probe.name));
-}
-
-// The canvas's edges push a text inward.
-tm_pixel text_corner(tm_pixel at, std::size_t length, std::int32_t above, const tm_viewport_t& viewport) {
-    const auto width = static_cast<std::int32_t>(length) * probe_width + probe_gap;
-    return {std::max(std::min(at.x + probe_gap, viewport.width - width), probe_gap),
-            std::max(at.y - probe_gap - probe_line * above, probe_gap)};
 }
 
 }  // namespace
@@ -121,16 +157,17 @@ void tm_add_junction(tm_drawing_t& drawing, const tm_spot_t& at, tm_colour colou
 }
 
 void tm_draw_probes(const tm_reader_t& reader, const tm_object_net_rec_t& net, const tm_viewport_t& viewport,
-                    tm_canvas& canvas) {
-    std::unordered_map<std::int16_t, std::int32_t> drawn;  // by place
+                    tm_canvas& canvas, tm_probe_boxes_t& drawn) {
+    const probe_sizes sizes(canvas);
     const auto* probe = static_cast<const tm_probe_display_t*>(net.ptrto_probe);
     for (; probe != nullptr; probe = probe->next) {
         const tm_object_gene_rec_t* const place = reader.object(probe->vertex);
         if (place == nullptr) continue;
         const tm_pixel at = tm_model_to_pixel(viewport, place->origin);
         if (at.x < 0 || at.y < 0 || at.x >= viewport.width || at.y >= viewport.height) continue;
-        probe_text text{{}, text_of(*probe)};
-        text.corner = text_corner(at, text.text.size(), ++drawn[probe->vertex], viewport);
-        draw_probe(at, text, canvas);
+        const std::string text = text_of(*probe);
+        const tm_bounds_t wanted = box_beside(at, text.size(), sizes, viewport);
+        drawn.push_back(free_box(wanted, drawn, sizes, viewport));
+        draw_probe(at, drawn.back(), text, sizes, canvas);
     }
 }

@@ -8,10 +8,13 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "app/window/command_line.h"
 #include "app/window/entry_history.h"
 #include "app/window/pauses.h"
+#include "app/window/session_text.h"
+#include "commands/language/completion.h"
 #include "foundation/platform.h"
 
 namespace {
@@ -90,10 +93,42 @@ void copy_action(Widget entry, XEvent* event, String*, Cardinal*) {
     XtFree(selected);
 }
 
+// What may stand behind what is typed, on the session area.
+void list_choices(const std::vector<std::string>& choices) {
+    constexpr std::size_t line_length = 98;
+    std::string line = "#";
+    for (const std::string& choice : choices) {
+        if (line.size() + choice.size() + 1 > line_length && line.size() > 1) {
+            session_append(line);
+            line = "#";
+        }
+        line += " " + choice;
+    }
+    session_append(line);
+    if (choices.size() >= kol_most_choices) session_append("# ...");
+    session_show_end();
+}
+
+// Completes the word in front of the cursor; a second time, when nothing more is common, lists the choices.
+void complete_action(Widget entry, XEvent*, String*, Cardinal*) {
+    if (tm_window.placeholder_shown) entry_set_text("");
+    const auto at = static_cast<std::size_t>(XmTextFieldGetInsertionPosition(entry));
+    const std::string text = typed_text();
+    const std::string before = text.substr(0, at);
+    const kol_completion_t completion = kol_complete(before);
+    if (completion.text != before) {
+        entry_set_text(completion.text + text.substr(before.size()));
+        XmTextFieldSetInsertionPosition(entry, static_cast<XmTextPosition>(completion.text.size()));
+    } else if (!completion.choices.empty()) {
+        list_choices(completion.choices);
+    }
+}
+
 void use_own_keys() {
-    static char history[] = "entry-history", paste_name[] = "entry-paste", copy[] = "entry-copy";
+    static char history[] = "entry-history", paste_name[] = "entry-paste", copy[] = "entry-copy",
+                complete[] = "entry-complete";
     static XtActionsRec actions[] = {
-        {history, history_action}, {paste_name, paste_action}, {copy, copy_action}};
+        {history, history_action}, {paste_name, paste_action}, {copy, copy_action}, {complete, complete_action}};
     XtAppAddActions(tm_window.app, actions, XtNumber(actions));
     XtOverrideTranslations(tm_window.entrycmd,
                            XtParseTranslationTable("<Key>osfUp: entry-history(-)\n"
@@ -101,6 +136,7 @@ void use_own_keys() {
                                                    "Ctrl<Key>v: entry-paste(CLIPBOARD)\n"
                                                    "Shift<Key>osfInsert: entry-paste(CLIPBOARD)\n"
                                                    "Ctrl<Key>c: entry-copy()\n"
+                                                   "~Shift ~Meta ~Alt<Key>Tab: entry-complete()\n"
                                                    "Ctrl<Key>a: beginning-of-line()\n"
                                                    "Ctrl<Key>e: end-of-line()\n"
                                                    "Ctrl<Key>u: delete-to-start-of-line()\n"

@@ -52,6 +52,11 @@ Widget create_question() {
 
 void leaving_mark_saved() { saved = defined(); }
 
+void leaving_watch_saves() {
+    static std::int32_t saves = 0;
+    if (std::exchange(saves, kol_ext.saves) != kol_ext.saves) leaving_mark_saved();
+}
+
 void leaving_ask(std::function<void()> act) {
     if (!window_options().confirm_loss || defined() <= saved) return act();
     static Widget const question = create_question();

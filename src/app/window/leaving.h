@@ -5,8 +5,9 @@
 #include <functional>
 #include <string_view>
 
-// From here on what is defined now is not lost.
+// From here on what is defined now is not lost: at the start, and when a command has saved the state.
 void leaving_mark_saved();
+void leaving_watch_saves();
 // Does it, or asks and does it when the user says so.
 void leaving_ask(std::function<void()> act);
 // Whether a command text ends or resets the session.

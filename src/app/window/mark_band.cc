@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "app/window/window_record.h"
+#include "app/window/x_canvas.h"
 #include "commands/shared/marks.h"
 
 namespace {
@@ -43,7 +44,7 @@ void erase() {
 
 void draw() {
     if (!marked_frame(shown)) return;
-    XSetForeground(tm_window.dpy, tm_window.our_gc, WhitePixel(tm_window.dpy, DefaultScreen(tm_window.dpy)));
+    XSetForeground(tm_window.dpy, tm_window.our_gc, x_canvas_pixel(tm_colour::white));
     XDrawRectangle(tm_window.dpy, XtWindow(tm_window.curdrawarea), tm_window.our_gc, shown.x, shown.y,
                    shown.width, shown.height);
     is_shown = true;

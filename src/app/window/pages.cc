@@ -69,7 +69,7 @@ Pixmap black_pixmap(const tm_bounds_t& size) {
     const auto width = static_cast<unsigned>(size.xmax), height = static_cast<unsigned>(size.ymax);
     const Pixmap made = XCreatePixmap(tm_window.dpy, DefaultRootWindow(tm_window.dpy), width, height,
                                       static_cast<unsigned>(DefaultDepth(tm_window.dpy, screen)));
-    XSetForeground(tm_window.dpy, tm_window.our_gc, BlackPixel(tm_window.dpy, screen));
+    XSetForeground(tm_window.dpy, tm_window.our_gc, x_canvas_pixel(tm_colour::black));
     XFillRectangle(tm_window.dpy, made, tm_window.our_gc, 0, 0, width, height);
     return made;
 }

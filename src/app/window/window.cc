@@ -75,12 +75,7 @@ void load_resources() {
     XrmCombineDatabase(XrmGetStringDatabase(window_resources), &database, False);
 }
 
-double text_scale() {
-    const char* dpi = XGetDefault(tm_window.dpy, "Xft", "dpi");
-    return dpi != nullptr ? std::clamp(std::atof(dpi) / 96, 0.5, 4.0) : 1.0;
-}
-
-int scaled(int at_usual_size) { return static_cast<int>(at_usual_size * text_scale()); }
+int scaled(int at_usual_size) { return static_cast<int>(at_usual_size * window_text_scale()); }
 
 // The larger of the usual length and most of the screen, with room for a title bar.
 Dimension window_length(int usual, int on_screen, int frame) {
@@ -244,6 +239,8 @@ void show_window() {
     XtRealizeWidget(tm_window.top_window);
     keep_pictures();
     x_canvas_open();
+    for (Widget area : tm_window.drawarea)
+        XtVaSetValues(area, XmNbackground, x_canvas_pixel(tm_colour::black), nullptr);
     pages_create_pixmaps();
     settle();
     XtVaSetValues(XtParent(tm_window.textsession), XmNpaneMinimum, least_pane, nullptr);

@@ -6,9 +6,8 @@
 #include <array>
 #include <cstdint>
 
+#include "app/window/options.h"
 #include "foundation/context.h"
-
-inline constexpr std::size_t tm_colours = 8;
 
 struct tm_window_t {
     XtAppContext app = nullptr;

@@ -13,6 +13,7 @@ public:
     explicit x_canvas(tm_page page) : page_(static_cast<std::size_t>(page)) {}
     std::int32_t width() const override;
     std::int32_t height() const override;
+    double scale() const override;
     void clear() override;
     void polyline(std::span<const tm_pixel> points, const tm_pen& pen) override;
     void fill(std::span<const tm_pixel> corners, tm_colour colour) override;
@@ -27,6 +28,8 @@ private:
     std::size_t page_;
 };
 
-// Allocates the eight palette colours and the drawing context, once the display is open.
+// Allocates the colours of the palette and the drawing context, once the display is open and the options are
+// read.
 void x_canvas_open();
+unsigned long x_canvas_pixel(tm_colour colour);
 void x_canvas_flush();

@@ -167,7 +167,10 @@ kol_result_t kol_save_state_cmd(const kol_line_t& line) {
     tm_replacement file(path);
     if (!file.is_open()) return failed(kol_cannot_open, path);
     if (kol_ext.cur_time != kol_ext.end_time) return not_at_end;
-    if (file.write(state_bytes())) return {};
+    if (file.write(state_bytes())) {
+        ++kol_ext.saves;
+        return {};
+    }
     tm_count_error();
     return failed(kol_cannot_open, path);
 }

@@ -79,14 +79,16 @@ kol_result_t kol_pop_cmd(const kol_line_t& /*line*/) {
     return {};
 }
 
-// Fits the simulated time into the trace; the list begins at its first row.
+// Fits the simulated time into the trace, of a run that was broken off the time reached; the list begins at
+// its first row.
 kol_result_t kol_view_all_cmd(const kol_line_t& /*line*/) {
     if (tm_vext.numpage != tm_page::results) return view_all_of_sheet();
     if (kol_ext.list_or_trace) {
         kol_ext.list_cur_time = 0;
     } else {
         kol_ext.trace_cur_time = 0;
-        kol_ext.trace_scale = std::max(kol_ext.end_time / kol_trace_divisions, 1);
+        const std::int32_t reached = kol_ext.time_breaked ? kol_ext.cur_time : kol_ext.end_time;
+        kol_ext.trace_scale = std::max(reached / kol_trace_divisions, 1);
     }
     tm_shell.redraw_results();
     return {};

@@ -134,7 +134,7 @@ std::int32_t kol_list_time_at(std::int32_t y) {
 }
 
 void kol_set_list_places(std::int32_t bitmap_height) {
-    constexpr const rs_list_geometry_t& page = rs_list_geometry;
+    const rs_list_geometry_t& page = rs_list_geometry;
     kol_ext.list_height = kol_ext.list_stepv = page.row_step;
     kol_ext.list_steph = page.column_step;
     kol_ext.list_sig1n_x0 = page.first_name_column * page.column_step;

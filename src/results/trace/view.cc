@@ -218,7 +218,7 @@ std::int32_t kol_trace_time_at(std::int32_t x, std::int32_t page_width) {
 }
 
 void kol_set_trace_geometry(std::int32_t bitmap_height) {
-    constexpr const rs_trace_geometry_t& page = rs_trace_geometry;
+    const rs_trace_geometry_t& page = rs_trace_geometry;
     const std::int32_t rows = bitmap_height / page.row_pitch - page.rows_below;
     kol_ext.trace_height = page.text_height;
     kol_ext.trace_stepv = page.row_step;
