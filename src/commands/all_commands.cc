@@ -36,6 +36,7 @@ constexpr kol_command_row_t rows[] = {
     {"C", {"CHE", "SHE"}, any, "CHEck SHEet", 2, 2, kol_check_sheet_cmd},
     {"C", {"CHE", "TAB"}, any, "CHEck TABle", 2, 6, kol_check_table_cmd},
     {"C", {"CLO", "PER"}, any, "CLOck PERiod", 3, 3, kol_clock_period_cmd, usual, {kol_add_clock_period}},
+    {"C", {"CUR"}, any, "CURsor", 1, 3, kol_cursor_cmd},
     {"EFGH", {"GRID"}, second_is_o, "GRId", 2, 2, kol_grid_state_cmd, usual, {kol_add_grid_state, {}, "GRI"}},
     {"EFGH", {"GRID", "ST"}, any, "GRId STep", 3, 3, kol_grid_step_cmd, usual, {kol_add_grid_step, {}, "GRI"}},
     {"EFGH", {"HAR"}, any, "HARdcopy", 1, 2, kol_hardcopy_cmd},
@@ -107,6 +108,7 @@ constexpr kol_command_row_t rows[] = {
     {"VWXYZ", {"WRI", "LIS"}, any, "WRIte LISt", 2, 5, kol_write_list_cmd},
     {"VWXYZ", {"WRI", "VCD"}, any, "WRIte VCD", 2, 6, kol_write_vcd_cmd},
     {"VWXYZ", {"WRI", "CSV"}, any, "WRIte CSV", 2, 5, kol_write_csv_cmd},
+    {"VWXYZ", {"ZOO"}, any, "ZOOm", 2, 3, kol_zoom_cmd},
     {"$", {"$C"}, cursor_step, "$C", 1, 30, kol_cursor_step_cmd, silent},
     {"$", {"$VPT"}, viewport_step, "$VPT", 1, 30, kol_viewport_step_cmd, silent},
 };

@@ -9,6 +9,7 @@
 #include "schematic/outline.h"
 #include "schematic/sheet_draw_list.h"
 #include "schematic/sheet_draw_parts.h"
+#include "schematic/wire_look.h"
 
 namespace {
 
@@ -24,6 +25,7 @@ using property_list = std::vector<const tm_object_property_rec_t*>;
 
 // What is drawn where, and how far down the tree.
 struct sheet_t {
+    tm_file_index_t file;
     tm_reader_t reader;
     tm_drawing_t drawing;
     tm_outline_t outline{};                                     // scratch
@@ -111,29 +113,38 @@ const tm_object_segment_rec_t* first_segment(const tm_reader_t& reader, const tm
     return nullptr;
 }
 
-tm_colour colour_of_net(const tm_reader_t& reader, std::int16_t net_id) {
+bool look_of(const sheet_t& sheet, std::int16_t net_id, tm_wire_look_t& look) {
+    return tm_wire_look_of != nullptr && net_id != 0 && tm_wire_look_of(sheet.file, net_id, look);
+}
+
+tm_colour colour_of_net(const sheet_t& sheet, std::int16_t net_id) {
+    if (tm_wire_look_t look; look_of(sheet, net_id, look)) return look.colour;
+    const tm_reader_t& reader = sheet.reader;
     const auto* net = reader.record<tm_type_net>(net_id);
     const auto* segment = net != nullptr ? first_segment(reader, *net) : nullptr;
     return segment != nullptr ? tm_palette_colour(segment->line_color) : usual_wire_colour;
 }
 
-void draw_segment(sheet_t& sheet, const tm_object_segment_rec_t& segment, bool is_bus, bool is_selected) {
+void draw_segment(sheet_t& sheet, const tm_object_segment_rec_t& segment, const tm_wire_look_t* look,
+                  bool is_bus, bool is_selected) {
     tm_spot_t ends[2];
     if (!tm_place_segment(sheet.reader, segment, ends[0], ends[1])) return;
     tm_pen pen = tm_pen_of(segment.line_color, segment.line_style, segment.line_width);
     if (is_bus) pen.width = std::max(pen.width, tm_bus_width);
+    if (look != nullptr) pen = {look->colour, look->dash, pen.width};
     tm_add_line(sheet.drawing, ends, pen_of(pen, is_selected), layer_of(tm_layer::wire, is_selected));
 }
 
 struct net_parts {
     sheet_t& sheet;
     tm_colour colour;
+    const tm_wire_look_t* look;
     bool is_bus, is_selected;
 
     bool operator()(const tm_object_gene_rec_t& object) const {
         const bool selected = is_selected || tm_is_selected(object);
         if (object.object_type == tm_type_segment)
-            draw_segment(sheet, static_cast<const tm_object_segment_rec_t&>(object), is_bus, selected);
+            draw_segment(sheet, static_cast<const tm_object_segment_rec_t&>(object), look, is_bus, selected);
         if (object.object_type == tm_type_property_2d)
             draw_property(sheet, static_cast<const tm_object_property_rec_t&>(object), {{}, is_selected});
         if (object.object_type == tm_type_vertex_2d) {
@@ -149,7 +160,10 @@ struct net_parts {
 };
 
 void draw_net(sheet_t& sheet, const tm_object_net_rec_t& net) {
-    net_parts parts{sheet, colour_of_net(sheet.reader, net.object_id), net.is_bus, tm_is_selected(net)};
+    tm_wire_look_t look;
+    const bool has_look = look_of(sheet, net.object_id, look);
+    net_parts parts{sheet, colour_of_net(sheet, net.object_id), has_look ? &look : nullptr, net.is_bus,
+                    tm_is_selected(net)};
     tm_for_shown_tree(sheet.reader, net, parts);
     if (net.ptrto_probe != nullptr) sheet.probed.push_back(&net);
 }
@@ -160,7 +174,7 @@ void draw_pin_place(sheet_t& sheet, const tm_object_pinpropfam_rec_t& pin, bool 
     const tm_spot_t at = tm_spot(pin.origin);
     const tm_colour colour = is_selected ? selected_colour : unconnected_colour;
     if (pin.net == 0) tm_add_mark(sheet.drawing, at, open_square, {colour}, tm_layer::shape);
-    if (pin.dotted) tm_add_junction(sheet.drawing, at, colour_of_net(sheet.reader, pin.net));
+    if (pin.dotted) tm_add_junction(sheet.drawing, at, colour_of_net(sheet, pin.net));
     if (tm_is_selected(pin))
         tm_add_mark(sheet.drawing, at, selected_square, {selected_colour}, tm_layer::selected);
 }
@@ -267,7 +281,7 @@ void draw_tree(sheet_t& sheet, const tm_object_gene_rec_t& object, const holder_
 }  // namespace
 
 void tm_draw_sheet(tm_file_index_t file_index, const tm_viewport_t& viewport, tm_canvas& canvas) {
-    sheet_t sheet{tm_reader_t(file_index), tm_drawing_t(viewport)};
+    sheet_t sheet{file_index, tm_reader_t(file_index), tm_drawing_t(viewport)};
     if (sheet.reader.file == nullptr) return;
     const auto* main = sheet.reader.object(sheet.reader.file->primary_object);
     if (main == nullptr || !tm_is_shown(*main)) return;

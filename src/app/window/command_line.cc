@@ -8,6 +8,7 @@
 
 #include "app/window/leaving.h"
 #include "app/window/session_text.h"
+#include "app/window/status_line.h"
 #include "commands/language/command_table.h"
 #include "commands/language/entry_expansion.h"
 #include "commands/language/interpreter.h"
@@ -64,6 +65,7 @@ void kol_send_command(std::string_view text) {
         kol_process_command(tm_string(line), kol_ext.ext_arg, kol_ext.top_var);
     leaving_watch_saves();
     session_show_end();
+    status_soon();
 }
 
 void kol_send_question(std::string_view text) { kol_expand_cmd(tm_string(printable_text(text))); }

@@ -16,10 +16,13 @@
 #include "app/window/mark_band.h"
 #include "app/window/pages.h"
 #include "app/window/pauses.h"
+#include "app/window/status_line.h"
+#include "commands/language/bindings.h"
 #include "commands/language/interpreter.h"
 #include "commands/shared/marks.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"
+#include "results/entries/time_cursor.h"
 
 namespace {
 
@@ -54,16 +57,21 @@ const modifier_row& modifier() {
                          [](const modifier_row& row) { return row.state == tm_vext.state; });
 }
 
-// Default texts that are no commands: those of button 2, which the window keeps for itself, and that of
-// Shift-F3.
-constexpr std::string_view windows_own[] = {"$DM1 ", "$XIM "};
+// Default texts that are no commands: those of button 2, pressed and released, which the window keeps for
+// itself, and that of Shift-F3.
+constexpr std::string_view own_press = "$DM1 ", own_release = "$XIM ";
 constexpr std::string_view no_command = "CHANGE PROPERTY POSITION ";
+
+// Button 2 puts a cursor at the time under the pointer, with Shift the second one.
+void put_cursor() {
+    if (tm_vext.numpage != tm_page::results) return;
+    kol_send_command(tm_vext.state == ShiftMask ? " CURSOR SECOND " : " CURSOR ");
+}
 
 void run_text(const tm_string_record_t& bound) {
     const std::string text(tm_view(bound));
-    if (text.empty() ||
-        std::find(std::begin(windows_own), std::end(windows_own), text) != std::end(windows_own))
-        return;
+    if (text.empty() || text == own_release) return;
+    if (text == own_press) return put_cursor();
     if (text == no_command)
         return tm_display("# !! Error : texts of sheets are not moved here ( CHANGE PROPERTY POSITION ) ");
     if (!leaving_is_meant(text)) return kol_send_command(text);
@@ -87,7 +95,13 @@ void release_function(std::size_t key) {
     run_text((tm_vext.*(held != nullptr ? *held : modifier()).released)[key]);
 }
 void run_arrow(std::size_t key) { run_text((tm_vext.*modifier().arrow)[key]); }
-void run_control(std::size_t key) { run_text(tm_vext.action_ck[key]); }
+// While there is a cursor, Control-n and Control-p take it to the changes of the signal under the pointer.
+void run_control(std::size_t key) {
+    constexpr std::size_t n = 0, p = 2;
+    if ((key != n && key != p) || !rs_cursors.first.is_set || tm_vext.numpage != tm_page::results)
+        return run_text(tm_vext.action_ck[key]);
+    kol_send_command(key == n ? " CURSOR NEXT " : " CURSOR PREVIOUS ");
+}
 void show_menus(std::size_t) { kol_exec_cmd("kolvMenuDB"); }
 void show_keys(std::size_t) { kol_exec_cmd("kolvKeysDB"); }
 // A rectangle that nobody wants any more.
@@ -158,8 +172,30 @@ std::size_t button_action(unsigned button, bool released) {
     return (button - Button1) * 2 + (released ? 1 : 0);
 }
 
+// The text that the wheel has by its key name, if any.
+tm_string_record_t wheel_text(unsigned button) {
+    constexpr char directions[] = {'U', 'D', 'L', 'R'};
+    std::string name = {'W', directions[(button - Button4) % std::size(directions)]};
+    if (tm_vext.state != 0) name += tm_vext.state == ShiftMask ? 'S' : tm_vext.state == ControlMask ? 'C' : 'A';
+    tm_string_record_t text;
+    bool known = false;
+    tm_get_key_action(tm_string(name), text, known);
+    return text;
+}
+
+// Whether the wheel is a key of its own; it has no release then.
+bool run_wheel(const XButtonEvent& button) {
+    if (button.button <= Button3) return false;
+    const tm_string_record_t text = wheel_text(button.button);
+    if (text.len == 0) return false;
+    if (button.type == ButtonPress) run_text(text);
+    return true;
+}
+
 // A wheel draws no rectangle: what its text begins to mark is given up.
 void run_button(const XButtonEvent& button) {
+    tm_vext.state = held_modifier(button.state);
+    if (run_wheel(button)) return;
     const bool was_void = std::exchange(release_is_void, false);
     if (was_void && button.type == ButtonRelease) return;
     const bool was_marking = tm_vext.mark_rectangle_on;
@@ -212,8 +248,21 @@ void kol_drawing_area_callback_input(Widget area, XtPointer, XtPointer call_data
     if (event->type == MotionNotify) discard_motions(area);
     pages_pointer_position();
     const bool moved = tm_vext.pixel_pos.x != before.x || tm_vext.pixel_pos.y != before.y;
+    if (moved) status_soon();
     if (event->type == MotionNotify && moved) band_follow();
     if (event->type == ButtonPress || event->type == ButtonRelease) run_button(event->xbutton);
+}
+
+void input_use_wheel() {
+    struct wheel_row {
+        const char *key, *text;
+    };
+    constexpr wheel_row rows[] = {
+        {"WU", "$VPTU5 "},  {"WD", "$VPTD5 "},  {"WL", "$VPTL5 "},          {"WR", "$VPTR5 "},
+        {"WUS", "$VPTL5 "}, {"WDS", "$VPTR5 "}, {"WUC", "ZOOM IN POINTER "}, {"WDC", "ZOOM OUT POINTER "},
+    };
+    bool known = false;
+    for (const wheel_row& row : rows) tm_set_key_action(tm_string(row.key), tm_string(row.text), known);
 }
 
 void input_watch_keys(Widget widget) {

@@ -7,5 +7,7 @@
 #include "app/window/window_record.h"
 
 void kol_drawing_area_callback_input(Widget area, XtPointer, XtPointer call_data);
+// Binds the wheel: it scrolls, with Shift sideways, with Control it zooms.
+void input_use_wheel();
 // Handles the keys that arrive at the widget with the keyboard focus.
 void input_watch_keys(Widget widget);

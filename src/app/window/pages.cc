@@ -10,6 +10,8 @@
 #include "app/window/mark_band.h"
 #include "app/window/options.h"
 #include "app/window/pauses.h"
+#include "app/window/scroll_bars.h"
+#include "app/window/status_line.h"
 #include "app/window/x_canvas.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"
@@ -96,10 +98,42 @@ void redraw_soon() {
     XtAppAddTimeOut(tm_window.app, 0, late_redraw_cb, nullptr);
 }
 
+// The directory of the sheet that is shown, or else the schematic directory.
+std::string_view directory_shown() {
+    const tm_file_index_t file = tm_vext.numpage == tm_page::context ? sheet_shown() : tm_file_index_t{0};
+    return tm_view(file == 0 ? kol_ext.dir_path : tm_vext.filear[static_cast<std::size_t>(file - 1)].dirname);
+}
+
+std::string title_of_page;  // the one of the start until a page is chosen
+
+void set_title() {
+    title_of_page = " Logic Simulator Kolv  " + std::string(directory_shown());
+    pages_follow_title();
+}
+
+// Without a sheet there is nothing but what to do.
+void hint_at_sheets(tm_canvas& canvas) {
+    constexpr std::string_view hints[] = {
+        "No sheet is shown yet.",
+        "VIEW SHEET directory   shows a sheet; the menu File chooses one",
+        "VIEW NET, VIEW PIN, VIEW INSTANCE and a name   show where something is",
+    };
+    const double scale = canvas.scale();
+    const auto cell = static_cast<std::int32_t>(10 * scale), line = static_cast<std::int32_t>(24 * scale);
+    tm_pixel at = {2 * cell, line};
+    for (const std::string_view hint : hints) {
+        canvas.text(at, hint, {tm_colour::white, cell, line * 3 / 4});
+        at.y += line;
+    }
+}
+
 void draw_context() {
     x_canvas canvas(tm_page::context);
     canvas.clear();
-    if (const tm_file_index_t file = sheet_shown(); file != 0) tm_draw_sheet(file, tm_viewport(file), canvas);
+    if (const tm_file_index_t file = sheet_shown(); file != 0)
+        tm_draw_sheet(file, tm_viewport(file), canvas);
+    else if (window_options().hints)
+        hint_at_sheets(canvas);
 }
 
 void discard_exposures(Widget area) {
@@ -108,19 +142,18 @@ void discard_exposures(Widget area) {
     }
 }
 
-// The directory of the sheet that is shown, or else the schematic directory.
-std::string_view directory_shown() {
-    const tm_file_index_t file = tm_vext.numpage == tm_page::context ? sheet_shown() : tm_file_index_t{0};
-    return tm_view(file == 0 ? kol_ext.dir_path : tm_vext.filear[static_cast<std::size_t>(file - 1)].dirname);
-}
+}  // namespace
 
-void set_title() {
+void pages_follow_title() {
     static std::string shown;
-    std::string title = " Logic Simulator Kolv  " + std::string(directory_shown());
+    const std::string simulation = status_of_simulation();
+    std::string title = title_of_page + (simulation.empty() ? "" : "   " + simulation);
     if (title == shown) return;
     shown = std::move(title);
     XtVaSetValues(tm_window.top_window, XmNtitle, shown.c_str(), nullptr);
 }
+
+namespace {
 
 // The tab stack draws all its labels over those that were not covered, which makes them bolder: after an
 // exposure the whole strip is cleared and drawn once more.
@@ -139,6 +172,8 @@ void select_page(std::size_t page) {
 }
 
 }  // namespace
+
+void pages_name_window(const char* title) { title_of_page = title; }
 
 void pages_set_labels() {
     for (std::size_t i = 0; i < tm_pages; ++i) {
@@ -173,6 +208,8 @@ void pages_redraw_results() {
     if (window_options().results_follow_window) kol_set_list_geometry(canvas.height());
     if (window_options().names_beside_rows) kol_put_names_beside_rows();
     kol_update_darea_edit(canvas);
+    scroll_bars_follow();
+    status_soon();
     if (tm_vext.numpage == tm_page::results) pages_copy_to_window();
 }
 
@@ -180,13 +217,14 @@ void pages_redraw_results() {
 void pages_redraw_context() {
     if (tm_vext.numpage != tm_page::context || tm_window.curdrareapixmap == 0) return;
     if (tm_vext.display_on) draw_context();
+    status_soon();
     set_title();
     pages_copy_to_window();
 }
 
 void pages_redraw_states() {
     pages_redraw_results();
-    if (kol_ext.start_probe_signal != nullptr) pages_redraw_context();
+    if (kol_ext.start_probe_signal != nullptr || window_options().sheet_shows_states) pages_redraw_context();
 }
 
 void pages_show_other() { XmTabStackSelectTab(tm_window.page_form[1 - current_page()], True); }

@@ -9,6 +9,8 @@
 
 inline constexpr std::size_t session_kept_lines = 100'000;
 
+// A click on a path in the text shows it on its sheet.
+void session_watch_clicks();
 void session_append(std::string_view line);
 void session_show_due();  // shows what is collected when the last showing is long enough ago
 void session_show();      // shows it now

@@ -10,6 +10,7 @@
 #include "app/window/entry.h"
 #include "app/window/pages.h"
 #include "app/window/session_text.h"
+#include "app/window/status_line.h"
 #include "app/window/window.h"
 #include "app/window/window_record.h"
 #include "foundation/shell.h"
@@ -70,6 +71,7 @@ bool take_control_key(char letter) {
     if (now - last < key_interval) return false;
     last = now;
     session_show_due();
+    status_show_run();
     repaint_exposed();
     XEvent event;
     return XCheckIfEvent(tm_window.dpy, &event, is_control_key, &letter) != 0;

@@ -30,11 +30,14 @@
 #include "app/window/options.h"
 #include "app/window/pages.h"
 #include "app/window/pauses.h"
+#include "app/window/scroll_bars.h"
+#include "app/window/status_line.h"
 #include "app/window/session_text.h"
 #include "app/window/sheet_dialog.h"
 #include "app/window/window_record.h"
 #include "app/window/window_resources.h"
 #include "app/window/x_canvas.h"
+#include "commands/shared/net_looks.h"
 #include "foundation/files.h"
 #include "foundation/platform.h"
 #include "foundation/shell.h"
@@ -167,20 +170,24 @@ void create_session_text(Widget parent) {
     XtVaSetValues(tm_window.textsession, XmNeditMode, XmMULTI_LINE_EDIT, XmNeditable, False,
                   XmNcursorPositionVisible, False, XmNtraversalOn, False, nullptr);
     XtManageChild(tm_window.textsession);
+    session_watch_clicks();
     XtVaSetValues(XtParent(tm_window.textsession), XmNskipAdjust, True, XmNpaneMinimum,
                   scaled(session_height), XmNpaneMaximum, most_pane, nullptr);
 }
 
-void create_panes(Widget parent, Widget above) {
+void create_panes(Widget parent, Widget above, Widget below) {
     tm_window.rowcol =
         XtVaCreateManagedWidget("rowcol", xmPanedWindowWidgetClass, parent, XmNtopAttachment, XmATTACH_WIDGET,
-                                XmNtopWidget, above, XmNbottomAttachment, XmATTACH_FORM, XmNleftAttachment,
-                                XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, nullptr);
+                                XmNtopWidget, above, XmNbottomAttachment, below != nullptr ? XmATTACH_WIDGET : XmATTACH_FORM,
+                                XmNbottomWidget, below, XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment,
+                                XmATTACH_FORM, nullptr);
     tm_window.tabStack =
         XtVaCreateManagedWidget("tabStack", xmTabStackWidgetClass, tm_window.rowcol, XmNpaneMinimum,
                                 least_pane, XmNpaneMaximum, most_pane, XmNtraversalOn, False, nullptr);
     create_page(0, "resultsPage");
     create_page(1, "contextPage");
+    if (window_options().scroll_bars)
+        scroll_bars_create(tm_window.page_form[0], tm_window.drawarea[0]);
     tm_window.curdrawarea = tm_window.drawarea[0];
     XtAddCallback(tm_window.tabStack, XmNtabSelectedCallback, cb_tabstack_page_change, nullptr);
     create_session_text(tm_window.rowcol);
@@ -188,6 +195,7 @@ void create_panes(Widget parent, Widget above) {
 
 void create_widgets(const char* name) {
     create_shell(name);
+    pages_name_window(name);
     window_options_read();
     Widget form = XtVaCreateManagedWidget("form", xmFormWidgetClass, tm_window.top_window, nullptr);
     Widget menu_bar = create_menu_bar(form);
@@ -195,7 +203,9 @@ void create_widgets(const char* name) {
     Widget entry_row = create_row(form, "entryRow", tool_bars);
     entry_create(entry_row);
     input_watch_keys(tm_window.entrycmd);
-    create_panes(form, entry_row);
+    create_panes(form, entry_row, window_options().status_line ? status_create(form) : nullptr);
+    if (window_options().wheel_scrolls) input_use_wheel();
+    kol_show_states_on_sheets(window_options().sheet_shows_states != False);
     pages_set_labels();
     pages_watch_tabs();
     XtVaSetValues(form, XmNinitialFocus, entry_row, nullptr);

@@ -3,6 +3,7 @@
 #include "commands/language/bindings.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 #include "commands/language/command_line.h"
@@ -75,6 +76,17 @@ tm_string_record_t* find_control_key(std::string_view name) {  // "N"
     return &tm_vext.action_ck[static_cast<std::size_t>(name[0] - first_control_letter)];
 }
 
+// The wheel has no entry at first.
+constexpr std::string_view wheel_modifiers[] = {"", "S", "C", "A"};
+std::array<std::array<tm_string_record_t, std::size(wheel_modifiers)>, 4> wheel;
+
+tm_string_record_t* find_wheel(std::string_view name) {  // "US"
+    const std::size_t direction = name.empty() ? std::string_view::npos : arrow_letters.find(name[0]);
+    const auto* const modifier = std::ranges::find(wheel_modifiers, name.empty() ? name : name.substr(1));
+    if (direction == std::string_view::npos || modifier == std::end(wheel_modifiers)) return nullptr;
+    return &wheel[direction][static_cast<std::size_t>(modifier - std::begin(wheel_modifiers))];
+}
+
 struct key_family {
     std::string_view prefix;
     tm_string_record_t* (*find)(std::string_view rest_of_name);
@@ -83,6 +95,7 @@ constexpr key_family key_families[] = {
     {"B", find_button},
     {"F", find_function_key},
     {"A", find_arrow},
+    {"W", find_wheel},
     {"CNTL_", find_control_key},
 };
 
@@ -118,6 +131,15 @@ void list_control_key(char letter) {
     show_text(std::string("# \"cntl_") + letter + " : '", tm_vext.action_ck[entry]);
 }
 
+void list_wheel() {
+    for (std::size_t direction = 0; direction < wheel.size(); ++direction)
+        for (std::size_t modifier = 0; modifier < std::size(wheel_modifiers); ++modifier) {
+            const tm_string_record_t& text = wheel[direction][modifier];
+            const std::string name = {'w', arrow_letters[direction]};
+            if (text.len > 0) show_text("#   \"" + name + std::string(wheel_modifiers[modifier]) + "\" : '", text);
+        }
+}
+
 }  // namespace
 
 void tm_set_key_action(const tm_string_record_t& key, const tm_string_record_t& text, bool& ok) {
@@ -139,6 +161,7 @@ void tm_status_key_all() {
     tm_display("# ");
     for (char letter = first_control_letter; letter <= last_control_letter; ++letter)
         list_control_key(letter);
+    list_wheel();
 }
 
 kol_result_t kol_define_key_cmd(const kol_line_t& line) {

@@ -1,6 +1,7 @@
 // tm: texts bound to keys and buttons, held in tm_vext.  A key name is a button ("B1", "B1U" released), a
 // function key ("F7", with "S", "C" or "A" for a modifier and "U" for released behind it: "F3UA"), an arrow
-// ("AU", "AL", "AD", "AR", with a modifier: "ALS") or a control key ("CNTL_N" .. "CNTL_Z"), in either case.
+// ("AU", "AL", "AD", "AR", with a modifier: "ALS") a control key ("CNTL_N" .. "CNTL_Z"), or the wheel
+// ("WU", "WL", "WD", "WR", with a modifier: "WUC"), in either case.
 // An empty text: unbound.
 #pragma once
 

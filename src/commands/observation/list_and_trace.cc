@@ -6,6 +6,9 @@
 #include "commands/shared/rejections.h"
 #include "foundation/list.h"
 #include "foundation/shell.h"
+#include "kernel/say.h"
+#include "results/entries/options.h"
+#include "results/entries/time_cursor.h"
 #include "results/list/layout.h"
 
 namespace {
@@ -65,11 +68,23 @@ kol_result_t show_picked(const view_t& view, const kol_line_t& line, std::int16_
     const auto no_point = static_cast<std::int16_t>(line.nkeyword + 1);
     kol_rejection_t wrong = kol_pick_net(view.pick, no_point, line, picked);
     kol_found_signal_t found;
+    if (!wrong) picked.name = kol_name_of_net(*picked.net, picked.name);
     const bool is_known = !wrong && kol_find_signal(picked.name, found);
     if (is_known) wrong = show_found(view, found, radix);
     if (is_known) tm_shell.redraw_results();
     if (wrong.error != kol_not_in_design.error) return wrong;
     return kol_result_t(wrong).then({"# Net_name : \"", tm_view(picked.name), "\" "});
+}
+
+// What was not watched in the run is not known: a note for the user, which is no line of the session's record.
+void note_late_histories(const view_t& view) {
+    const yx_signal_rec_t* const newest = kol_ext.*view.newest;
+    if (!rs_options.mark_unrecorded || newest == nullptr || kol_ext.cur_time < 1) return;
+    const bool is_bus = newest->sig_bus;
+    const std::int32_t from = rs_recorded_from({is_bus ? nullptr : kol_ext.*view.newest, newest->bus});
+    if (from < 1) return;
+    tm_shell.append_session("# recorded from " + kol_time_text(from) +
+                            " on, not recorded before : UPDATE List or UPDATE Trace simulates again ");
 }
 
 kol_result_t show_signals(const view_t& view, const kol_line_t& line, std::int16_t radix) {
@@ -78,6 +93,7 @@ kol_result_t show_signals(const view_t& view, const kol_line_t& line, std::int16
     std::int16_t k = view.first_name;
     while (k <= line.nkeyword && !(wrong = show_one(view, line[k], radix))) ++k;
     if (k > view.first_name) tm_shell.redraw_results();
+    note_late_histories(view);
     if (!wrong) return {};
     return kol_result_t(wrong).then(
         {wrong.error == kol_signal_name_invalid.error ? "# parameter : \"" : "# Signal : \"",

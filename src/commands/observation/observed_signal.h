@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "kernel/bus_bits.h"
+#include "kernel/context.h"
 
 struct kol_found_signal_t {
     tm_string_record_t name;         // as typed; "_0" behind it for a bus of the design

@@ -27,7 +27,7 @@ bool is_on_sheet() { return tm_vext.numpage == tm_page::context && kol_context_f
 
 }  // namespace
 
-// On the Results page a step scrolls the view in time, the list up and down, the trace left and right; on the
+// On the Results page a step scrolls the view, in time and across it; on the
 // Context page it moves the graphic cursor.
 kol_result_t kol_cursor_step_cmd(const kol_line_t& line) {
     const char direction = tm_upper_case(line[1].char_[2]);
@@ -39,11 +39,14 @@ kol_result_t kol_cursor_step_cmd(const kol_line_t& line) {
     return {};
 }
 
-// Moves what the Context page shows; the Results page has no viewport to move.
+// Moves what the page shows.
 kol_result_t kol_viewport_step_cmd(const kol_line_t& line) {
-    if (!is_on_sheet()) return {};
     const char first = line[1].char_[5];
     const int steps = first == '5' ? 5 : first == '2' ? 20 : 80;  // what stands behind does not count
+    if (!is_on_sheet()) {
+        rs_scroll_page(tm_upper_case(line[1].char_[4]), steps);
+        return {};
+    }
     tm_view_step(kol_context_file(), tm_upper_case(line[1].char_[4]), steps);
     tm_shell.redraw_context();
     return {};

@@ -3,6 +3,9 @@
 
 #include "commands/language/command.h"
 
+// cursor.cc
+kol_result_t kol_cursor_cmd(const kol_line_t& line);
+
 // cursor_steps.cc
 kol_result_t kol_cursor_step_cmd(const kol_line_t& line);
 kol_result_t kol_viewport_step_cmd(const kol_line_t& line);
@@ -25,3 +28,6 @@ kol_result_t kol_view_all_cmd(const kol_line_t& line);
 kol_result_t kol_view_area_cmd(const kol_line_t& line);
 kol_result_t kol_view_time_cmd(const kol_line_t& line);
 kol_result_t kol_view_window_cmd(const kol_line_t& line);
+
+// zoom.cc
+kol_result_t kol_zoom_cmd(const kol_line_t& line);

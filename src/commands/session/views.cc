@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "commands/session/handlers.h"
+#include "commands/session/kept_views.h"
 #include "commands/shared/marks.h"
 #include "commands/shared/parameters.h"
 #include "commands/shared/rejections.h"
@@ -29,6 +30,7 @@ kol_rejection_t zoom_trace(const tm_bounds_t& area) {
     const std::int32_t left = std::max(area.xmin, kol_ext.trace_left_x);
     const std::int32_t right = std::min(area.xmax, width - kol_ext.trace_right_x);
     if (right - left < least_area_width) return area_too_narrow;
+    kol_keep_view();
     const std::int32_t begin = kol_trace_time_at(left, width), end = kol_trace_time_at(right, width);
     kol_ext.trace_cur_time = begin;
     kol_ext.trace_scale = std::max((end - begin + kol_trace_divisions - 1) / kol_trace_divisions, 1);
@@ -41,6 +43,7 @@ kol_rejection_t view_area() {
     if (const kol_rejection_t wrong = kol_marked_area(area)) return wrong;
     if (!kol_ext.list_or_trace) return zoom_trace(area);
     if (area.xmax - area.xmin < least_area_width) return area_too_narrow;
+    kol_keep_view();
     kol_ext.list_cur_time = kol_list_time_at(area.ymin);
     return {};
 }
@@ -48,6 +51,7 @@ kol_rejection_t view_area() {
 kol_result_t view_all_of_sheet() {
     const tm_file_index_t file = kol_context_file();
     if (file == 0) return kol_no_sheet;
+    kol_keep_view();
     tm_view_all(file);
     tm_shell.redraw_context();
     return {};
@@ -67,6 +71,7 @@ kol_result_t view_area_of_sheet() {
     if (file == 0) return kol_no_sheet;
     if (unmarked) return unmarked;
     if (is_click(file, area) && kol_follow_tag({area.xmin, area.ymin})) return {};
+    kol_keep_view();
     tm_view_area(file, area);
     tm_shell.redraw_context();
     return {};
@@ -83,6 +88,7 @@ kol_result_t kol_pop_cmd(const kol_line_t& /*line*/) {
 // its first row.
 kol_result_t kol_view_all_cmd(const kol_line_t& /*line*/) {
     if (tm_vext.numpage != tm_page::results) return view_all_of_sheet();
+    kol_keep_view();
     if (kol_ext.list_or_trace) {
         kol_ext.list_cur_time = 0;
     } else {
@@ -106,6 +112,7 @@ kol_result_t kol_view_time_cmd(const kol_line_t& line) {
     if (!kol_begins_with_one_of(view, "LT")) return kol_view_invalid;
     std::int32_t time = 0;
     if (!kol_read_positive_time(line[4], time)) return time_invalid;
+    kol_keep_view();
     (kol_begins_with_one_of(view, "L") ? kol_ext.list_cur_time : kol_ext.trace_cur_time) = time;
     tm_shell.redraw_results();
     return {};

@@ -3,6 +3,7 @@
 
 #include <sys/stat.h>
 
+#include "commands/shared/net_looks.h"
 #include "commands/shared/probe_displays.h"
 #include "commands/shared/sheet_levels.h"
 #include "foundation/context.h"
@@ -96,6 +97,7 @@ tm_string_record_t kol_sheet_directory(std::string_view directory) {
 void kol_show_sheet(tm_file_index_t file) {
     tm_vext.file_id_context = file;
     hide_properties(file);
+    kol_forget_net_looks();
     kol_hang_probes();
     tm_shell.redraw_context();
 }

@@ -8,6 +8,7 @@
 #include "commands/shared/picking.h"
 #include "commands/shared/sheet_levels.h"
 #include "kernel/state.h"
+#include "results/entries/time_cursor.h"
 #include "schematic/object_walk.h"
 #include "schematic/pick.h"
 #include "schematic/probe_display.h"
@@ -44,8 +45,13 @@ bool is_on_sheet(tm_file_index_t file, const kol_probe_signal_rec_t& probe) {
 }
 
 void add_state(const yx_net_record_t& net, std::string& text) {
+    std::int8_t state = 0;
+    if (!rs_shown_state(net, state)) {
+        text += "?";
+        return;
+    }
     char shown[2];
-    kol_state_to_statechar(net.UU.U1.cur_state.state, shown);
+    kol_state_to_statechar(state, shown);
     text.append(shown, 2);
 }
 
@@ -53,8 +59,10 @@ void add_state(const yx_net_record_t& net, std::string& text) {
 void add_bus(const yx_net_record_t& bus, std::string& text) {
     const std::int32_t members = std::abs(bus.UU.U2.net_bus_end - bus.UU.U2.net_bus_start) + 1;
     for (std::int32_t i = members; i-- > 0;) {
-        char shown[2];
-        kol_state_to_statechar(yx_ptrto_net_rec(bus.UU.U2.netind_start + i)->UU.U1.cur_state.state, shown);
+        std::int8_t state = 0;
+        char shown[2] = {'?', ' '};
+        if (rs_shown_state(*yx_ptrto_net_rec(bus.UU.U2.netind_start + i), state))
+            kol_state_to_statechar(state, shown);
         text.push_back(shown[0]);
     }
 }

@@ -6,6 +6,7 @@
 #include "commands/shared/sheet_levels.h"
 #include "commands/sheets/found_objects.h"
 #include "commands/sheets/handlers.h"
+#include "commands/sheets/hierarchy.h"
 #include "foundation/context.h"
 #include "foundation/shell.h"
 #include "schematic/link_file.h"
@@ -118,7 +119,47 @@ void cut_last_name(tm_string_record_t& path) {
     path = tm_string(text.substr(0, keep + 1));
 }
 
+// The sheet above, without a word.
+bool go_up() {
+    const auto level = static_cast<std::int16_t>(kol_ext.file_level_cur - 1);
+    if (level < 1 || !kol_is_file(kol_level(level).file_index)) return false;
+    kol_ext.file_level_cur = level;
+    cut_last_name(kol_ext.cur_sim_path);
+    kol_show_sheet(kol_level(level).file_index);
+    return true;
+}
+
+bool go_down_to(std::string_view name) {
+    const tm_string_record_t wanted = tm_string(name);
+    entered_t entered;
+    find_entered(kol_level_file(), &wanted, entered);
+    return entered.count == 1 && !go_down(entered);
+}
+
+bool is_below(std::string_view path, std::string_view other) {
+    return path.size() >= other.size() &&
+           std::ranges::equal(path.substr(0, other.size()), other, {}, tm_upper_case, tm_upper_case);
+}
+
+bool go_towards(std::string_view path) {
+    while (!is_below(path, tm_view(kol_ext.cur_sim_path)))
+        if (!go_up()) return false;
+    while (tm_view(kol_ext.cur_sim_path).size() < path.size()) {
+        const std::string_view rest = path.substr(tm_view(kol_ext.cur_sim_path).size());
+        if (!go_down_to(rest.substr(0, rest.find('/')))) return false;
+    }
+    return true;
+}
+
 }  // namespace
+
+bool kol_go_to_path(std::string_view path) {
+    if (check(not_to_view_down)) return false;
+    const std::string before(tm_view(kol_ext.cur_sim_path));
+    if (go_towards(path)) return true;
+    go_towards(before);
+    return false;
+}
 
 kol_result_t kol_view_down_cmd(const kol_line_t& line) {
     if (const kol_rejection_t wrong = check(not_to_view_down)) return wrong;

@@ -6,6 +6,7 @@
 #include "commands/shared/sheet_levels.h"
 #include "commands/sheets/found_objects.h"
 #include "commands/sheets/handlers.h"
+#include "commands/sheets/hierarchy.h"
 #include "commands/sheets/page_tags.h"
 #include "commands/sheets/sheet_pages.h"
 #include "foundation/shell.h"
@@ -18,10 +19,11 @@ namespace {
 struct view_t {
     kol_find_objects_t find;
     kol_rejection_t not_found;
+    int names = 1;  // of a path, which the sheet has at its end
 };
 constexpr view_t instance_view{kol_find_instances, {"# !! Error : Instance not found on this sheet ? "}};
 constexpr view_t net_view{kol_find_nets, {"# !! Error : Net not found on this sheet ? "}};
-constexpr view_t pin_view{kol_find_pins, kol_pin_not_found};
+constexpr view_t pin_view{kol_find_pins, kol_pin_not_found, 2};
 
 bool is_on_page(const view_t& view, const kol_page_t& page, const tm_string_record_t& name) {
     tm_file_index_t file = 0;
@@ -53,11 +55,28 @@ bool is_shown_already(const kol_found_objects_t& found) {
     });
 }
 
+// By a full path: the sheet below which it lies, then what is named there.  Where nothing is found the sheet
+// stays.
+kol_found_objects_t find_down(const view_t& view, std::string_view path) {
+    const std::string before(tm_view(kol_ext.cur_sim_path));
+    std::size_t slash = path.size();
+    for (int i = 0; i < view.names && slash != std::string_view::npos && slash > 0; ++i)
+        slash = path.rfind('/', slash - 1);
+    if (!path.starts_with('/') || slash == std::string_view::npos) return {};
+    if (!kol_go_to_path(path.substr(0, slash + 1))) return {};
+    const tm_string_record_t name = tm_string(path.substr(slash + 1));
+    kol_found_objects_t found = view.find(kol_context_file(), name);
+    if (found.empty() && turn_to_page_with(view, name)) found = view.find(kol_context_file(), name);
+    if (found.empty()) kol_go_to_path(before);
+    return found;
+}
+
 kol_result_t view_named(const view_t& view, const tm_string_record_t& name, bool steps) {
     if (kol_context_file() == 0) return kol_no_sheet;
     kol_found_objects_t found = view.find(kol_context_file(), name);
     const bool turns = found.empty() || (steps && is_shown_already(found));
     if (turns && turn_to_page_with(view, name)) found = view.find(kol_context_file(), name);
+    if (found.empty()) found = find_down(view, tm_view(name));
     if (found.empty()) return view.not_found;
     const tm_file_index_t file = kol_context_file();
     std::int32_t count = 0;

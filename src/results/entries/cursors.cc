@@ -1,6 +1,7 @@
 // The cursors of the entries, which follow the state histories of the nets.
 #include "results/entries/cursors.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "results/entries/entry.h"
@@ -49,6 +50,21 @@ void kol_list_get_signextime(yx_signal_rec_t* signal, std::int32_t curtime, std:
 
 void kol_list_get_busnextime(yx_bus_rec_t* bus, std::int32_t curtime, std::int32_t& nextime) {
     find_next_change(bus->signal, curtime, nextime);
+}
+
+std::int32_t rs_change_before(yx_signal_rec_t& signal, std::int32_t time) {
+    if (time < 1) return 0;
+    kol_list_get_sigresult(&signal, time - 1);
+    return signal.list_state_cur == nullptr ? 0 : std::min(signal.list_state_cur->time, time);
+}
+
+std::int32_t rs_change_before(yx_bus_rec_t& bus, std::int32_t time) {
+    std::int32_t latest = 0;
+    kol_for_each_entry(
+        bus.signal,
+        [&](yx_signal_rec_t* signal) { latest = std::max(latest, rs_change_before(*signal, time)); },
+        [&](yx_bus_rec_t* nested) { latest = std::max(latest, rs_change_before(*nested, time)); });
+    return latest;
 }
 
 void kol_list_get_nextime(std::int32_t curtime, std::int32_t& nextime) {

@@ -1,8 +1,11 @@
 // Drawing of the list.
 #include "results/list/view.h"
 
+#include "kernel/history.h"
 #include "results/entries/cursors.h"
 #include "results/entries/geometry.h"
+#include "results/entries/options.h"
+#include "results/entries/time_cursor.h"
 #include "results/list/layout.h"
 #include "results/list/rows.h"
 
@@ -41,11 +44,22 @@ void draw_time(tm_canvas& canvas, std::int32_t row, std::int32_t time) {
               text);
 }
 
+// Whether the state under the signal's cursor was seen to be so.
+bool is_recorded(const yx_signal_rec_t& signal) {
+    return !rs_options.mark_unrecorded || signal.net == nullptr ||
+           signal.list_state_cur->time >= kol_recorded_from(*signal.net);
+}
+
 void draw_value(tm_canvas& canvas, std::int32_t row, const yx_signal_rec_t& signal) {
     const std::string text = kol_list_value_text(signal);
     if (text.empty() || !kol_list_column_shown(signal)) return;
-    draw_text(canvas,
-              {column_offset(signal) + kol_ext.list_sig1r_x0, row_offset(row) + kol_ext.list_sig1r_y0}, text);
+    const tm_pixel at{column_offset(signal) + kol_ext.list_sig1r_x0,
+                      row_offset(row) + kol_ext.list_sig1r_y0};
+    if (is_recorded(signal)) return draw_text(canvas, at, text);
+    const std::int32_t right = at.x + static_cast<std::int32_t>(text.size()) * kol_ext.list_steph;
+    const tm_pixel corners[] = {
+        at, {right, at.y}, {right, at.y + kol_ext.list_stepv}, {at.x, at.y + kol_ext.list_stepv}};
+    canvas.fill(corners, tm_colour::grey);
 }
 
 void draw_members(tm_canvas& canvas, std::int32_t row, const yx_bus_rec_t& bus) {
@@ -119,6 +133,29 @@ void kol_list_write_sigresult(tm_canvas& canvas) {
     for (std::int32_t row = 1; row <= rows; ++row) {
         draw_row(canvas, row, first, time);
         if (!kol_list_next_row_time(time) || time > kol_ext.cur_time) return;
+    }
+}
+
+void rs_draw_list_cursors(tm_canvas& canvas) {
+    struct line_t {
+        const rs_time_cursor_t& cursor;
+        tm_pen pen;
+    };
+    const line_t lines[] = {{rs_cursors.first, {tm_colour::green}},
+                            {rs_cursors.second, {tm_colour::cyan, tm_dash::dashed}}};
+    const std::int32_t rows = rs_list_rows(canvas.height());
+    std::int32_t time = kol_ext.list_cur_time;
+    for (std::int32_t row = 1; row <= rows && kol_list_first_entry() != nullptr; ++row) {
+        std::int32_t next = time;
+        const bool is_last = !kol_list_next_row_time(next) || next > kol_ext.cur_time;
+        for (const auto& [cursor, pen] : lines) {
+            if (!cursor.is_set || cursor.time < time || (cursor.time >= next && !is_last)) continue;
+            const std::int32_t y = row_offset(row) + kol_ext.list_sig1r_y0;
+            for (const std::int32_t edge : {y, y + kol_ext.list_stepv - 1})
+                canvas.segment({0, edge}, {canvas.width() - 1, edge}, pen);
+        }
+        if (is_last) return;
+        time = next;
     }
 }
 

@@ -6,10 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "kernel/history.h"
 #include "kernel/say.h"
 #include "kernel/state.h"
 #include "results/entries/cursors.h"
 #include "results/entries/geometry.h"
+#include "results/entries/options.h"
 #include "results/trace/layout.h"
 
 namespace {
@@ -118,14 +120,21 @@ wave_end wave_at(std::int8_t state, std::int32_t x, std::int32_t middle) {
             drives[drive]};
 }
 
+// Where the waveform begins: at the window's begin, or where the history does.
+std::int32_t begin_of(const yx_signal_rec_t& signal) {
+    if (!rs_options.mark_unrecorded || signal.net == nullptr) return kol_ext.trace_cur_time;
+    return std::max(kol_ext.trace_cur_time, kol_recorded_from(*signal.net));
+}
+
 void draw_waveform(tm_canvas& canvas, yx_signal_rec_t& signal) {
-    kol_trace_get_sigresult(&signal, kol_ext.trace_cur_time);
+    const std::int32_t begin = begin_of(signal);
+    kol_trace_get_sigresult(&signal, begin);
     if (signal.list_state_cur == nullptr || !kol_trace_row_shown(signal, canvas.height())) return;
     const std::int32_t end = plot_end(), middle = kol_trace_row_y(signal.row);
     const std::int32_t width = plot_width_of(canvas.width());
-    if (end <= kol_ext.trace_cur_time) return;
+    if (end <= begin) return;
     yx_list_state_rec_t*& record = signal.list_state_cur;
-    waveform drawn(canvas, wave_at(record->state, kol_ext.trace_left_x, middle));
+    waveform drawn(canvas, wave_at(record->state, x_of(begin, width), middle));
     while (record->next != nullptr && record->next->time <= end) {
         record = record->next;
         drawn.step_to(wave_at(record->state, x_of(record->time, width), middle));
@@ -216,6 +225,12 @@ std::int32_t kol_trace_time_at(std::int32_t x, std::int32_t page_width) {
     const std::int64_t time = kol_ext.trace_cur_time + along * window_span() / width;
     return static_cast<std::int32_t>(std::min<std::int64_t>(time, std::numeric_limits<std::int32_t>::max()));
 }
+
+std::int32_t kol_trace_x_of(std::int32_t time, std::int32_t page_width) {
+    return x_of(time, plot_width_of(page_width));
+}
+
+std::int32_t kol_trace_plot_end() { return plot_end(); }
 
 void kol_set_trace_geometry(std::int32_t bitmap_height) {
     const rs_trace_geometry_t& page = rs_trace_geometry;

@@ -18,5 +18,8 @@ void kol_trace_plot_sigresult(tm_canvas& canvas);
 void kol_trace_plotbusresult(tm_canvas& canvas, yx_bus_rec_t* bus);
 // The time under a place of a page of that width, held within the window.
 std::int32_t kol_trace_time_at(std::int32_t x, std::int32_t page_width);
+// The place of a time on a page of that width, and where waveforms end: at the window's end or the present.
+std::int32_t kol_trace_x_of(std::int32_t time, std::int32_t page_width);
+std::int32_t kol_trace_plot_end();
 // From the height of the drawing bitmap at start-up.
 void kol_set_trace_geometry(std::int32_t bitmap_height);

@@ -1,0 +1,14 @@
+// tm: the status line below the pages: what stands under the pointer, with its value and last change, and where
+// the simulation is; a run shows how far it is.
+#pragma once
+
+#include "app/window/window_record.h"
+
+// At the foot of the window's form; the line.
+Widget status_create(Widget form);
+// Shows soon what there is to show; many calls show it once.
+void status_soon();
+// While a run goes on: shows it now, but not more often than a reader can follow.
+void status_show_run();
+// " path  time" of the simulation, for the title; empty without a status line.
+std::string status_of_simulation();
