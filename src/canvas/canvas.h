@@ -36,7 +36,8 @@ struct tm_canvas {
     virtual ~tm_canvas() = default;
     virtual std::int32_t width() const = 0;
     virtual std::int32_t height() const = 0;
-    // Pixels that stand for one of the usual size, 1/96 inch; what has a size of its own is drawn so much larger.
+    // Pixels that stand for one of the usual size, 1/96 inch; what has a size of its own is drawn so much
+    // larger.
     virtual double scale() const { return 1; }
     virtual void clear() = 0;
     // Connected points; the dash pattern runs on over the corners.

@@ -9,7 +9,7 @@
 namespace {
 
 std::deque<yx_list_state_rec_t> records;
-yx_list_state_rec_t* free_records = nullptr;  // linked through next
+yx_list_state_rec_t* free_records = nullptr;                // linked through next
 std::unordered_map<const yx_net_u1_t*, std::int32_t> late;  // histories that begin behind time 0
 
 yx_list_state_rec_t* take_record() {

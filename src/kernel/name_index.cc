@@ -99,8 +99,8 @@ std::vector<std::string> kol_names_beginning(std::string_view text, std::size_t 
     std::set<std::string, std::less<>> names;
     for (const name_entry_t& entry : idx.by_hash) {
         const std::string_view name = kol_path(entry.string_index);
-        if (name.size() < text.size() || !std::ranges::equal(name.substr(0, text.size()), text, {}, tm_upper_case,
-                                                             tm_upper_case))
+        if (name.size() < text.size() ||
+            !std::ranges::equal(name.substr(0, text.size()), text, {}, tm_upper_case, tm_upper_case))
             continue;
         const std::size_t slash = name.find('/', text.size());
         const std::string_view shown = slash == std::string_view::npos ? name : name.substr(0, slash + 1);

@@ -8,8 +8,8 @@
 #include "results/entries/time_cursor.h"
 #include "results/list/layout.h"
 #include "results/list/view.h"
-#include "results/trace/rows.h"
 #include "results/trace/layout.h"
+#include "results/trace/rows.h"
 #include "results/trace/view.h"
 
 namespace {
@@ -32,7 +32,8 @@ constexpr std::string_view trace_hints[] = {
 };
 
 void write(tm_canvas& canvas, tm_pixel at, std::string_view text, tm_colour colour) {
-    if (!text.empty()) canvas.text(at, text, {colour, rs_list_geometry.column_step, rs_list_geometry.row_step});
+    if (!text.empty())
+        canvas.text(at, text, {colour, rs_list_geometry.column_step, rs_list_geometry.row_step});
 }
 
 // What the cursors say, or what to do on an empty page.

@@ -27,7 +27,8 @@ void look_at(yx_signal_rec_t* entry, yx_bus_rec_t* holder, std::int32_t column, 
             if (entry->bus == nullptr) continue;
             kol_list_place_members(*entry);
             look_at(entry->bus->signal, entry->bus, column, found);
-        } else if (entry->column <= column && column < entry->column + 2 * static_cast<int>(kol_list_value_width())) {
+        } else if (entry->column <= column &&
+                   column < entry->column + 2 * static_cast<int>(kol_list_value_width())) {
             const bool is_packed = holder != nullptr && holder->combine;
             found.entry = is_packed ? rs_entry_t{nullptr, holder} : rs_entry_t{entry, nullptr};
             found.name = tm_view(is_packed ? holder->name : entry->name);

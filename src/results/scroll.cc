@@ -70,9 +70,8 @@ std::int32_t list_span() {
 }
 
 rs_extent_t extent_in_time() {
-    const std::int64_t span = kol_ext.list_or_trace
-                                  ? std::int64_t{list_span()}
-                                  : std::int64_t{kol_trace_divisions} * kol_ext.trace_scale;
+    const std::int64_t span = kol_ext.list_or_trace ? std::int64_t{list_span()}
+                                                    : std::int64_t{kol_trace_divisions} * kol_ext.trace_scale;
     constexpr std::int64_t latest = std::numeric_limits<std::int32_t>::max();
     return {first_time(), static_cast<std::int32_t>(std::min(span, latest)), kol_ext.end_time};
 }
@@ -98,15 +97,16 @@ void scroll_list_rows(std::int32_t rows) {
     std::int32_t time = kol_ext.list_cur_time;
     for (; rows < 0 && previous_row_time(time); ++rows) {
     }
-    for (std::int32_t next = time; rows > 0 && kol_list_next_row_time(next) && next <= kol_ext.cur_time; --rows)
+    for (std::int32_t next = time; rows > 0 && kol_list_next_row_time(next) && next <= kol_ext.cur_time;
+         --rows)
         time = next;
     rs_scroll_to(true, time);
 }
 
 void scroll_by(bool is_vertical, std::int64_t distance) {
-    rs_scroll_to(is_vertical, static_cast<std::int32_t>(std::clamp<std::int64_t>(
-                                  rs_extent(is_vertical).first + distance, 0,
-                                  std::numeric_limits<std::int32_t>::max())));
+    rs_scroll_to(is_vertical,
+                 static_cast<std::int32_t>(std::clamp<std::int64_t>(
+                     rs_extent(is_vertical).first + distance, 0, std::numeric_limits<std::int32_t>::max())));
 }
 
 bool is_shown(bool list) { return kol_ext.list_or_trace == list && tm_vext.numpage == tm_page::results; }

@@ -10,8 +10,8 @@ void kol_cursor_up_1st();
 void kol_cursor_left_1st();
 void kol_cursor_right_1st();
 
-// Moves the view by eightieths of the page, up, down, left or right ('U', 'D', 'L', 'R'), at least by one row,
-// column or time step.
+// Moves the view by eightieths of the page, up, down, left or right ('U', 'D', 'L', 'R'), at least by one
+// row, column or time step.
 void rs_scroll_page(char direction, std::int32_t eightieths);
 
 // How far the view reaches in a direction: time steps, or rows or columns from 1.

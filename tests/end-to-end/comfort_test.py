@@ -136,7 +136,7 @@ class LargeScreen(Window):
     def test_panes_and_the_results_page_follow_the_window(self):
         self.open("LIST B N1\nTRACE N1\nFORCE A N1 1 0\nRUN 1000\n")
         height, header = self.ink()
-        self.assertGreater(height, 1200)
+        self.assertGreater(height, 1100)
         for width, lower, view in ((3000, 500, "LIST"), (1600, 700, "TRACE")):
             self.xdotool("windowsize", self.window, width, 2100 - lower)
             self.send("VIEW WINDOW " + view)
@@ -144,9 +144,9 @@ class LargeScreen(Window):
             time.sleep(1)
             now, lowest = self.ink()
             self.assertLess(now, height - 100)
-            # The header begins at line H / 22 - 10 of 20, the labels stand below H / 42 - 6 rows of 40.
-            top = 20 * (now // 22 - 10) if view == "LIST" else 40 * (now // 42 - 5) + 50 + 12
-            self.assertTrue(top <= lowest <= top + 20, (view, now, lowest, top))
+            # Twice as large: the header begins at line H / 44 - 10 of 40, the labels stand below H / 84 - 6 rows of 80.
+            top = 40 * (now // 44 - 10) if view == "LIST" else 80 * (now // 84 - 5) + 100 + 24
+            self.assertTrue(top <= lowest <= top + 42, (view, now, lowest, top))
 
 
 if __name__ == "__main__":

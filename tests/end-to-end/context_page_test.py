@@ -28,6 +28,7 @@ EMPTY = [(320000, 30000), (140000, 200000), (210000, 225000), (240000, 100000), 
 
 
 class ContextPage(window_session.Window):
+    resources = window_session.PLAIN
     def setUp(self):
         super().setUp()
         subprocess.run([kolv_session.BIN / "example_sheets", self.directory], check=True, stdout=subprocess.DEVNULL)

@@ -4,7 +4,7 @@ signals, the rubber band, resizing, and stopping a run."""
 import time
 import unittest
 
-from window_session import Window
+from window_session import PLAIN, Window
 
 # Pixels on and off.
 SOLID, DASHED, DOTTED, DASH_DOT, DASH_DOT_DOT = (1, 0), (6, 6), (3, 6), (12, 6, 3, 6), (12, 6, 3, 6, 3, 6)
@@ -22,6 +22,7 @@ def dashes(pattern, letter, length):
 
 
 class ResultsPage(Window):
+    resources = PLAIN
     def start(self, *commands):
         self.open("SPIKE CHECK OFF\n" + "\n".join(commands) + "\n")
         self.look()

@@ -7,7 +7,11 @@ import unittest
 
 from kolv_session import Display, expand, work_directory
 
-TITLE = "^kolv  "
+TITLE = "^kolv  |^ Logic Simulator"
+# What the shipped resource file adds to the page as the program itself has it.
+PLAIN = "".join("Kolv*%s: false\n" % name for name in (
+    "scalePages", "busValues", "markUnrecorded", "hints", "scrollBars", "statusLine", "wheelScrolls", "sheetShowsStates",
+    "pickedByPath"))
 BLACK = "." * 200  # only a drawing page has such lines, frames of the focus are thinner
 
 COLOURS = {b"\0\0\0": ".", b"\xff\xff\xff": "w", b"\xff\xff\0": "y", b"\xff\0\0": "r", b"\0\xff\xff": "c"}
@@ -41,6 +45,7 @@ class Window(unittest.TestCase):
     design = "designs/iscas85/c17.json"
     screen, dpi = "1024x768x24", 96
     manager = ["openbox"]
+    resources = ""
     user = None  # whose program it is; the superuser may everything
 
     def setUp(self):
@@ -50,7 +55,7 @@ class Window(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.directory = pathlib.Path(folder.name)
         expand(self.design, self.directory / "design_yx")
-        (self.directory / ".Xdefaults").write_text("Xft.dpi: %d\n" % self.dpi)
+        (self.directory / ".Xdefaults").write_text("Xft.dpi: %d\n%s" % (self.dpi, self.resources))
         if self.manager:
             manager = subprocess.Popen(self.manager, env=self.display.environment(self.directory),
                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)

@@ -3,10 +3,11 @@
 import time
 import unittest
 
-from window_session import Window
+from window_session import PLAIN, Window
 
 
 class UnderAWindowManager(Window):
+    resources = PLAIN
     def test_typed_commands_run_and_their_results_are_drawn(self):
         self.open("SPIKE CHECK OFF\n")
         drawn = self.picture().white_dots() + 300  # what the frame has, and the least that a table needs
@@ -100,6 +101,7 @@ class UnderAWindowManager(Window):
 
 
 class WithoutAWindowManager(Window):
+    resources = PLAIN
     manager = None
 
     def test_typed_commands_run(self):

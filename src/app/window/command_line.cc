@@ -45,7 +45,8 @@ std::vector<std::string> lines_of(const std::string& text) {
     for (std::size_t i = 0; i < before; ++i) head += words[i] + " ";
     std::vector<std::string> lines{head};
     for (std::size_t i = before; i < words.size(); ++i) {
-        if (lines.back().size() + words[i].size() > longest_echo && lines.back() != head) lines.push_back(head);
+        if (lines.back().size() + words[i].size() > longest_echo && lines.back() != head)
+            lines.push_back(head);
         lines.back() += words[i] + " ";
     }
     return lines;

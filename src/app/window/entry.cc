@@ -127,8 +127,10 @@ void complete_action(Widget entry, XEvent*, String*, Cardinal*) {
 void use_own_keys() {
     static char history[] = "entry-history", paste_name[] = "entry-paste", copy[] = "entry-copy",
                 complete[] = "entry-complete";
-    static XtActionsRec actions[] = {
-        {history, history_action}, {paste_name, paste_action}, {copy, copy_action}, {complete, complete_action}};
+    static XtActionsRec actions[] = {{history, history_action},
+                                     {paste_name, paste_action},
+                                     {copy, copy_action},
+                                     {complete, complete_action}};
     XtAppAddActions(tm_window.app, actions, XtNumber(actions));
     XtOverrideTranslations(tm_window.entrycmd,
                            XtParseTranslationTable("<Key>osfUp: entry-history(-)\n"

@@ -176,7 +176,8 @@ std::size_t button_action(unsigned button, bool released) {
 tm_string_record_t wheel_text(unsigned button) {
     constexpr char directions[] = {'U', 'D', 'L', 'R'};
     std::string name = {'W', directions[(button - Button4) % std::size(directions)]};
-    if (tm_vext.state != 0) name += tm_vext.state == ShiftMask ? 'S' : tm_vext.state == ControlMask ? 'C' : 'A';
+    if (tm_vext.state != 0)
+        name += tm_vext.state == ShiftMask ? 'S' : tm_vext.state == ControlMask ? 'C' : 'A';
     tm_string_record_t text;
     bool known = false;
     tm_get_key_action(tm_string(name), text, known);
@@ -258,7 +259,7 @@ void input_use_wheel() {
         const char *key, *text;
     };
     constexpr wheel_row rows[] = {
-        {"WU", "$VPTU5 "},  {"WD", "$VPTD5 "},  {"WL", "$VPTL5 "},          {"WR", "$VPTR5 "},
+        {"WU", "$VPTU5 "},  {"WD", "$VPTD5 "},  {"WL", "$VPTL5 "},           {"WR", "$VPTR5 "},
         {"WUS", "$VPTL5 "}, {"WDS", "$VPTR5 "}, {"WUC", "ZOOM IN POINTER "}, {"WDC", "ZOOM OUT POINTER "},
     };
     bool known = false;

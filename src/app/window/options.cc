@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "app/window/window_record.h"
+#include "commands/shared/picking.h"
 #include "results/entries/geometry.h"
 #include "results/entries/options.h"
 
@@ -27,17 +28,22 @@ constexpr switch_row switches[] = {
     {"scrollBars", offsetof(window_options_t, scroll_bars)},
     {"statusLine", offsetof(window_options_t, status_line)},
     {"wheelScrolls", offsetof(window_options_t, wheel_scrolls)},
+    {"pickedByPath", offsetof(window_options_t, picked_by_path)},
     {"sheetShowsStates", offsetof(window_options_t, sheet_shows_states)},
 };
-constexpr std::array<const char*, tm_colours> colour_names = {
-    "pageBlack",  "pageRed",     "pageGreen", "pageBlue", "pageCyan",
-    "pageYellow", "pageMagenta", "pageWhite", "pageGrey"};
+constexpr std::array<const char*, tm_colours> colour_names = {"pageBlack",   "pageRed",   "pageGreen",
+                                                              "pageBlue",    "pageCyan",  "pageYellow",
+                                                              "pageMagenta", "pageWhite", "pageGrey"};
 
 // The value stays as it is when the resource is not set.
 template <typename Value>
 void read(const char* name, const char* type, Value* value) {
-    XtResource row = {const_cast<char*>(name), const_cast<char*>(name), const_cast<char*>(type),
-                      sizeof(Value), 0, const_cast<char*>(XtRImmediate),
+    XtResource row = {const_cast<char*>(name),
+                      const_cast<char*>(name),
+                      const_cast<char*>(type),
+                      sizeof(Value),
+                      0,
+                      const_cast<char*>(XtRImmediate),
                       reinterpret_cast<XtPointer>(XtArgVal(*value))};
     XtGetApplicationResources(tm_window.top_window, value, &row, 1, nullptr, 0);
 }
@@ -52,9 +58,9 @@ void window_options_read() {
         read(row.name, XtRBoolean, reinterpret_cast<Boolean*>(base + row.offset));
     read("traceRowHeight", XtRInt, &options.trace_row_height);
     read("colourScheme", XtRString, &options.scheme);
-    for (std::size_t i = 0; i < tm_colours; ++i)
-        read(colour_names[i], XtRString, &options.colours[i]);
+    for (std::size_t i = 0; i < tm_colours; ++i) read(colour_names[i], XtRString, &options.colours[i]);
     rs_scale_geometry(window_page_scale(), options.trace_row_height);
+    kol_picked_by_path = options.picked_by_path != False;
     rs_options = {options.bus_values != False, options.mark_unrecorded != False, options.hints != False};
 }
 

@@ -19,6 +19,7 @@ struct window_options_t {
     Boolean scroll_bars = False;            // of the Results page
     Boolean status_line = False;            // below the pages
     Boolean wheel_scrolls = False;          // else it does what button 3 does
+    Boolean picked_by_path = False;         // LIST and TRACE call what is pointed at by its path
     Boolean sheet_shows_states = False;     // wires take the colours of their states
     int trace_row_height = 40;              // pixels at the usual resolution
     String scheme = nullptr;                // of colours: "light", else the dark one

@@ -30,7 +30,8 @@ slider slider_of(bool is_vertical) {
         return {std::clamp(extent.first - 1, 0, all - shown), shown, all};
     }
     const std::int64_t all = std::max<std::int64_t>({extent.end, std::int64_t{extent.first} + 1, 1});
-    const int shown = static_cast<int>(std::clamp<std::int64_t>(fine * std::int64_t{extent.shown} / all, 1, fine));
+    const int shown =
+        static_cast<int>(std::clamp<std::int64_t>(fine * std::int64_t{extent.shown} / all, 1, fine));
     const int first = static_cast<int>(std::int64_t{fine} * extent.first / all);
     return {std::clamp(first, 0, fine - shown), shown, fine};
 }
@@ -54,8 +55,8 @@ Widget create_bar(Widget form, bool is_vertical) {
     const auto width = static_cast<Dimension>(usual_width * window_text_scale());
     Widget bar = XtVaCreateManagedWidget(
         is_vertical ? "verticalBar" : "horizontalBar", xmScrollBarWidgetClass, form, XmNorientation,
-        is_vertical ? XmVERTICAL : XmHORIZONTAL, is_vertical ? XmNwidth : XmNheight, width, XmNtraversalOn, False,
-        XmNrightAttachment, XmATTACH_FORM, XmNbottomAttachment, XmATTACH_FORM,
+        is_vertical ? XmVERTICAL : XmHORIZONTAL, is_vertical ? XmNwidth : XmNheight, width, XmNtraversalOn,
+        False, XmNrightAttachment, XmATTACH_FORM, XmNbottomAttachment, XmATTACH_FORM,
         is_vertical ? XmNtopAttachment : XmNleftAttachment, XmATTACH_FORM,
         is_vertical ? XmNbottomOffset : XmNrightOffset, int{width}, nullptr);
     XtAddCallback(bar, XmNvalueChangedCallback, moved_cb, nullptr);

@@ -1,5 +1,5 @@
-// tm: the scroll bars of the Results page, one for the time and one across it: rows of the trace, columns of the
-// list.
+// tm: the scroll bars of the Results page, one for the time and one across it: rows of the trace, columns of
+// the list.
 #pragma once
 
 #include "app/window/window_record.h"

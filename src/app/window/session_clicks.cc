@@ -12,7 +12,9 @@
 
 namespace {
 
-bool is_of_path(char c) { return c > ' ' && c != '"' && c != '\'' && c != ',' && c != ';' && c != '(' && c != ')'; }
+bool is_of_path(char c) {
+    return c > ' ' && c != '"' && c != '\'' && c != ',' && c != ';' && c != '(' && c != ')';
+}
 
 // The path in the text at a place; empty when there is none.
 std::string path_at(std::string_view text, std::size_t at) {
@@ -30,7 +32,8 @@ std::string line_around(Widget text, XmTextPosition at, std::size_t& column) {
     constexpr XmTextPosition reach = 200;
     const XmTextPosition from = std::max<XmTextPosition>(at - reach, 0);
     char bytes[8 * reach];
-    if (XmTextGetSubstring(text, from, static_cast<int>(std::min(2 * reach, XmTextGetLastPosition(text) - from)),
+    if (XmTextGetSubstring(text, from,
+                           static_cast<int>(std::min(2 * reach, XmTextGetLastPosition(text) - from)),
                            sizeof bytes, bytes) == XmCOPY_FAILED)
         return {};
     column = static_cast<std::size_t>(at - from);
@@ -55,8 +58,8 @@ void click_handler(Widget text, XtPointer, XEvent* event, Boolean*) {
     constexpr int still = 4;  // pixels: else something was selected
     if (std::abs(button.x - press.x) > still || std::abs(button.y - press.y) > still) return;
     std::size_t column = 0;
-    const std::string line =
-        line_around(text, XmTextXYToPos(text, static_cast<Position>(button.x), static_cast<Position>(button.y)), column);
+    const std::string line = line_around(
+        text, XmTextXYToPos(text, static_cast<Position>(button.x), static_cast<Position>(button.y)), column);
     const std::string path = path_at(line, column);
     if (path.empty() || kol_context_file() == 0) return;
     if (tm_vext.numpage != tm_page::context) kol_send_command(" POP ");
@@ -66,5 +69,6 @@ void click_handler(Widget text, XtPointer, XEvent* event, Boolean*) {
 }  // namespace
 
 void session_watch_clicks() {
-    XtAddEventHandler(tm_window.textsession, ButtonPressMask | ButtonReleaseMask, False, click_handler, nullptr);
+    XtAddEventHandler(tm_window.textsession, ButtonPressMask | ButtonReleaseMask, False, click_handler,
+                      nullptr);
 }

@@ -39,8 +39,8 @@ std::string joined(const std::string& name, const std::string& value, std::int32
 }
 
 std::string text_of_results() {
-    const rs_pointed_t found = rs_pointed({tm_vext.pixel_pos.x, tm_vext.pixel_pos.y}, tm_vext.bitmap_size.xmax,
-                                          tm_vext.bitmap_size.ymax);
+    const rs_pointed_t found = rs_pointed({tm_vext.pixel_pos.x, tm_vext.pixel_pos.y},
+                                          tm_vext.bitmap_size.xmax, tm_vext.bitmap_size.ymax);
     if (!found.entry) return {};
     const std::int32_t time = std::min(found.time, kol_ext.cur_time);
     std::int32_t since = 0;
@@ -68,8 +68,9 @@ void show_all(XtPointer, XtIntervalId*) {
 
 Widget create_label(Widget form, const char* name) {
     const tm_xm_string blank(" ");
-    return XtVaCreateManagedWidget(name, xmLabelWidgetClass, form, XmNlabelString, blank.get(), XmNtopAttachment,
-                                   XmATTACH_FORM, XmNbottomAttachment, XmATTACH_FORM, nullptr);
+    return XtVaCreateManagedWidget(name, xmLabelWidgetClass, form, XmNlabelString, blank.get(),
+                                   XmNtopAttachment, XmATTACH_FORM, XmNbottomAttachment, XmATTACH_FORM,
+                                   nullptr);
 }
 
 }  // namespace
@@ -81,8 +82,9 @@ Widget status_create(Widget form) {
     simulation = create_label(line, "simulation");
     XtVaSetValues(simulation, XmNrightAttachment, XmATTACH_FORM, nullptr);
     pointed = create_label(line, "pointed");
-    XtVaSetValues(pointed, XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_WIDGET, XmNrightWidget,
-                  simulation, XmNalignment, XmALIGNMENT_BEGINNING, XmNrecomputeSize, False, nullptr);
+    XtVaSetValues(pointed, XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_WIDGET,
+                  XmNrightWidget, simulation, XmNalignment, XmALIGNMENT_BEGINNING, XmNrecomputeSize, False,
+                  nullptr);
     return line;
 }
 

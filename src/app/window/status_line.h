@@ -1,5 +1,5 @@
-// tm: the status line below the pages: what stands under the pointer, with its value and last change, and where
-// the simulation is; a run shows how far it is.
+// tm: the status line below the pages: what stands under the pointer, with its value and last change, and
+// where the simulation is; a run shows how far it is.
 #pragma once
 
 #include "app/window/window_record.h"

@@ -31,9 +31,9 @@
 #include "app/window/pages.h"
 #include "app/window/pauses.h"
 #include "app/window/scroll_bars.h"
-#include "app/window/status_line.h"
 #include "app/window/session_text.h"
 #include "app/window/sheet_dialog.h"
+#include "app/window/status_line.h"
 #include "app/window/window_record.h"
 #include "app/window/window_resources.h"
 #include "app/window/x_canvas.h"
@@ -176,18 +176,16 @@ void create_session_text(Widget parent) {
 }
 
 void create_panes(Widget parent, Widget above, Widget below) {
-    tm_window.rowcol =
-        XtVaCreateManagedWidget("rowcol", xmPanedWindowWidgetClass, parent, XmNtopAttachment, XmATTACH_WIDGET,
-                                XmNtopWidget, above, XmNbottomAttachment, below != nullptr ? XmATTACH_WIDGET : XmATTACH_FORM,
-                                XmNbottomWidget, below, XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment,
-                                XmATTACH_FORM, nullptr);
+    tm_window.rowcol = XtVaCreateManagedWidget(
+        "rowcol", xmPanedWindowWidgetClass, parent, XmNtopAttachment, XmATTACH_WIDGET, XmNtopWidget, above,
+        XmNbottomAttachment, below != nullptr ? XmATTACH_WIDGET : XmATTACH_FORM, XmNbottomWidget, below,
+        XmNleftAttachment, XmATTACH_FORM, XmNrightAttachment, XmATTACH_FORM, nullptr);
     tm_window.tabStack =
         XtVaCreateManagedWidget("tabStack", xmTabStackWidgetClass, tm_window.rowcol, XmNpaneMinimum,
                                 least_pane, XmNpaneMaximum, most_pane, XmNtraversalOn, False, nullptr);
     create_page(0, "resultsPage");
     create_page(1, "contextPage");
-    if (window_options().scroll_bars)
-        scroll_bars_create(tm_window.page_form[0], tm_window.drawarea[0]);
+    if (window_options().scroll_bars) scroll_bars_create(tm_window.page_form[0], tm_window.drawarea[0]);
     tm_window.curdrawarea = tm_window.drawarea[0];
     XtAddCallback(tm_window.tabStack, XmNtabSelectedCallback, cb_tabstack_page_change, nullptr);
     create_session_text(tm_window.rowcol);

@@ -13,7 +13,7 @@
 namespace {
 
 using palette_t = std::array<const char*, tm_colours>;
-constexpr palette_t dark_palette = {"black", "red",    "green",   "blue",  "cyan",
+constexpr palette_t dark_palette = {"black",  "red",     "green", "blue",   "cyan",
                                     "yellow", "magenta", "white", "#303438"};
 // On paper and for eyes that a dark ground tires; all but the ground stand out from white at 4.5 : 1 or more.
 constexpr palette_t light_palette = {"white",   "#b80000", "#006a1c", "#0000c8", "#006078",
@@ -115,8 +115,8 @@ void allocate(std::size_t index) {
     for (const char* const name : {chosen, usual})
         if (XAllocNamedColor(tm_window.dpy, DefaultColormap(tm_window.dpy, screen), name, &colour, &exact))
             return;
-    colour.pixel = (index == 0) == !is_light ? BlackPixel(tm_window.dpy, screen)
-                                             : WhitePixel(tm_window.dpy, screen);
+    colour.pixel =
+        (index == 0) == !is_light ? BlackPixel(tm_window.dpy, screen) : WhitePixel(tm_window.dpy, screen);
 }
 
 // The server's own font, one character to a cell, where the stroke font is not installed.

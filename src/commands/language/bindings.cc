@@ -92,11 +92,8 @@ struct key_family {
     tm_string_record_t* (*find)(std::string_view rest_of_name);
 };
 constexpr key_family key_families[] = {
-    {"B", find_button},
-    {"F", find_function_key},
-    {"A", find_arrow},
-    {"W", find_wheel},
-    {"CNTL_", find_control_key},
+    {"B", find_button}, {"F", find_function_key},    {"A", find_arrow},
+    {"W", find_wheel},  {"CNTL_", find_control_key},
 };
 
 tm_string_record_t* find_action(const tm_string_record_t& key) {
@@ -136,7 +133,8 @@ void list_wheel() {
         for (std::size_t modifier = 0; modifier < std::size(wheel_modifiers); ++modifier) {
             const tm_string_record_t& text = wheel[direction][modifier];
             const std::string name = {'w', arrow_letters[direction]};
-            if (text.len > 0) show_text("#   \"" + name + std::string(wheel_modifiers[modifier]) + "\" : '", text);
+            if (text.len > 0)
+                show_text("#   \"" + name + std::string(wheel_modifiers[modifier]) + "\" : '", text);
         }
 }
 

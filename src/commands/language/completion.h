@@ -1,5 +1,5 @@
-// kol: completion of what is being typed.  The last word of a line is completed to what all its choices have in
-// common: command words from the command table, behind them the names of the design, of user buses and of
+// kol: completion of what is being typed.  The last word of a line is completed to what all its choices have
+// in common: command words from the command table, behind them the names of the design, of user buses and of
 // probes.
 #pragma once
 

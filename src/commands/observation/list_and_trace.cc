@@ -68,7 +68,7 @@ kol_result_t show_picked(const view_t& view, const kol_line_t& line, std::int16_
     const auto no_point = static_cast<std::int16_t>(line.nkeyword + 1);
     kol_rejection_t wrong = kol_pick_net(view.pick, no_point, line, picked);
     kol_found_signal_t found;
-    if (!wrong) picked.name = kol_name_of_net(*picked.net, picked.name);
+    if (!wrong && kol_picked_by_path) picked.name = kol_name_of_net(*picked.net, picked.name);
     const bool is_known = !wrong && kol_find_signal(picked.name, found);
     if (is_known) wrong = show_found(view, found, radix);
     if (is_known) tm_shell.redraw_results();
@@ -76,7 +76,8 @@ kol_result_t show_picked(const view_t& view, const kol_line_t& line, std::int16_
     return kol_result_t(wrong).then({"# Net_name : \"", tm_view(picked.name), "\" "});
 }
 
-// What was not watched in the run is not known: a note for the user, which is no line of the session's record.
+// What was not watched in the run is not known: a note for the user, which is no line of the session's
+// record.
 void note_late_histories(const view_t& view) {
     const yx_signal_rec_t* const newest = kol_ext.*view.newest;
     if (!rs_options.mark_unrecorded || newest == nullptr || kol_ext.cur_time < 1) return;

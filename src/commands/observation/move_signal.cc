@@ -47,7 +47,9 @@ std::int32_t column_under_pointer() {
 std::int32_t row_under_pointer() {
     const tm_bounds_t& area = tm_vext.bitmap_size;
     const std::int32_t y = kol_ext.trace_stepv / 2 + tm_vext.pixel_pos.y - area.ymin - kol_ext.trace_sig1r_y0;
-    return held(y / kol_ext.trace_stepv, 0, (area.ymax - area.ymin) / rs_trace_geometry.row_pitch - rs_trace_geometry.rows_below) + kol_ext.trace_cur_row;
+    return held(y / kol_ext.trace_stepv, 0,
+                (area.ymax - area.ymin) / rs_trace_geometry.row_pitch - rs_trace_geometry.rows_below) +
+           kol_ext.trace_cur_row;
 }
 
 yx_signal_rec_t* entry_at(yx_signal_rec_t* newest, std::int32_t position) {

@@ -19,7 +19,8 @@ constexpr kol_rejection_t time_invalid{"# !! Error : Invalid time "};
 constexpr kol_rejection_t no_signal{"# !! Error : Signal is neither in LIST nor in TRACe ? "};
 constexpr kol_rejection_t none_at_pointer{"# !! Error : No Signal at the pointer ? "};
 constexpr kol_rejection_t no_change{"# !! Warning : no further change "};
-constexpr kol_rejection_t switch_invalid{"# !! Error : 3rd parameter invalid ( should be : \"ON\" or \"OFF\" ) "};
+constexpr kol_rejection_t switch_invalid{
+    "# !! Error : 3rd parameter invalid ( should be : \"ON\" or \"OFF\" ) "};
 
 std::vector<yx_net_record_t*> followed;  // nets of probes whose histories are kept to be shown
 
@@ -49,6 +50,14 @@ rs_entry_t entry_of(const yx_signal_rec_t& record) {
                           : rs_entry_t{const_cast<yx_signal_rec_t*>(&record), nullptr};
 }
 
+// By the name that the view shows, whatever the simulation path is now.
+yx_signal_rec_t* entry_named(const tm_string_record_t& name) {
+    for (yx_signal_rec_t* entry : {kol_ext.trace_signal, kol_ext.list_signal})
+        for (; entry != nullptr; entry = entry->previous)
+            if (tm_string_iden_string(entry->name, name)) return entry;
+    return nullptr;
+}
+
 kol_rejection_t find_entry(const kol_line_t& line, rs_entry_t& entry) {
     if (line.nkeyword > 3) return kol_count_invalid;
     if (line.nkeyword == 2) {
@@ -57,7 +66,8 @@ kol_rejection_t find_entry(const kol_line_t& line, rs_entry_t& entry) {
     }
     yx_signal_rec_t* record = nullptr;
     if (kol_find_tracesig_inrec(line[3], record) == 0 && kol_find_listsig_inrec(line[3], record) == 0)
-        return no_signal;
+        record = entry_named(line[3]);
+    if (record == nullptr) return no_signal;
     entry = entry_of(*record);
     return {};
 }
@@ -77,7 +87,8 @@ kol_result_t step(bool forward, const kol_line_t& line) {
     if (const kol_rejection_t wrong = find_entry(line, entry)) return wrong;
     std::int32_t change = 0;
     const std::int32_t from = rs_cursors.first.is_set ? rs_cursors.first.time : kol_ext.trace_cur_time;
-    const bool found = forward ? rs_next_change(entry, from, change) : rs_previous_change(entry, from, change);
+    const bool found =
+        forward ? rs_next_change(entry, from, change) : rs_previous_change(entry, from, change);
     if (!found) return no_change;
     rs_cursors.first = {true, change};
     show_cursor();
@@ -128,6 +139,7 @@ kol_result_t kol_cursor_cmd(const kol_line_t& line) {
     kol_result_t result = act(line);
     if (result) return result;
     tm_shell.redraw_results();
-    if (rs_cursors.probes_follow || (line.nkeyword > 1 && is_word("PROBES", line[2]))) tm_shell.redraw_context();
+    if (rs_cursors.probes_follow || (line.nkeyword > 1 && is_word("PROBES", line[2])))
+        tm_shell.redraw_context();
     return result;
 }

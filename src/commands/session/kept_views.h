@@ -1,5 +1,5 @@
-// kol: the views that were shown.  Before a command changes what a page shows, what it shows is kept, the last
-// kol_most_kept_views of both pages together; ZOOM BACK returns to them.
+// kol: the views that were shown.  Before a command changes what a page shows, what it shows is kept, the
+// last kol_most_kept_views of both pages together; ZOOM BACK returns to them.
 #pragma once
 
 #include <cstddef>

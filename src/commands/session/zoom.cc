@@ -35,7 +35,8 @@ void zoom_trace(bool in, bool at_pointer) {
     const std::int64_t fixed = fixed_time(at_pointer), before = kol_ext.trace_scale;
     const std::int64_t scale =
         std::clamp<std::int64_t>(in ? before / factor : before * factor, 1, most_scale);
-    const std::int64_t first = fixed - (fixed - kol_ext.trace_cur_time) * scale / std::max<std::int64_t>(before, 1);
+    const std::int64_t first =
+        fixed - (fixed - kol_ext.trace_cur_time) * scale / std::max<std::int64_t>(before, 1);
     kol_ext.trace_scale = static_cast<std::int32_t>(scale);
     kol_ext.trace_cur_time = static_cast<std::int32_t>(
         std::clamp<std::int64_t>(first, 0, std::numeric_limits<std::int32_t>::max()));

@@ -41,7 +41,8 @@ tm_wire_look_t look_of_state(std::int8_t state) {
     constexpr std::int16_t undriven = 0, floating = 1;
     std::int16_t value = 0, drive = 0;
     kol_state_to_valdrive(state, value, drive);
-    if (drive == floating || (drive == undriven && value != kol_vi)) return {tm_colour::cyan, tm_dash::dashed};
+    if (drive == floating || (drive == undriven && value != kol_vi))
+        return {tm_colour::cyan, tm_dash::dashed};
     return of_value[value];
 }
 

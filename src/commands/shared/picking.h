@@ -26,6 +26,8 @@ kol_rejection_t kol_pick_net(const kol_pick_words_t& words, std::int16_t k, cons
                              kol_picked_net_t& picked);
 // The net of the wire within the pick aperture of a point; false: there is none, or the design has it not.
 bool kol_net_near(const tm_point_t& at, kol_picked_net_t& picked);
+// Whether LIST and TRACE call a picked net by its path, else by the number that it has on the sheet.
+inline bool kol_picked_by_path = false;
 // The path by which the net is known, or the other name when it has none.
 tm_string_record_t kol_name_of_net(const yx_net_record_t& net, const tm_string_record_t& otherwise);
 // The level and its sheet alone.

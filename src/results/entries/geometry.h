@@ -1,7 +1,7 @@
 // rs: the geometry of the Results page.  What the page has room for follows its present size; the places of
 // header, labels and grid are set once (kol_set_list_geometry, kol_set_trace_geometry) and stand in kol_ext.
-// Lengths are pixels.  Rows and columns are counted with pitches that leave some room to what they take.  On a
-// finer screen all lengths are larger (rs_scale_geometry).
+// Lengths are pixels.  Rows and columns are counted with pitches that leave some room to what they take.  On
+// a finer screen all lengths are larger (rs_scale_geometry).
 #pragma once
 
 #include <algorithm>
@@ -46,8 +46,7 @@ inline void rs_scale_geometry(double scale, std::int32_t row_step) {
     const std::int32_t below = scaled(trace.rows_below * trace.row_pitch);
     rs_trace_geometry.row_step = scaled(std::clamp(row_step, trace.text_height, 10 * trace.row_step));
     rs_trace_geometry.row_pitch = rs_trace_geometry.row_step + scaled(trace.row_pitch - trace.row_step);
-    rs_trace_geometry.rows_below =
-        (below + rs_trace_geometry.row_pitch - 1) / rs_trace_geometry.row_pitch;
+    rs_trace_geometry.rows_below = (below + rs_trace_geometry.row_pitch - 1) / rs_trace_geometry.row_pitch;
     rs_trace_geometry.text_height = scaled(trace.text_height);
     rs_trace_geometry.left = scaled(trace.left);
     rs_trace_geometry.top = scaled(trace.top);

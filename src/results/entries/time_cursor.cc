@@ -61,8 +61,8 @@ std::string rs_cursor_text() {
     if (!first.is_set || !second.is_set) return text;
     const std::int64_t difference = std::abs(std::int64_t{second.time} - first.time);
     const double units = static_cast<double>(difference) * yx_sext.time_step / kol_ext.scale_user_unit;
-    text += "  DIFF " + kol_time_text(static_cast<std::int32_t>(std::min<std::int64_t>(
-                            difference, std::numeric_limits<std::int32_t>::max())));
+    text += "  DIFF " + kol_time_text(static_cast<std::int32_t>(
+                            std::min<std::int64_t>(difference, std::numeric_limits<std::int32_t>::max())));
     char inverse[32];
     std::snprintf(inverse, sizeof inverse, "  1/DIFF %.4g", units > 0 ? 1 / units : 0.0);
     return units > 0 ? text + inverse : text;

@@ -1,5 +1,5 @@
-// rs: the cursors in time.  Owns the two times that the user has marked, and says what the entries of the views
-// show at a time and when they change.  Times are time steps.
+// rs: the cursors in time.  Owns the two times that the user has marked, and says what the entries of the
+// views show at a time and when they change.  Times are time steps.
 #pragma once
 
 #include <cstdint>

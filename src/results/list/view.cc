@@ -53,8 +53,7 @@ bool is_recorded(const yx_signal_rec_t& signal) {
 void draw_value(tm_canvas& canvas, std::int32_t row, const yx_signal_rec_t& signal) {
     const std::string text = kol_list_value_text(signal);
     if (text.empty() || !kol_list_column_shown(signal)) return;
-    const tm_pixel at{column_offset(signal) + kol_ext.list_sig1r_x0,
-                      row_offset(row) + kol_ext.list_sig1r_y0};
+    const tm_pixel at{column_offset(signal) + kol_ext.list_sig1r_x0, row_offset(row) + kol_ext.list_sig1r_y0};
     if (is_recorded(signal)) return draw_text(canvas, at, text);
     const std::int32_t right = at.x + static_cast<std::int32_t>(text.size()) * kol_ext.list_steph;
     const tm_pixel corners[] = {

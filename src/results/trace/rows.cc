@@ -10,7 +10,8 @@
 namespace {
 
 constexpr std::size_t most_value = 20;  // characters beside a name
-constexpr tm_pen first_pen = {tm_colour::green, tm_dash::solid}, second_pen = {tm_colour::cyan, tm_dash::dashed};
+constexpr tm_pen first_pen = {tm_colour::green, tm_dash::solid},
+                 second_pen = {tm_colour::cyan, tm_dash::dashed};
 
 void visit_bus(yx_bus_rec_t& bus, std::int32_t page_height, const rs_on_row_t& on_row) {
     bool is_named = false;
@@ -38,7 +39,8 @@ void fill(tm_canvas& canvas, tm_pixel from, tm_pixel to, tm_colour colour) {
 }
 
 // A value between two places of its row; nothing where not even a digit and the sign of a cut fit.
-void draw_value(tm_canvas& canvas, std::string text, std::int32_t from, std::int32_t to, std::int32_t middle) {
+void draw_value(tm_canvas& canvas, std::string text, std::int32_t from, std::int32_t to,
+                std::int32_t middle) {
     const std::int32_t margin = cell_width() / 3;
     const std::int32_t room = (to - from - 2 * margin) / cell_width();
     if (text.empty() || room < 1) return;
@@ -68,8 +70,7 @@ void draw_bus(tm_canvas& canvas, const rs_entry_t& entry, std::int16_t row) {
 }
 
 void draw_cursor(tm_canvas& canvas, const rs_time_cursor_t& cursor, const tm_pen& pen) {
-    const std::int64_t end =
-        kol_ext.trace_cur_time + std::int64_t{kol_trace_divisions} * kol_ext.trace_scale;
+    const std::int64_t end = kol_ext.trace_cur_time + std::int64_t{kol_trace_divisions} * kol_ext.trace_scale;
     if (!cursor.is_set || cursor.time < kol_ext.trace_cur_time || cursor.time > end) return;
     const std::int32_t x = kol_trace_x_of(cursor.time, canvas.width());
     canvas.segment({x, kol_ext.trace_sig1r_y0 - kol_ext.trace_stepv / 2}, {x, kol_ext.trace_sig1t_y0}, pen);
@@ -78,8 +79,7 @@ void draw_cursor(tm_canvas& canvas, const rs_time_cursor_t& cursor, const tm_pen
 // Below the name where a row is high enough, else over the end of it.
 void draw_value_beside(tm_canvas& canvas, const rs_entry_t& entry, std::int16_t row) {
     const std::string text = rs_value_at(entry, rs_cursors.first.time).substr(0, most_value);
-    const std::int32_t name_y =
-        kol_trace_row_y(row) + kol_ext.trace_sig1n_y0 - kol_ext.trace_sig1r_y0;
+    const std::int32_t name_y = kol_trace_row_y(row) + kol_ext.trace_sig1n_y0 - kol_ext.trace_sig1r_y0;
     const bool is_below = kol_ext.trace_stepv >= 2 * kol_ext.trace_height;
     const auto width = static_cast<std::int32_t>(text.size()) * cell_width();
     tm_pixel at{canvas.width() - kol_ext.trace_sig1n_x0, name_y + kol_ext.trace_height};
