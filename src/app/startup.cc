@@ -1,11 +1,13 @@
 // The window's part in a session.
 #include "app/startup.h"
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
 #include "app/window/leaving.h"
+#include "app/window/options.h"
 #include "app/window/pauses.h"
 #include "app/window/shell_hooks.h"
 #include "app/window/window.h"
@@ -37,7 +39,16 @@ tm_bounds_t create_window() {
     return bitmap;
 }
 
+// The pointer reaches as far on a fine screen as on a usual one.
+void scale_aperture() {
+    const auto scaled = [](std::int32_t length) {
+        return static_cast<std::int32_t>(std::lround(length * window_page_scale()));
+    };
+    tm_vext.pick_aperture = {scaled(tm_vext.pick_aperture.x), scaled(tm_vext.pick_aperture.y)};
+}
+
 void serve_user() {
+    scale_aperture();
     leaving_mark_saved();
     tm_win_flush();
     if (!tm_vext.end_flag) tm_win_main_loop();

@@ -14,7 +14,8 @@ PLAIN = "".join("Kolv*%s: false\n" % name for name in (
     "pickedByPath"))
 BLACK = "." * 200  # only a drawing page has such lines, frames of the focus are thinner
 
-COLOURS = {b"\0\0\0": ".", b"\xff\xff\xff": "w", b"\xff\xff\0": "y", b"\xff\0\0": "r", b"\0\xff\xff": "c"}
+COLOURS = {b"\0\0\0": ".", b"\xff\xff\xff": "w", b"\xff\xff\0": "y", b"\xff\0\0": "r", b"\0\xff\xff": "c", b"\0\xff\0": "g",
+           b"\x30\x34\x38": "e"}
 
 
 class Picture:

@@ -31,12 +31,16 @@ constexpr const char* help_results =
     "TRACE name ...       adds signals to the waveforms\n"
     "VIEW WINDOW LIST     shows the table          (F5)\n"
     "VIEW WINDOW TRACE    shows the waveforms      (F4)\n\n"
-    "Zoom in    draw a rectangle over the waveforms with the left button\n"
-    "Zoom out   VIEW ALL  (<Shift>F12),  SCALE TRACE TIME time  (<Shift>F4)\n"
-    "Move       arrow keys over the page: up and down in the table, left and right\n"
-    "           in the waveforms;  VIEW TIME TRACE time  (F6),  VIEW TIME LIST time  (F7)\n"
+    "Zoom in    draw a rectangle over the waveforms with the left button, or <Cntl>wheel;  ZOOM IN\n"
+    "Zoom out   VIEW ALL  (<Shift>F12),  SCALE TRACE TIME time  (<Shift>F4),  ZOOM OUT,  ZOOM BACK\n"
+    "Move       arrow keys over the page, the wheel, the scroll bars\n"
+    "           VIEW TIME TRACE time  (F6),  VIEW TIME LIST time  (F7)\n"
+    "Cursor     the middle button (<Shift>: the second one);  CURSOR time,  CURSOR NEXT name\n"
     "Plot       PLOT TRACE file,  HARDCOPY file   (.png, .svg, .pdf, HP-GL)\n\n"
-    "POP goes from the Results page to the Context page and back.\n";
+    "POP goes from the Results page to the Context page and back.\n\n"
+    "Colours of wires on sheets\n"
+    "0  green      1  yellow      x  magenta      i  red, dashed\n"
+    "Z  cyan, dashed              buses and selected wires keep their own\n";
 
 // clang-format off
 constexpr menu_row rows[] = {

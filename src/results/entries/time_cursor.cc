@@ -44,7 +44,7 @@ std::string rs_value_at(const rs_entry_t& entry, std::int32_t time) {
     std::int8_t state = 0;
     for (yx_signal_rec_t* const signal : signals_of(entry)) {
         if (!read_state(*signal, time, state)) return {};
-        if (time < kol_recorded_from(*signal->net)) return "?";
+        if (signal->net != nullptr && time < kol_recorded_from(*signal->net)) return "?";
         bits += kol_bit_of_state(state);
     }
     if (entry.bus != nullptr) return rs_value_text(bits, radix_of(*entry.bus));

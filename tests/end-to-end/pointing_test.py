@@ -1,0 +1,94 @@
+#!/usr/bin/env python3
+"""The window as a place to point at things: cursors, zoom and wheel, completion, paths that are clicked, what was not
+recorded, and leaving after a save; on a usual screen without a window manager and on a fine one with it."""
+import shutil
+import time
+import unittest
+
+import kolv_session
+import window_session
+
+
+class Usual(window_session.Window):
+    screen, dpi, scale, manager = "1920x1080x24", 96, 1, None
+
+    def setUp(self):
+        super().setUp()
+        for file in (kolv_session.SOURCE / "examples/uart").glob("*.cmd"):
+            shutil.copy(file, self.directory)
+        kolv_session.expand("examples/uart/uart.json", self.directory / "design_yx", "--sheets")
+
+    def shown(self, word):
+        """The time of the newest line of a kind in the transcript."""
+        times = [line.split()[-1] for line in self.transcript() if line.startswith(word)]
+        return float(times[-1]) if times else -1
+
+    def after(self, word, *keys):
+        before = sum(line.startswith(word) for line in self.transcript())
+        self.xdotool(*keys)
+        self.wait_for(lambda: sum(line.startswith(word) for line in self.transcript()) > before, word)
+        time.sleep(0.3)
+        return self.shown(word)
+
+    def line_at(self, x):
+        """How many dots of the column show the colour of the cursor."""
+        return sum(line[x] == "g" for line in self.page())
+
+    def test_a_day_of_pointing(self):
+        self.open("DO show.cmd\n")
+        self.wait_for(lambda: self.transcript().count("# End of DO ") >= 7, "the examples' commands")
+        self.send("VIEW WINDOW TRACE")
+        self.see(" VIEw WINdow TRACE ", 2)
+        time.sleep(0.5)
+        width, x, y = len(self.page()[0]), 400 * self.scale, 50 * self.scale
+        per_pixel = 18000 / (width - 300 * self.scale)
+        self.move_to(x, y)
+        clicked = self.after(" CURsor", "click", "2")
+        self.assertAlmostEqual(clicked, (x - 24 * self.scale) * per_pixel, delta=per_pixel)
+        self.assertGreater(self.line_at(x), 200)
+        self.after(" CURsor SECOND", "mousemove_relative", "50", "0", "keydown", "shift", "click", "2", "keyup", "shift")
+        whole = self.page()
+        self.xdotool("mousemove_relative", "--", "-50", "0")
+        self.after(" ZOOm IN POINTER", "keydown", "ctrl", "click", "4", "keyup", "ctrl")
+        self.assertGreater(self.line_at(x), 200, "what is under the pointer stays there")
+        self.send("ZOOM BACK")
+        self.see(" ZOOm BACK ")
+        time.sleep(0.3)
+        self.assertEqual(self.page(), whole)
+        before = self.after(" CURsor", "key", "ctrl+p")
+        self.assertGreater(self.after(" CURsor", "key", "ctrl+n"), before)
+
+        self.xdotool("type", "cur"), self.xdotool("key", "Tab"), self.xdotool("type", "off"), self.xdotool("key", "Return")
+        self.see(" CURsor off ")
+        grey = sum(line.count("e") for line in self.page())
+        self.xdotool("type", "TRACE /fifo/ful"), self.xdotool("key", "Tab", "Return")
+        self.see(" TRACe /fifo/full ")
+        self.xdotool("type", "--delay", "3", "TRACE" + " write read clk" * 10), self.xdotool("key", "Return")
+        self.wait_for(lambda: sum(line.startswith(" TRACe write") for line in self.transcript()) > 1, "several lines")
+        self.xdotool("click", "--repeat", "30", "5")  # to the last rows
+        time.sleep(0.5)
+        self.assertGreaterEqual(sum(line.count("e") for line in self.page()), grey)
+
+        self.send("STATUS PROBE")
+        self.wait_for(lambda: any('"/fifo/' in line or "/empty" in line for line in self.transcript()), "a path")
+        self.send("LIST B /fifo/full")
+        self.see(" LIST B /fifo/full ")
+        height = int(self.xdotool("getwindowgeometry", "--shell", self.window)[-2].split("=")[1])
+        for up in range(30 * self.scale, 120 * self.scale, 6 * self.scale):
+            self.xdotool("mousemove", "--window", self.window, 95 * self.scale, height - up, "click", 1)
+            if self.transcript()[-1].startswith(" VIEw NET /"):
+                break
+        self.wait_for(lambda: self.transcript()[-1].startswith(" VIEw NET /fifo/full"), "the way to a net")
+        self.assertIn("/fifo/", " ".join(self.xdotool("getwindowname", self.window)))
+        self.send("SAVE STATE kept")
+        self.see(" SAVe STAte kept ")
+        self.xdotool("key", "ctrl+c")
+        self.expect_end()
+
+
+class Fine(Usual):
+    screen, dpi, scale, manager = "3840x2160x24", 192, 2, ["openbox"]
+
+
+if __name__ == "__main__":
+    unittest.main()
