@@ -112,6 +112,10 @@ def results():
             session.send("VIEW WINDOW TRACE", " VIEw WINdow TRACE ")
             session.send("VIEW ALL", " VIEw ALl ")
             session.picture("trace")
+            session.xdotool("mousemove", 345, 250, "click", 2, "mousemove", 505, 250, "keydown", "shift", "click", 2,
+                            "keyup", "shift")
+            session.picture("cursors")
+            session.send("CURSOR OFF", " CURsor OFF ")
             session.xdotool("mousemove", 280, 175, "mousedown", 1, "sleep", "0.3", "mousemove", 430, 390)
             session.picture("zoom")
             session.xdotool("mouseup", 1)

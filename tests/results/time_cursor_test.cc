@@ -1,7 +1,8 @@
-// Cursors in time: what stands beside names and in waveforms, where the changes are, and what the page scrolls to.
+// Cursors in time: what stands beside names and in waveforms, where the changes are, and what the page
+// scrolls to.
+#include "results/entries/time_cursor.h"
 #include "list_table.h"
 #include "results/entries/options.h"
-#include "results/entries/time_cursor.h"
 #include "results/pointed.h"
 
 namespace {
@@ -28,7 +29,8 @@ TEST_F(marked_times, buses_show_their_values_where_they_fit_and_a_sign_where_not
     kol_update_darea_edit(canvas);
     std::vector<std::string> values;
     for (const std::string& text : canvas.texts)
-        if (text.find(",77 ") != std::string::npos) values.push_back(text);  // 13 above the middle of row 2, at 90
+        if (text.find(",77 ") != std::string::npos)
+            values.push_back(text);  // 13 above the middle of row 2, at 90
     EXPECT_EQ(values, (std::vector<std::string>{"28,77 01", "178,77 1F", "298,77 1E", "337,77 xx"}));
     kol_ext.trace_scale = 1000, canvas.clear();  // 18 pixels for the first value, 12 for the next
     kol_update_darea_edit(canvas);
@@ -51,8 +53,8 @@ TEST_F(marked_times, changes_are_found_both_ways_and_rows_at_the_pointer) {
     struct {
         const rs_entry_t& entry;
         std::int32_t from, next, previous;  // 0: none
-    } const cases[] = {{a, 0, 300, 0},     {a, 300, 1700, 0},  {a, 301, 1700, 300}, {a, 1700, 0, 300},
-                       {bus, 0, 500, 0},   {bus, 950, 1010, 900}, {bus, 1030, 0, 1010}};
+    } const cases[] = {{a, 0, 300, 0},   {a, 300, 1700, 0},     {a, 301, 1700, 300}, {a, 1700, 0, 300},
+                       {bus, 0, 500, 0}, {bus, 950, 1010, 900}, {bus, 1030, 0, 1010}};
     for (const auto& [entry, from, next, previous] : cases) {
         std::int32_t found = 0;
         EXPECT_EQ(rs_next_change(entry, from, found) ? found : 0, next) << from;

@@ -40,11 +40,13 @@ std::string line_around(Widget text, XmTextPosition at, std::size_t& column) {
     return bytes;
 }
 
+// The command that shows what has the path; null: nothing of the design has it.
 const char* command_for(const std::string& path) {
     const tm_string_record_t name = tm_string(path);
-    if (kol_find_named(name).pin != 0) return " VIEW PIN ";
     yx_net_record_t* net = nullptr;
-    return kol_find_net(name, net) != 0 ? " VIEW NET " : " VIEW INSTANCE ";
+    if (kol_find_named(name).pin != 0) return " VIEW PIN ";
+    if (kol_find_net(name, net) != 0) return " VIEW NET ";
+    return kol_names_beginning(path + "/", 1).empty() ? nullptr : " VIEW INSTANCE ";
 }
 
 void click_handler(Widget text, XtPointer, XEvent* event, Boolean*) {
@@ -61,9 +63,10 @@ void click_handler(Widget text, XtPointer, XEvent* event, Boolean*) {
     const std::string line = line_around(
         text, XmTextXYToPos(text, static_cast<Position>(button.x), static_cast<Position>(button.y)), column);
     const std::string path = path_at(line, column);
-    if (path.empty() || kol_context_file() == 0) return;
+    const char* const command = path.empty() || kol_context_file() == 0 ? nullptr : command_for(path);
+    if (command == nullptr) return;
     if (tm_vext.numpage != tm_page::context) kol_send_command(" POP ");
-    kol_send_command(command_for(path) + path + " ");
+    kol_send_command(command + path + " ");
 }
 
 }  // namespace
