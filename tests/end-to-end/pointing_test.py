@@ -36,7 +36,7 @@ class Usual(window_session.Window):
         self.send("VIEW WINDOW TRACE")
         self.see(" VIEw WINdow TRACE ", 2)
         time.sleep(0.5)
-        width, x, y = len(self.page()[0]), 400 * self.scale, 50 * self.scale
+        width, x, y = len(self.page()[0]), 400 * self.scale, 130 * self.scale
         per_pixel = 18000 / (width - 300 * self.scale)
         self.move_to(x, y)
         clicked = float(self.after(" CURsor", "click", "2"))
@@ -59,7 +59,7 @@ class Usual(window_session.Window):
         grey = sum(line.count("e") for line in self.page())
         self.xdotool("type", "TRACE /fifo/ful"), self.xdotool("key", "Tab", "Return")
         self.see(" TRACe /fifo/full ")
-        self.xdotool("type", "--delay", "3", "TRACE" + " write read clk" * 10), self.xdotool("key", "Return")
+        self.xdotool("type", "--delay", "3", "TRACE" + " write empty clk" * 10), self.xdotool("key", "Return")
         self.wait_for(lambda: sum(line.startswith(" TRACe write") for line in self.transcript()) > 1, "several lines")
         self.xdotool("click", "--repeat", "30", "5")  # to the last rows
         time.sleep(0.5)

@@ -1,6 +1,8 @@
 // Cursors in time: what stands beside names and in waveforms, where the changes are, and what the page
 // scrolls to.
 #include "results/entries/time_cursor.h"
+#include <algorithm>
+
 #include "list_table.h"
 #include "results/entries/options.h"
 #include "results/pointed.h"
@@ -29,9 +31,9 @@ TEST_F(marked_times, buses_show_their_values_where_they_fit_and_a_sign_where_not
     kol_update_darea_edit(canvas);
     std::vector<std::string> values;
     for (const std::string& text : canvas.texts)
-        if (text.find(",77 ") != std::string::npos)
-            values.push_back(text);  // 13 above the middle of row 2, at 90
-    EXPECT_EQ(values, (std::vector<std::string>{"28,77 01", "178,77 1F", "298,77 1E", "337,77 xx"}));
+        if (text.find(",80 ") != std::string::npos)
+            values.push_back(text);  // 10 above the middle of row 2
+    EXPECT_EQ(values, (std::vector<std::string>{"28,80 01", "178,80 1F", "298,80 1E", "337,80 xx"}));
     kol_ext.trace_scale = 1000, canvas.clear();  // 18 pixels for the first value, 12 for the next
     kol_update_darea_edit(canvas);
     EXPECT_TRUE(std::ranges::none_of(canvas.texts, [](const auto& text) { return text.ends_with(" 01"); }));
