@@ -1,4 +1,3 @@
-# A session without a user: runs the command file $ARG1, leaves a picture of the screen in $ARG2, ends.
+# Runs the command file $ARG1 and leaves a picture of the page in $ARG2.
 DO $ARG1
-SYSTEM "import -window root $ARG2"
-QUIT
+HARDCOPY $ARG2

@@ -119,7 +119,7 @@ void tm_repeat_trace_at_end(std::FILE* const* stream) { traces.push_back(stream)
 void tm_repeat_traces() {
     for (std::FILE* const* const stream : traces)
         if (const std::string line = tm_last_line(*stream); !line.empty())
-            std::fprintf(stderr, "%s\n", line.c_str());
+            std::fprintf(stderr, "# last trace line : %s\n", line.c_str());
 }
 
 void tm_run_program(const char* program, std::string argument) {

@@ -24,15 +24,25 @@ constexpr int file_mode = 0660;
 constexpr std::int32_t probe_delay = 10;  // milliseconds
 constexpr std::int32_t line_max = 198;
 
+// Whether what is there may be opened at all.  A FIFO is not opened to see: its writer would meet that reader.
+bool is_source(const std::string& path) {
+    struct stat info {};
+    return ::stat(path.c_str(), &info) != 0 || S_ISREG(info.st_mode) ||
+           (tm_streams_are_read && S_ISFIFO(info.st_mode));
+}
+
+bool is_fifo(const std::string& path) {
+    struct stat info {};
+    return ::stat(path.c_str(), &info) == 0 && S_ISFIFO(info.st_mode);
+}
+
 // Whether the path can be opened as a file; without rdoly the file exists afterwards.
 bool probe(const std::string& path, bool rdoly) {
+    if (!is_source(path)) return false;
+    if (is_fifo(path)) return ::access(path.c_str(), R_OK) == 0;
     const int fd = xfopen(path.c_str(), (rdoly ? O_RDONLY : O_CREAT) | O_NONBLOCK | O_NOCTTY, file_mode);
     if (fd < 0) return false;
-    struct stat info {};
-    const bool is_file = fstat(fd, &info) == 0 &&
-                         (S_ISREG(info.st_mode) || (tm_streams_are_read && S_ISFIFO(info.st_mode)));
     xfclose(fd);
-    if (!is_file) return false;
     xdelayms(probe_delay);
     return true;
 }

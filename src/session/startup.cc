@@ -151,7 +151,10 @@ void take_timing_range() {
     if (word.len == 0) return;
     const std::int16_t range = timing_range(word);
     if (range == 0) {
-        std::printf("\n !!! error invalid parameter : should be : \"MIn\" or \"TYp\" or \"MAx\" \n\n");
+        constexpr const char* message =
+            " !!! error invalid parameter : should be : \"MIn\" or \"TYp\" or \"MAx\" ";
+        std::printf("\n%s\n\n", message);
+        tm_trace("%s", message);
         tm_fatal(invalid_string);
     }
     kol_ext.sim_range_type = range;

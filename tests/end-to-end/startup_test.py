@@ -15,7 +15,9 @@ from kolv_session import BIN, SOURCE, Display, work_directory
 ABORTED, KILLED = -6, -9
 FATAL = " ?? error in tm_package  code : %d\n ?? error  : %30s\n"
 BANNER = "\n            ######   KOLV   version 2.02  22 mar 2004   ###### \n"
-BAD_RANGE = "\n !!! error invalid parameter : should be : \"MIn\" or \"TYp\" or \"MAx\" \n\n" + FATAL % (69, "invalid_string")
+REPEATED = "# last trace line : "  # on standard error
+NO_RANGE = " !!! error invalid parameter : should be : \"MIn\" or \"TYp\" or \"MAx\" \n"
+BAD_RANGE = "\n" + NO_RANGE + "\n" + FATAL % (69, "invalid_string") + REPEATED + NO_RANGE
 SUMMARY = "\n -- KOLV  Execution complete...%s, %s --\n"
 NO_TRACE_FILE = "!!! ( kolv_root ) impossible to open debugfile  : \"%s\" \n"
 
@@ -89,7 +91,7 @@ class StartUp(unittest.TestCase):
             (trace, in_use, not_writable % trace, 0),
             (simulator_trace, None, NO_TRACE_FILE % "debug_kolv2" + fatal, ABORTED),
             (simulator_trace, in_use, not_writable % "debug_kolv2", 0),
-            (transcript, None, BANNER + no_transcript + fatal, ABORTED),
+            (transcript, None, BANNER + no_transcript + fatal + REPEATED + no_transcript, ABORTED),
         ]
         for path, target, lines, status in rows:
             with self.subTest(path=path, target=target):

@@ -17,11 +17,9 @@ constexpr row_t rows[] = {
     {"UNKNOWN COMMAND", bt_kind::error},
     {"IMPOSSIBLE TO ", bt_kind::error},
     {"NO SHEET AVAILABLE", bt_kind::error},
+    {"CHECK : ", bt_kind::error},
     {"MORE THAN ", bt_kind::broken},
     {"SIMULATION BREAKED REQUEST", bt_kind::broken},
-    {"SETUP TIME VIOLATION", bt_kind::violation},
-    {"HOLD TIME VIOLATION", bt_kind::violation},
-    {"MIN TIME ", bt_kind::violation},
     {"WARNING : HAZARD", bt_kind::hazard},
     {"SPIKE ON ", bt_kind::spike},
     {"WARNING", bt_kind::warning},
@@ -46,6 +44,7 @@ bt_kind bt_kind_of(std::string_view line) {
     if (!line.starts_with("!!")) return bt_kind::none;
     skip(line, '!');
     skip(line, ' ');
+    if (line.find(" Violation on pin") != line.npos) return bt_kind::violation;
     const auto* const found =
         std::ranges::find_if(rows, [line](const row_t& row) { return begins_with(line, row.begins); });
     return found == std::end(rows) ? bt_kind::none : found->kind;
