@@ -36,7 +36,9 @@ std::string type_name(std::string_view family) {
 xp_cell_look look_of(const xp_cell_type& type, std::size_t input_bits) {
     const std::vector<std::string_view> functions = functions_of(type.formula);
     const bool is_reduction = type.shape == xp_shape::reduce, is_of_one_word = type.inputs.size() == 1;
-    xp_cell_look look{sg_form::box, false, type.shape == xp_shape::memory ? "MEM" : type_name(type.name)};
+    xp_cell_look look{sg_form::box, false, type_name(type.name)};
+    if (type.shape == xp_shape::memory) return {sg_form::memory, false, "MEM"};
+    if (type.shape == xp_shape::table) look.form = sg_form::table;
     if (functions.empty() || !is_of_one_function(functions) || (is_reduction && !is_of_one_word)) return look;
     const xp_function_look function = xp_look_of_function(functions[0]);
     look.form = is_reduction && input_bits == 1 ? sg_form::buffer : function.form;
@@ -57,14 +59,17 @@ xp_cell_look xp_look_of(std::string_view type, std::size_t input_bits) {
 }
 
 xp_cell_look xp_look_of_library(const xp_library_cell& cell) {
-    xp_cell_look look{sg_form::box, false, cell.name};
+    xp_cell_look look{cell.registers.empty() ? sg_form::table : sg_form::box, false, cell.name};
     if (cell.parts.size() != 1) return look;
     const xp_plan_gate& last = cell.parts[0].gates.back();
     const bool is_inverted_tristate = cell.parts[0].gates.size() == 2 && xp_is_tristate(last.model) &&
                                       cell.parts[0].gates[0].pins.size() == 1;
     if (cell.parts[0].gates.size() > 1 && !is_inverted_tristate) return look;
     const xp_function_look shape = xp_look_of_model(last.model);
-    look.form = last.pins.size() == 1 ? sg_form::buffer : shape.form;
+    if (last.pins.size() == 1)
+        look.form = sg_form::buffer;
+    else if (shape.form != sg_form::box)
+        look.form = shape.form;
     look.is_inverted = shape.is_inverted || is_inverted_tristate;
     return look;
 }

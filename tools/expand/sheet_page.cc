@@ -12,7 +12,8 @@
 namespace {
 
 // Of a page whose names are read when the window, as it opens on a usual screen, shows the whole.
-constexpr std::size_t thrifty_most = 3;
+constexpr int thrift_most = 3;  // how sparing a page may be with wires
+constexpr std::size_t thrifty_pins = 3;
 constexpr double readable_width = 2.5e6, readable_height = 9.6e5;
 constexpr std::size_t shown_name = 24;  // longer INST names are not shown
 
@@ -72,7 +73,8 @@ xp_net_style style_of(const xp_pager& p, const xp_page_net& net, const xp_sheet_
     if (ends == 1) return xp_net_style::alone;
     if (pins > xp_wired_most || (net.is_control && pins > 2)) return xp_net_style::tags;
     if (p.thrift > 0 && net.drivers.empty() && !net.readers.empty()) return xp_net_style::tags;
-    if (p.thrift > 1 && pins > thrifty_most) return xp_net_style::tags;
+    if (p.thrift > 1 && pins + static_cast<std::size_t>(p.thrift) > thrifty_pins + 2)
+        return xp_net_style::tags;
     if (!is_driven && net.readers.size() <= xp_tagged_most) return xp_net_style::tags;
     if (net.readers.empty() && net.ports.empty() && net.drivers.size() == 1) return xp_net_style::tags;
     return xp_net_style::wires;
@@ -264,7 +266,7 @@ double size_of(const sg_drawing& drawing) {
 
 void xp_draw_page(const xp_sheet_plan& plan, std::int32_t page, const std::vector<std::string>& symbol_paths,
                   sg_drawing& drawing) {
-    for (int thrift = 0; thrift < 3; ++thrift) {
+    for (int thrift = 0; thrift <= thrift_most; ++thrift) {
         sg_drawing tried;
         xp_pager p{plan, page, tried, thrift, {}, {}, {}, {}, {}, {}};
         draw(p, symbol_paths);

@@ -11,9 +11,11 @@ namespace {
 constexpr const char* program = "yosys";
 
 // Between the choice of the top module and the netlist.  Tri-state buffers are found before anything takes
-// their "z" for a value that does not matter; behind "coarse" synth would make registers of memories.
+// their "z" for a value that does not matter, and in words of their own width, else a sum (32 bits) hides
+// them; behind "coarse" synth would make registers of memories.
 constexpr std::string_view recipe =
     "proc\n"
+    "wreduce\n"
     "tribuf\n"
     "synth -run coarse:fine\n"
     "opt -fast -full\n"

@@ -224,11 +224,25 @@ void draw_box_pin(artist& a, const sg_pin_kind& pin, std::int32_t y, std::int32_
     line(a, {edge, y}, {a.s.width, y}, pin.is_bus);
 }
 
+// The heads of tables and memories, between the name and the pins.
+constexpr std::int32_t head = 4700, word_width = 4000;
+constexpr std::int32_t words_beside = 3;
+
+void draw_head(artist& a, std::int32_t edge, std::int32_t top) {
+    if (a.kind.form == sg_form::box) return;
+    line(a, {back, head}, {edge, head});
+    if (a.kind.form != sg_form::memory) return;
+    for (std::int32_t word = 1; word <= words_beside; ++word)
+        for (const std::int32_t x : {back + word * word_width, edge - word * word_width})
+            line(a, {x, head}, {x, top});
+}
+
 void draw_box(artist& a) {
     const std::int32_t names =
         sg_text_width(longest_name(a.kind, false) + longest_name(a.kind, true) + 2, sg_pin_text);
     const std::string& shown = a.kind.type.empty() ? a.kind.model : a.kind.type;
-    const std::int32_t title = sg_text_width(shown.size() + 1, sg_pin_text);
+    const std::int32_t title = sg_text_width(shown.size() + 1, sg_pin_text) +
+                               (a.kind.form == sg_form::memory ? 2 * words_beside * word_width : 0);
     const std::int32_t inner = up_to_pitch(std::max({names + 4000, title, 30000}));
     const std::int32_t edge = back + inner, top = 15000;
     a.s.width = edge + back;
@@ -237,6 +251,7 @@ void draw_box(artist& a) {
         draw_box_pin(a, pin, -sg_pitch * (pin.is_right ? right++ : left++), edge);
     const std::int32_t bottom = -sg_pitch * (std::max({left, right, 1}) - 1) - 8000;
     path(a, {{back, top}, {edge, top}, {edge, bottom}, {back, bottom}, {back, top}});
+    draw_head(a, edge, top);
     a.s.above = top + inst_room;
     a.s.below = -bottom + 2000;
     a.s.inst = {{back, top + gap}, sg_text, true};
@@ -274,6 +289,8 @@ void sg_draw_symbol(const sg_symbol_kind& kind, sg_symbol& symbol) {
         case sg_form::tristate:
             return draw_tristate(a);
         case sg_form::box:
+        case sg_form::table:
+        case sg_form::memory:
             return draw_box(a);
         case sg_form::joint:
             return draw_joint(a);

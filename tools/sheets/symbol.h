@@ -1,8 +1,8 @@
 // sg_symbol: what the cells of a sheet look like.  Owns the shapes: gates with their distinctive outlines, a
 // bubble for an inverted output or input; multiplexers as trapezoids, switches as triangles, everything else
-// as a box with the names of its pins, clocks with a wedge; joints of thick wires are room for their bars.
-// Pins lie on rows of sg_pitch, inputs at x = 0, outputs at x = width; the origin is on the row of the
-// output, or of the first pin of a box.
+// as a box with the names of its pins, clocks with a wedge, tables with a line below their name, memories
+// with words beside it; joints of thick wires are room for their bars. Pins lie on rows of sg_pitch, inputs
+// at x = 0, outputs at x = width; the origin is on the row of the output, or of the first pin of a box.
 #pragma once
 
 #include <string>
@@ -19,7 +19,18 @@ constexpr std::int32_t sg_text_width(std::size_t characters, std::int32_t height
     return static_cast<std::int32_t>(characters) * height / 5 * 3;
 }
 
-enum class sg_form : std::uint8_t { and_gate, or_gate, xor_gate, buffer, multiplexer, tristate, box, joint };
+enum class sg_form : std::uint8_t {
+    and_gate,
+    or_gate,
+    xor_gate,
+    buffer,
+    multiplexer,
+    tristate,
+    box,
+    table,
+    memory,
+    joint
+};
 
 struct sg_pin_kind {
     std::string name;  // with its range when it is a bus
