@@ -5,6 +5,7 @@
 
 #include "expand/expand.h"
 #include "expand/sdf_annotate.h"
+#include "expand/sdf_read.h"
 #include "fuzz/targets.h"
 #include "netlist/design_file.h"
 #include "support/places/places.h"

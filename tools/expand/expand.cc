@@ -10,6 +10,7 @@
 #include "expand/buses_out.h"
 #include "expand/design_out.h"
 #include "expand/memories_out.h"
+#include "expand/sdf_read.h"
 #include "expand/sheets.h"
 #include "expand/verilog.h"
 #include "foundation/replacement.h"

@@ -7,7 +7,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "expand/sdf.h"
+#include "expand/sdf_read.h"
 
 namespace {
 

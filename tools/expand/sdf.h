@@ -61,10 +61,3 @@ struct xp_sdf {
     std::vector<xp_sdf_entry> entries;
     std::map<std::string, std::size_t, std::less<>> left_out;  // by keyword
 };
-
-// seconds_per_step: what one step of the design lasts.
-void xp_read_sdf(const std::string& path, double seconds_per_step, xp_sdf& sdf, xp_status& status);
-// The same from sdf.text.
-void xp_parse_sdf(double seconds_per_step, xp_sdf& sdf, xp_status& status);
-// "1ps", "10 ns", "0.1us": seconds; 0 for a text that is none.
-double xp_seconds_of(std::string_view text);

@@ -1,5 +1,5 @@
 // The grammar of SDF, by its parentheses.
-#include "expand/sdf.h"
+#include "expand/sdf_read.h"
 
 #include <algorithm>
 #include <charconv>
