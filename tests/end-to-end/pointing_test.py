@@ -65,20 +65,20 @@ class Usual(window_session.Window):
         time.sleep(0.5)
         self.assertGreaterEqual(sum(line.count("e") for line in self.page()), grey)
 
-        self.send("STATUS PROBE")
-        self.wait_for(lambda: any('"/fifo/' in line or "/empty" in line for line in self.transcript()), "a path")
-        self.send("LIST B /fifo/full")
-        self.see(" LIST B /fifo/full ")
+        path = "/fifo/read_pointer/at_reg[0]/D"
+        self.send("LIST B " + path)
+        self.see(" LIST B %s " % path)
         height = int(self.xdotool("getwindowgeometry", "--shell", self.window)[-2].split("=")[1])
         for up in range(30 * self.scale, 120 * self.scale, 6 * self.scale):
             self.xdotool("mousemove", "--window", self.window, 95 * self.scale, height - up, "click", 1)
-            if self.transcript()[-1].startswith(" VIEw NET /"):
+            time.sleep(0.1)
+            if self.transcript()[-1].startswith(" VIEw PIN "):
                 break
-        self.wait_for(lambda: self.transcript()[-1].startswith(" VIEw NET /fifo/full"), "the way to a net")
-        self.assertIn("/fifo/", " ".join(self.xdotool("getwindowname", self.window)))
+        self.see(" VIEw PIN %s " % path)
+        self.wait_for(lambda: "/fifo/read_pointer/" in self.xdotool("getwindowname", self.window), "the path in the title")
         self.send("SAVE STATE kept")
         self.see(" SAVe STAte kept ")
-        self.xdotool("key", "ctrl+c")
+        self.xdotool("mousemove", "--window", self.window, x, 200 * self.scale, "key", "ctrl+c")
         self.expect_end()
 
 
