@@ -15,7 +15,7 @@ import window_session
 
 ACTIONS = int(sys.argv.pop(1)) if len(sys.argv) > 1 and sys.argv[1].isdigit() else 500
 SEED = int(sys.argv.pop(1)) if len(sys.argv) > 1 and sys.argv[1].isdigit() else int(os.environ.get("KOLV_SEED", 7))
-BETWEEN_CHECKS = 25
+BETWEEN_CHECKS = 12
 
 COMMANDS = """VIEW WINDOW LIST|VIEW WINDOW TRACE|VIEW ALL|POP|RUN 400|RUN|LIST B clk tx|LIST D dout|TRACE write full din
 TRACE /fifo/full|LIST B /fifo/empty|CURSOR 900|CURSOR SECOND 4000|CURSOR NEXT tx|CURSOR PREVIOUS clk|CURSOR OFF
@@ -40,6 +40,8 @@ class RandomUser(window_session.Window):
         self.random = random.Random(SEED)
         self.size = 1000, 800
         self.done = []
+        self.checks = 0
+        self.random.shuffle(COMMANDS)
 
     def do(self, *arguments):
         self.done.append(" ".join(map(str, arguments)))
@@ -114,6 +116,10 @@ class RandomUser(window_session.Window):
         return self.page()
 
     def check(self):
+        """Behind a command, which are all taken in turn; whatever it was, the page shows it."""
+        self.do("type", "--delay", "2", COMMANDS[self.checks % len(COMMANDS)])
+        self.do("key", "Return")
+        self.checks += 1
         self.close_dialogs()
         shown = self.transcript().count(" SPIke CHEck  OFF ")
         self.send("SPIKE CHECK OFF")  # what was done before is over
