@@ -7,7 +7,7 @@ import time
 
 SOURCE = pathlib.Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(SOURCE / "tests/end-to-end"))
-from kolv_session import BIN, Display, expand, work_directory  # noqa: E402
+from kolv_session import BIN, Display, expand, run, work_directory  # noqa: E402
 
 PICTURES = SOURCE / "docs/pictures"
 WINDOW = "^kolv  |^ Logic Simulator"
@@ -166,8 +166,8 @@ def sheets():
         with work_directory() as directory:
             expand(netlist, pathlib.Path(directory) / "design_yx", "--sheets")
             with Display("1024x768x24") as display:
-                display.run(directory, "VIEW SHEET\n%sQUIT\n" % "".join(
-                    "%s\nPLOT SHEET %s.png\n" % (commands or "#", name) for name, commands in pictures))
+                run(directory, "VIEW SHEET\n%sQUIT\n" % "".join(
+                    "%s\nPLOT SHEET %s.png\n" % (commands or "#", name) for name, commands in pictures), display=display)
             for name, _ in pictures:
                 subprocess.run(["convert", pathlib.Path(directory) / (name + ".png"), "-trim", "+repage", "-resize", "1400x",
                                 "+dither", "-colors", "48", "PNG8:" + str(PICTURES / (name + ".png"))], check=True)

@@ -31,9 +31,8 @@ TEST_F(marked_times, buses_show_their_values_where_they_fit_and_a_sign_where_not
     kol_update_darea_edit(canvas);
     std::vector<std::string> values;
     for (const std::string& text : canvas.texts)
-        if (text.find(",80 ") != std::string::npos)
-            values.push_back(text);  // 10 above the middle of row 2
-    EXPECT_EQ(values, (std::vector<std::string>{"28,80 01", "178,80 1F", "298,80 1E", "337,80 xx"}));
+        if (text.find(",80 ") != std::string::npos) values.push_back(text);  // 10 above the middle of row 2
+    EXPECT_EQ(values, (std::vector<std::string>{"26,80 01", "176,80 1F", "296,80 1E", "335,80 xx"}));
     kol_ext.trace_scale = 1000, canvas.clear();  // 18 pixels for the first value, 12 for the next
     kol_update_darea_edit(canvas);
     EXPECT_TRUE(std::ranges::none_of(canvas.texts, [](const auto& text) { return text.ends_with(" 01"); }));

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <type_traits>
 
 #include "app/window/window_record.h"
 #include "commands/shared/picking.h"
@@ -35,16 +36,17 @@ constexpr std::array<const char*, tm_colours> colour_names = {"pageBlack",   "pa
                                                               "pageBlue",    "pageCyan",  "pageYellow",
                                                               "pageMagenta", "pageWhite", "pageGrey"};
 
-// The value stays as it is when the resource is not set.
+// Without the resource a number stays as it is, a switch is off and a text none.
 template <typename Value>
 void read(const char* name, const char* type, Value* value) {
+    constexpr bool is_number = std::is_same_v<Value, int>;
     XtResource row = {const_cast<char*>(name),
                       const_cast<char*>(name),
                       const_cast<char*>(type),
                       sizeof(Value),
                       0,
-                      const_cast<char*>(XtRImmediate),
-                      reinterpret_cast<XtPointer>(XtArgVal(*value))};
+                      const_cast<char*>(is_number ? XtRInt : XtRImmediate),
+                      is_number ? value : nullptr};
     XtGetApplicationResources(tm_window.top_window, value, &row, 1, nullptr, 0);
 }
 

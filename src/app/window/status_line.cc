@@ -51,7 +51,7 @@ std::string text_of_results() {
 std::string text_of_sheet() {
     kol_picked_net_t picked;
     if (!kol_net_near(tm_vext.obj_pos, picked)) return {};
-    const std::string name(tm_view(kol_name_of_net(*picked.net, picked.name)));
+    std::string name(tm_view(kol_name_of_net(*picked.net, picked.name)));
     std::int8_t state = 0;
     if (!rs_shown_state(*picked.net, state)) return name;
     char two[2];

@@ -47,7 +47,8 @@ tm_wire_look_t look_of_state(std::int8_t state) {
 }
 
 bool look_of_net(tm_file_index_t file, std::int16_t object, tm_wire_look_t& look) {
-    if (file != kol_level_file()) return false;
+    const bool is_simulated = kol_ext.end_time > 0;  // before it all would be i
+    if (!is_simulated || file != kol_level_file()) return false;
     const yx_net_record_t* const net = net_of(file, object);
     std::int8_t state = 0;
     if (net == nullptr || !rs_shown_state(*net, state)) return false;

@@ -38,14 +38,13 @@ void fill(tm_canvas& canvas, tm_pixel from, tm_pixel to, tm_colour colour) {
     canvas.fill(corners, colour);
 }
 
-// A value between two places of its row; nothing where not even a digit and the sign of a cut fit.
+// A value between two places of its row; nothing where not even the sign of a cut fits.
 void draw_value(tm_canvas& canvas, std::string text, std::int32_t from, std::int32_t to,
                 std::int32_t middle) {
-    const std::int32_t margin = cell_width() / 3;
+    const std::int32_t margin = cell_width() / 6;
     const std::int32_t room = (to - from - 2 * margin) / cell_width();
     if (text.empty() || room < 1) return;
     if (static_cast<std::int32_t>(text.size()) > room) {
-        if (room < 2) return;
         text = text.substr(0, static_cast<std::size_t>(room - 1)) + "+";
     }
     const std::int32_t half = std::min(kol_ext.trace_height, kol_ext.trace_stepv / 3 * 2 - 2) / 2;
