@@ -1,9 +1,8 @@
-// kolv-fuzz --target=NAME ...: a libFuzzer program for every target; built without libFuzzer it feeds the
-// files of the folders given.  kolv-fuzz --target=NAME --seeds=FOLDER writes files to begin with.
+// kolv-fuzz --target=NAME ...: a libFuzzer program for every target.  kolv-fuzz --target=NAME --seeds=FOLDER writes files
+// to begin with.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string_view>
@@ -11,8 +10,6 @@
 #include "fuzz/targets.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr fz_target targets[] = {
     {"design", fz_feed_design, fz_seed_designs},
@@ -64,21 +61,3 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     target->feed({reinterpret_cast<const char*>(bytes), size});
     return 0;
 }
-
-#ifndef KOLV_FUZZ
-int main(int argc, char** argv) {
-    LLVMFuzzerInitialize(&argc, &argv);
-    int fed = 0;
-    for (int i = 1; i < argc; ++i) {
-        if (std::string_view(argv[i]).starts_with("--") || !fs::is_directory(argv[i])) continue;
-        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(argv[i])) {
-            if (!entry.is_regular_file()) continue;
-            std::fprintf(stderr, "%s\n", entry.path().c_str());  // the last one is the one that fails
-            target->feed(fz_read(entry.path()));
-            ++fed;
-        }
-    }
-    std::fprintf(stderr, "%d files fed\n", fed);
-    return fed == 0 ? 1 : 0;
-}
-#endif

@@ -11,8 +11,8 @@ namespace {
 using words_t = std::vector<std::string>;
 using indexes_t = std::vector<std::int32_t>;
 
-// The properties of a pin, in the order of their values.
-constexpr std::size_t PIN = 0, RISE = 1, FALL = 2, DRIVE = 3, EDGE = 4, SETUP_TIME = 5, HOLD_TIME = 6,
+// The properties of a pin, in the order of their values; its name is 0.
+constexpr std::size_t RISE = 1, FALL = 2, DRIVE = 3, EDGE = 4, SETUP_TIME = 5, HOLD_TIME = 6,
                       MIN_TIME_HIGH = 7, MIN_TIME_LOW = 8, VALUES = 9;
 const words_t pin_prop_names{"PIN",        "RISE",      "FALL",          "DRIVE",        "EDGE",
                              "SETUP_TIME", "HOLD_TIME", "MIN_TIME_HIGH", "MIN_TIME_LOW", "VALUES"};

@@ -23,7 +23,7 @@ constexpr flag_t flags[] = {
 };
 
 std::string number(std::int32_t value) { return std::to_string(value); }
-std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+std::string in_quotes(std::string_view text) { return "\"" + std::string(text) + "\""; }
 std::string yes_no(bool value) { return value ? "yes" : "no"; }
 
 template <std::int16_t Type>
@@ -33,25 +33,25 @@ const tm_record_of<Type>& record_of(tm_file_index_t file, std::int16_t id) {
 
 details of_instance(tm_file_index_t file, std::int16_t id) {
     const auto& instance = record_of<tm_type_instance>(file, id);
-    return {"INST = " + quoted(kol_name_of(file, id)), "symbol = " + number(instance.symbol) +
+    return {"INST = " + in_quotes(kol_name_of(file, id)), "symbol = " + number(instance.symbol) +
                                                            " ;  rotate = " + number(instance.rotate) +
                                                            " ;  fliph = " + yes_no(instance.fliph)};
 }
 
 details of_symbol(tm_file_index_t file, std::int16_t id) {
-    return {"path = " + quoted(tm_view(record_of<tm_type_symbol>(file, id).path))};
+    return {"path = " + in_quotes(tm_view(record_of<tm_type_symbol>(file, id).path))};
 }
 
 details of_placed_pin(tm_file_index_t file, std::int16_t id) {
     const auto& pin = record_of<tm_type_pinpropfam>(file, id);
-    return {"pin = " + quoted(kol_name_of(file, id)),
+    return {"pin = " + in_quotes(kol_name_of(file, id)),
             "net = " + number(pin.net) + " ;  bits = " + number(pin.pin_start) + ":" + number(pin.pin_end) +
                 " ;  first bit of the net = " + number(pin.pin_net_start)};
 }
 
 details of_net(tm_file_index_t file, std::int16_t id) {
     const auto& net = record_of<tm_type_net>(file, id);
-    std::string line = "NET = " + quoted(kol_name_of(file, id));
+    std::string line = "NET = " + in_quotes(kol_name_of(file, id));
     if (net.is_bus) line += " ;  bus " + number(net.bus_start) + ":" + number(net.bus_end);
     return {line};
 }
@@ -69,7 +69,7 @@ details of_vertex(tm_file_index_t file, std::int16_t id) {
 
 details of_tag(tm_file_index_t file, std::int16_t id) {
     const auto& tag = record_of<tm_type_tag>(file, id);
-    return {"kind = " + quoted(tm_view(tag.name)) + " ;  net = " + quoted(tm_view(tag.nvalue))};
+    return {"kind = " + in_quotes(tm_view(tag.name)) + " ;  net = " + in_quotes(tm_view(tag.nvalue))};
 }
 
 details of_property(tm_file_index_t file, std::int16_t id) {
@@ -114,6 +114,6 @@ std::vector<std::string> kol_object_details(tm_file_index_t file, std::int16_t o
 }
 
 std::string kol_property_text(const tm_object_property_rec_t& property) {
-    return "name = " + quoted(tm_view(property.name)) + " ;  value = " + quoted(tm_view(property.nvalue)) +
+    return "name = " + in_quotes(tm_view(property.name)) + " ;  value = " + in_quotes(tm_view(property.nvalue)) +
            (property.visible ? " ;  VISIBLE" : " ;  NOVISIBLE");
 }

@@ -16,7 +16,7 @@ constexpr kol_rejection_t force_mode_invalid{
     "# !! Error : 2nd parameter invalid ( should be : \"Abs\" or \"Current\" ) "};
 constexpr kol_rejection_t force_net_invalid{
     "# !! Error : 3rd parameter invalid ( should begin with letter or \"/\" ) "};
-constexpr kol_force_words_t words{
+constexpr kol_force_words_t force_words{
     2,
     5,
     {"# !! Error : Invalid time  ( 5th parameter ) ", kol_form::quoted},
@@ -28,7 +28,7 @@ kol_rejection_t read_force(const kol_line_t& line, kol_force_rec_t& force, bool&
     force.name = line[3];
     if (!kol_begins_like_signal(force.name)) return force_net_invalid;
     if (!kol_keyword_to_state(tm_view(line[4]), force.state)) return kol_state_invalid;
-    if (const kol_rejection_t wrong = kol_read_force_times(line, words, force, repeat)) return wrong;
+    if (const kol_rejection_t wrong = kol_read_force_times(line, force_words, force, repeat)) return wrong;
     force.net_type = kol_find_net(force.name, force.net);
     // A whole bus takes no single state; its members do.
     if (force.net_type == 0 || force.net->net_type == YX_TSTD_BUS) return kol_net_not_found;

@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr std::string_view blanks = " \t\r\n";
-
 class words_t {
 public:
     explicit words_t(std::string_view text) : text_(text) {}
