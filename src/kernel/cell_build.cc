@@ -371,12 +371,32 @@ bool kol_build_cells(bool with_registers) {
     return true;
 }
 
+namespace {
+
+// What the fed pins were shown where that is not what the net took.  Pins that were shown different states are
+// kept up one by one from here on.
+void read_shown(const yx_net_record_t& root, kol_cell_t& cell) {
+    const yx_signal_state_rec* first = nullptr;
+    for (const kol_pin_link_t& fed : kol_fan_out_of(root)) {
+        if (fed.pin->io_type != YX_IO_INPUT) continue;
+        const yx_signal_state_rec& seen = kol_pin_state(*fed.pin, *fed.net);
+        if (first == nullptr) first = &seen;
+        if (seen.state != first->state || seen.time != first->time) cell.flags |= kol_cell_terminal;
+    }
+    if (first == nullptr || (first->state == cell.cur && first->time == cell.cur_time)) return;
+    kol_cells.shown.resize(kol_cells.cell.size());
+    kol_cells.shown[index_of(root)] = {cell.cur_time, *first};
+}
+
+}  // namespace
+
 void kol_read_cell_states() {
     for_each_root([](yx_net_record_t& root, kol_cell_t& cell) {
         const yx_net_u1_t& net = root.UU.U1;
         cell.cur = net.cur_state.state;
         cell.old = net.old_state.state;
         cell.cur_time = net.cur_state.time;
+        if (cell.cur_time >= 0) read_shown(root, cell);
         cell.newest_time = -1;
         if ((cell.flags & kol_cell_single) == 0) return;
         const yx_signal_state_rec& seen = kol_pin_state(*kol_drivers_of(root)[0].pin, root);

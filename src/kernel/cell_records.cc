@@ -21,19 +21,21 @@ bool registers_are_called() {
 
 void build_when_changed() {
     kol_cells_made_t& made = kol_cells.made;
-    const bool has_registers = !registers_are_called();
+    const bool has_registers = !registers_are_called() && !made.pins_differ;
     if (made.is_made && made.has_registers == has_registers &&
         made.sim_range_type == kol_ext.sim_range_type && made.timing_ar == kol_ext.timing_ar)
         return;
     kol_bring_records_up();
+    const bool pins_differ = made.pins_differ;
     const bool is_possible = kol_build_cells(has_registers);
-    made = {true, is_possible, false, has_registers, kol_ext.sim_range_type, kol_ext.timing_ar};
+    made = {true, is_possible, false, has_registers, pins_differ, kol_ext.sim_range_type, kol_ext.timing_ar};
 }
 
 void begin_wheel() {
     const std::int64_t longest = std::min<std::int64_t>(2 * std::int64_t{kol_max_delay}, last_time);
     kol_cells.looks_for_spikes = kol_ext.spike_on;
     kol_cells.holds_pins = spikes_count() && kol_ext.spike_model == kol_suppress;
+    kol_cells.made.pins_differ = kol_cells.made.pins_differ || kol_cells.holds_pins;
     kol_cells.is_ranked =
         kol_cells.priorities.size() > 1 || (spikes_count() && kol_ext.spike_model == kol_pessimistic);
     kol_cells.is_plain = !kol_cells.is_ranked && !spikes_count();

@@ -146,6 +146,8 @@ void fan_out(const cell_t& cell) {
 }
 
 void take_state(std::uint32_t at, cell_t& cell, std::int8_t state) {
+    if (cell.cur_time == run.now) [[unlikely]]
+        kol_forget_shown(at);
     cell.old = cell.cur;
     cell.cur = state;
     cell.cur_time = run.now;

@@ -89,6 +89,7 @@ struct kol_cells_made_t {
     bool is_possible = false;    // a run can work on the cells
     bool has_states = false;     // the states do, too
     bool has_registers = false;  // registers go the short way
+    bool pins_differ = false;    // the pins of one net may have been shown different states since
     std::int16_t sim_range_type = 0;
     yx_timing_index_array_t timing_ar{};
 };
