@@ -4,13 +4,13 @@
 
 namespace {
 
-// A counter in a module of its own, written to a memory, a bus of two sources, and a check.
+// A counter in a module of its own, written to a memory, a bus whose source is wider than it, and a check.
 constexpr std::string_view top_text =
     "`include \"width.vh\"\n"
     "module soc(input clk, rst, en, d, output [`WIDTH-1:0] count, inout bus, output reg [1:0] word);\n"
     "  counter #(.STEP(`STEP)) low(.clk(clk), .rst(rst), .count(count));\n"
     "  reg [1:0] words[0:3];\n"
-    "  assign bus = en ? d : 1'bz;\n"
+    "  assign bus = en ? !d + 1 : 1'bz;\n"
     "  always @(posedge clk) begin words[count[1:0]] <= {bus, en}; word <= words[2]; end\n"
     "  always @(posedge clk) assert(!rst || count < 8);\n"
     "endmodule\n";
@@ -40,6 +40,7 @@ TEST_F(verilog, becomes_a_design_with_its_hierarchy_memories_and_shared_nets) {
     load();
     EXPECT_EQ(found("/low/count[2]"), "/count[2]");
     force({{"rst", '1'}, {"en", '0'}, {"d", '1'}});
+    EXPECT_EQ(value("bus"), 'x') << "nobody drives it";
     clock();
     force({{"rst", '0'}, {"en", '1'}});
     EXPECT_EQ(value("bus"), '1');
