@@ -24,7 +24,8 @@ constexpr int file_mode = 0660;
 constexpr std::int32_t probe_delay = 10;  // milliseconds
 constexpr std::int32_t line_max = 198;
 
-// Whether what is there may be opened at all.  A FIFO is not opened to see: its writer would meet that reader.
+// Whether what is there may be opened at all.  A FIFO is not opened to see: its writer would meet that
+// reader.
 bool is_source(const std::string& path) {
     struct stat info {};
     return ::stat(path.c_str(), &info) != 0 || S_ISREG(info.st_mode) ||

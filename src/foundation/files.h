@@ -23,9 +23,10 @@ std::string tm_resolve_path(const tm_string_record_t& pathin);
 // Lets command files be a FIFO, or "-" for standard input: for a program that its user means to feed.
 extern bool tm_streams_are_read;
 
-// What is read is a regular file, or with tm_streams_are_read a FIFO.  rorw: 'W' writes (truncating), 'R' reads, in either case; any other is fatal.  rdoly: the file must exist
-// already, else it is created.  open_ok false: the path cannot be opened, nothing is said.  A path that
-// exists but cannot be opened that way ends the program with status 0.
+// What is read is a regular file, or with tm_streams_are_read a FIFO.  rorw: 'W' writes (truncating), 'R'
+// reads, in either case; any other is fatal.  rdoly: the file must exist already, else it is created. open_ok
+// false: the path cannot be opened, nothing is said.  A path that exists but cannot be opened that way ends
+// the program with status 0.
 void tm_popen_file(const tm_string_record_t& pathin, char rorw, bool rdoly, std::FILE*& fid, bool& open_ok);
 // The same as a descriptor: read-only with rdoly, else write-only, created and truncated; rorw plays no part.
 // A failure leaves a trace line and fid -1.

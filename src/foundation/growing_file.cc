@@ -39,7 +39,8 @@ std::string tm_last_line(std::FILE* log) {
     struct stat info {};
     if (log == nullptr || std::fflush(log) != 0 || ::fstat(::fileno(log), &info) != 0) return "";
     std::string end(static_cast<std::size_t>(std::min(info.st_size, longest_line)), '\0');
-    const ssize_t got = ::pread(::fileno(log), end.data(), end.size(), info.st_size - static_cast<off_t>(end.size()));
+    const ssize_t got =
+        ::pread(::fileno(log), end.data(), end.size(), info.st_size - static_cast<off_t>(end.size()));
     end.resize(static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
     while (end.ends_with('\n')) end.pop_back();
     return end.substr(end.rfind('\n') + 1);

@@ -106,6 +106,15 @@ std::int16_t kol_find_net(const tm_string_record_t& name, yx_net_record_t*& net)
     return by_probe;
 }
 
+std::string_view kol_chosen_among_cases(const tm_string_record_t& name) {
+    const bool is_path = is_path_form(tm_view(name));
+    yx_net_record_t* net = nullptr;
+    const std::int16_t found = kol_find_net(name, net);
+    if ((found != relative && found != absolute) || !kol_names_several_nets(is_path ? name : full_name(name)))
+        return {};
+    return kol_path(net->sim_path);
+}
+
 std::int16_t kol_find_net_abs(const tm_string_record_t& name, yx_net_record_t*& net) {
     net = nullptr;
     std::int32_t index = 0;

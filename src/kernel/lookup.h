@@ -15,5 +15,8 @@ std::int16_t kol_find_sim_bus(const tm_string_record_t& name, yx_bus_rec_t*& bus
 std::int16_t kol_find_break_inrec(const tm_string_record_t& name, yx_break_signal_rec_t*& record);  // 1, 2
 std::int16_t kol_find_listsig_inrec(const tm_string_record_t& name, yx_signal_rec_t*& record);      // 1, 2
 std::int16_t kol_find_tracesig_inrec(const tm_string_record_t& name, yx_signal_rec_t*& record);     // 1, 2
+// The path of the net that a path or a relative name finds, where nets whose names differ in case alone fit
+// as well; else empty.
+std::string_view kol_chosen_among_cases(const tm_string_record_t& name);
 bool kol_find_pin_rel(const tm_string_record_t& instance, const tm_string_record_t& pin_name,
                       yx_pin_record_t*& pin);

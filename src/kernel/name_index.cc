@@ -78,20 +78,38 @@ void keep_lower(std::int32_t& first, std::int32_t other) {
     if (first == 0 || (other != 0 && other < first)) first = other;
 }
 
+template <typename Visit>
+void visit_named(const tm_string_record_t& name, Visit visit) {
+    if (!idx.is_made) make_index();
+    const std::uint32_t hash = folded_hash(tm_view(name));
+    for (const name_entry_t& entry : std::ranges::equal_range(idx.by_hash, hash, {}, &name_entry_t::hash))
+        if (yxistring_iden_tmstring(entry.string_index, name))
+            visit(idx.named[static_cast<std::size_t>(entry.string_index)]);
+}
+
 }  // namespace
 
 kol_named_t kol_find_named(const tm_string_record_t& name) {
-    if (!idx.is_made) make_index();
     kol_named_t found;
-    const std::uint32_t hash = folded_hash(tm_view(name));
-    for (const name_entry_t& entry : std::ranges::equal_range(idx.by_hash, hash, {}, &name_entry_t::hash)) {
-        if (!yxistring_iden_tmstring(entry.string_index, name)) continue;
-        const kol_named_t& named = idx.named[static_cast<std::size_t>(entry.string_index)];
+    visit_named(name, [&](const kol_named_t& named) {
         keep_lower(found.net, named.net);
         keep_lower(found.net_alone, named.net_alone);
         keep_lower(found.pin, named.pin);
-    }
+    });
     return found;
+}
+
+bool kol_names_several_nets(const tm_string_record_t& name) {
+    const yx_net_record_t* first = nullptr;
+    bool differs = false;
+    visit_named(name, [&](const kol_named_t& named) {
+        if (named.net == 0) return;
+        const yx_net_record_t* net = yx_ptrto_net_rec(named.net);
+        while (net->UU.U1.father_net_ptr != nullptr) net = net->UU.U1.father_net_ptr;
+        differs = differs || (first != nullptr && net != first);
+        first = net;
+    });
+    return differs;
 }
 
 std::vector<std::string> kol_names_beginning(std::string_view text, std::size_t most) {

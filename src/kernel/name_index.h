@@ -19,5 +19,7 @@ kol_named_t kol_find_named(const tm_string_record_t& name);
 // The names of nets and pins that begin with a text, without regard to case, each up to the next "/" behind
 // it, in their order, at most so many.
 std::vector<std::string> kol_names_beginning(std::string_view text, std::size_t most);
+// Whether strings that differ in case alone name nets that are not one.
+bool kol_names_several_nets(const tm_string_record_t& name);
 // Drops what lookups remember of the design's names; the next lookup reads them again.
 void kol_forget_names();

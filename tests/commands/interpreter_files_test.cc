@@ -93,7 +93,8 @@ TEST_F(interpreter_files, refuses_programs_that_cannot_run) {
               "# !!! Error :  Invalid Command ??  len:509 '" + long_text + "'\n");
     const std::string mark = file("mark", ""), remove = "SYSTEM 'rm " + mark + "'";
     tm_shell_commands_allowed = false;
-    const std::string no_shell = "# !! Error : programs are not started here ( --no-shell or KOLV_NO_SHELL ) ";
+    const std::string no_shell =
+        "# !! Error : programs are not started here ( --no-shell or KOLV_NO_SHELL ) ";
     EXPECT_EQ(type("! echo har"), lines{no_shell});
     EXPECT_EQ(tm_vext.num_errors, 1);
     EXPECT_EQ(type(remove), (lines{"# SYSTem 'rm " + mark + "' ", no_shell}));

@@ -50,6 +50,13 @@ TEST_F(observation, views_take_names_one_by_one_until_one_is_wrong) {
     EXPECT_EQ(kol_ext.start_probe_signal, nullptr);
 }
 
+TEST_F(observation, views_say_which_net_is_taken_where_names_differ_in_case_only) {
+    build("in n1 N1 other; and g1 y = n1 N1");
+    EXPECT_EQ(type("list b n1 other;trac /N1"),
+              (lines{"# \"/n1\" is taken, other names differ from it in case only ", " LIST b n1 other ",
+                     "# \"/n1\" is taken, other names differ from it in case only ", " TRACe /N1 "}));
+}
+
 void add_probe(const char* name, const char* net) {
     auto& probe = tm_list_append(std::make_unique<kol_probe_signal_rec_t>(), kol_ext.start_probe_signal,
                                  kol_ext.last_probe_signal);

@@ -1,5 +1,5 @@
-// Control-C: the first one stops a run as Control-s does in the window, one more before that has been seen ends
-// the program.
+// Control-C: the first one stops a run as Control-s does in the window, one more before that has been seen
+// ends the program.
 #pragma once
 
 void bt_watch_interrupts();

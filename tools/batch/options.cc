@@ -20,7 +20,8 @@ void describe(CLI::App& app, bt_options_t& options) {
                    "the transcript, in place of DIRECTORY/current_session")
         ->type_name("FILE");
     app.add_flag("--quiet", options.quiet, "show only what is rejected or fails, on standard error");
-    app.add_option("--expect-no-difference", options.expected, "fail if the transcript is not the one in FILE")
+    app.add_option("--expect-no-difference", options.expected,
+                   "fail if the transcript is not the one in FILE")
         ->type_name("FILE");
     app.add_option("--json", options.report, "write end time, events, counts of messages, seconds and memory")
         ->type_name("FILE");

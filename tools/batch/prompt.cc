@@ -33,7 +33,8 @@ int insert_prefilled() {
 }
 
 void run(std::string line) {
-    std::ranges::replace_if(line, [](char c) { return !tm_is_printable(c); }, ' ');
+    std::ranges::replace_if(
+        line, [](char c) { return !tm_is_printable(c); }, ' ');
     if (line.size() >= static_cast<std::size_t>(tm_string_max)) tm_display(kol_line_is_cut);
     kol_process_command(tm_string(line), kol_ext.ext_arg, kol_ext.top_var);
 }

@@ -1,5 +1,5 @@
-// The report on a session for other programs, JSON: exit status, end time, events, counts of messages by kind,
-// seconds, memory.
+// The report on a session for other programs, JSON: exit status, end time, events, counts of messages by
+// kind, seconds, memory.
 #pragma once
 
 #include <string>

@@ -7,12 +7,12 @@
 
 // Kinds of lines, and failures without one; those up to fatal always fail a session.
 enum class bt_kind : std::uint8_t {
-    error,      // a command is rejected, a file operation fails, the design cannot be set up
-    broken,     // a run that the limit of warnings or Control-C ended
-    child,      // a program of SYSTEM or '!' ended with another status than 0
-    difference, // the transcript is not the expected one
-    fatal,      // the session could not go on
-    violation,  // of a setup, hold or minimum time
+    error,       // a command is rejected, a file operation fails, the design cannot be set up
+    broken,      // a run that the limit of warnings or Control-C ended
+    child,       // a program of SYSTEM or '!' ended with another status than 0
+    difference,  // the transcript is not the expected one
+    fatal,       // the session could not go on
+    violation,   // of a setup, hold or minimum time
     hazard,
     spike,
     warning,
@@ -21,7 +21,8 @@ enum class bt_kind : std::uint8_t {
 inline constexpr std::size_t bt_kinds = static_cast<std::size_t>(bt_kind::none);
 
 inline constexpr std::array<std::string_view, bt_kinds> bt_kind_names = {
-    "errors", "broken_runs", "failed_programs", "differences", "fatal_stops", "violations", "hazards", "spikes", "warnings"};
+    "errors",     "broken_runs", "failed_programs", "differences", "fatal_stops",
+    "violations", "hazards",     "spikes",          "warnings"};
 
 struct bt_verdict_t {
     std::array<std::int64_t, bt_kinds> count{};

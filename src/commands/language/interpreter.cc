@@ -92,7 +92,8 @@ void process(tm_string_record_t text, const values_t& values, const tm_string_re
     tm_string_record_t command;
     std::int32_t pos = 1;
     for (std::int16_t n = 0; n < max_commands && !tm_vext.end_flag; ++n)
-        if (!kol_next_command(text, pos, command) || !interpret(command, values, n == 0 ? file : nullptr)) break;
+        if (!kol_next_command(text, pos, command) || !interpret(command, values, n == 0 ? file : nullptr))
+            break;
     end_line();
 }
 

@@ -6,6 +6,7 @@
 #include "commands/shared/rejections.h"
 #include "foundation/list.h"
 #include "foundation/shell.h"
+#include "kernel/lookup.h"
 #include "kernel/say.h"
 #include "results/entries/options.h"
 #include "results/entries/time_cursor.h"
@@ -56,10 +57,20 @@ kol_rejection_t show_found(const view_t& view, const kol_found_signal_t& found, 
     return view.too_large;
 }
 
+// Names are looked up without regard to case; the transcript holds what it always did.
+void note_choice(const tm_string_record_t& name) {
+    const std::string_view chosen = kol_chosen_among_cases(name);
+    if (chosen.empty()) return;
+    tm_shell.append_session("# \"" + std::string(chosen) +
+                            "\" is taken, other names differ from it in case only ");
+}
+
 kol_rejection_t show_one(const view_t& view, const tm_string_record_t& name, std::int16_t radix) {
     if (!kol_begins_like_signal(name)) return kol_signal_name_invalid;
     kol_found_signal_t found;
-    return kol_find_signal(name, found) ? show_found(view, found, radix) : signal_not_found;
+    if (!kol_find_signal(name, found)) return signal_not_found;
+    note_choice(name);
+    return show_found(view, found, radix);
 }
 
 // The net of the wire or pin at the cursor, under its name on the sheet.
