@@ -226,7 +226,7 @@ std::uint8_t flags_of(const yx_net_record_t& root) {
     std::uint8_t flags = 0;
     if (is_single(root)) flags |= kol_cell_single;
     if (root.UU.U1.cur_state.fixed) flags |= kol_cell_fixed;
-    if (root.UU.U1.list_state != nullptr) flags |= kol_cell_observed;
+    if (root.UU.U1.history != nullptr) flags |= kol_cell_observed;
     for (const kol_pin_link_t& fed : kol_fan_out_of(root))
         if (fed.pin->io_type != YX_IO_INPUT) flags |= kol_cell_terminal;
     return flags;

@@ -165,12 +165,12 @@ void keep_records_up(std::uint32_t at, const cell_t& cell) {
 // A second change at one time is merged with the state before the first.
 std::int8_t keep_history(std::uint32_t at, const cell_t& cell, std::int8_t state) {
     if ((cell.flags & kol_cell_observed) == 0) return state;
-    yx_net_record_t& net = record_of(at);
-    if (net.UU.U1.list_state->time != run.now) {
-        kol_append_history(&net, run.now, state);
+    kol_history_t& history = *record_of(at).UU.U1.history;
+    if (history.newest().time != run.now) {
+        history.append(run.now, state);
         return state;
     }
-    return net.UU.U1.list_state->state = kol_net_state(state, cell.old);
+    return history.newest().state = kol_net_state(state, cell.old);
 }
 
 // What the fed pins are shown when it differs from what the net takes now.
@@ -308,13 +308,13 @@ bool is_indeterminate() {
 std::int8_t keep_spike(const near_change_t& near, const cell_t& cell) {
     std::int8_t taken = is_indeterminate() ? kol_indeterminate_of(near.state) : near.state;
     if ((cell.flags & kol_cell_observed) == 0) return taken;
-    yx_net_record_t& net = record_of(near.at);
-    if (net.UU.U1.list_state->time < near.time) {
-        kol_append_history(&net, near.time, taken);
+    kol_history_t& history = *record_of(near.at).UU.U1.history;
+    if (history.newest().time < near.time) {
+        history.append(near.time, taken);
         return taken;
     }
     if (!is_indeterminate()) taken = kol_net_state(taken, cell.cur);
-    return net.UU.U1.list_state->state = taken;
+    return history.newest().state = taken;
 }
 
 void change_near(near_change_t near, cell_t& cell, std::int32_t delay) {
@@ -433,11 +433,11 @@ void exec_force(std::uint32_t at, std::int8_t state) {
     if (holds) kol_hold_fed_pins(at);
     take_state(at, cell, state);
     if ((cell.flags & kol_cell_observed) != 0) {
-        yx_net_record_t& net = record_of(at);
-        if (net.UU.U1.list_state->time == run.now)
-            net.UU.U1.list_state->state = state;
+        kol_history_t& history = *record_of(at).UU.U1.history;
+        if (history.newest().time == run.now)
+            history.newest().state = state;
         else
-            kol_append_history(&net, run.now, state);
+            history.append(run.now, state);
     }
     if (holds) return show_force_one_by_one(at, cell, is_checked);
     kol_forget_shown(at);

@@ -20,7 +20,7 @@ void kol_watch_cell(const yx_net_record_t& net) {
     if (!kol_cells.made.is_made || !kol_cells.made.is_possible) return;
     std::uint8_t& flags = kol_cells.cell[static_cast<std::size_t>(net.self)].flags;
     flags &= static_cast<std::uint8_t>(~kol_cell_observed);
-    if (net.UU.U1.list_state != nullptr) flags |= kol_cell_observed;
+    if (net.UU.U1.history != nullptr) flags |= kol_cell_observed;
 }
 
 void kol_write_net(const kol_cell_t& cell, yx_net_u1_t& net) {

@@ -64,19 +64,19 @@ void take_state(yx_net_record_t& net, std::int32_t time, std::int8_t state) {
 // A change without spike: a second change at one time is merged with the state before the first.
 void settle(change_t& change) {
     yx_net_u1_t& net = change.net.UU.U1;
-    if (net.list_state != nullptr && net.list_state->time == change.time)
-        net.list_state->state = change.state = kol_net_state(change.state, net.old_state.state);
-    else if (net.list_state != nullptr)
-        kol_append_history(&change.net, change.time, change.state);
+    if (net.history != nullptr && net.history->newest().time == change.time)
+        net.history->newest().state = change.state = kol_net_state(change.state, net.old_state.state);
+    else if (net.history != nullptr)
+        net.history->append(change.time, change.state);
     take_state(change.net, change.time, change.state);
 }
 
 void settle_unsuppressed(change_t& change) {
     yx_net_u1_t& net = change.net.UU.U1;
-    if (net.list_state != nullptr && net.list_state->time >= change.time)
-        net.list_state->state = change.state = kol_net_state(change.state, net.cur_state.state);
-    else if (net.list_state != nullptr)
-        kol_append_history(&change.net, change.time, change.state);
+    if (net.history != nullptr && net.history->newest().time >= change.time)
+        net.history->newest().state = change.state = kol_net_state(change.state, net.cur_state.state);
+    else if (net.history != nullptr)
+        net.history->append(change.time, change.state);
     take_state(change.net, change.time, change.state);
 }
 
@@ -84,10 +84,10 @@ void settle_unsuppressed(change_t& change) {
 void settle_indeterminate(const change_t& change) {
     yx_net_u1_t& net = change.net.UU.U1;
     const std::int8_t state = kol_indeterminate_of(change.state);
-    if (net.list_state != nullptr && net.list_state->time >= change.time)
-        net.list_state->state = state;
-    else if (net.list_state != nullptr)
-        kol_append_history(&change.net, change.time, state);
+    if (net.history != nullptr && net.history->newest().time >= change.time)
+        net.history->newest().state = state;
+    else if (net.history != nullptr)
+        net.history->append(change.time, state);
     take_state(change.net, change.time, state);
 }
 
@@ -176,10 +176,10 @@ void exec_force_event(const yx_event_rec_t& event) {
     warn_of_force(event);
     if (net.cur_state.state == event.state) return;
     take_state(change.net, change.time, change.state);
-    if (net.list_state != nullptr && net.list_state->time == change.time)
-        net.list_state->state = change.state;
-    else if (net.list_state != nullptr)
-        kol_append_history(&change.net, change.time, change.state);
+    if (net.history != nullptr && net.history->newest().time == change.time)
+        net.history->newest().state = change.state;
+    else if (net.history != nullptr)
+        net.history->append(change.time, change.state);
 
     const bool checks_spikes = kol_ext.spike_on && !net.cur_state.fixed;
     if (checks_spikes) change.dif = kol_next_change(event);

@@ -1,53 +1,21 @@
-// Records of histories: taken, appended, recycled.
+// Histories of nets: chunks of changes, begun, reset, ended.
 #include "kernel/history.h"
 
-#include <deque>
 #include <unordered_map>
 
 #include "kernel/cells.h"
 
 namespace {
 
-std::deque<yx_list_state_rec_t> records;
-yx_list_state_rec_t* free_records = nullptr;                // linked through next
-std::unordered_map<const yx_net_u1_t*, std::int32_t> late;  // histories that begin behind time 0
+std::unordered_map<const yx_net_record_t*, kol_history_t> histories;
 
-yx_list_state_rec_t* take_record() {
-    if (free_records == nullptr) return &records.emplace_back();
-    yx_list_state_rec_t* record = free_records;
-    free_records = record->next;
-    *record = {};
-    return record;
-}
+constexpr std::size_t near_places = 8;
 
-void recycle(yx_list_state_rec_t* first, yx_list_state_rec_t* last) {
-    last->next = free_records;
-    free_records = first;
-}
-
-void begin_history(yx_net_record_t* net) {
-    const yx_signal_state_rec& cur = net->UU.U1.cur_state;
-    if (const std::int32_t known = cur.time < 0 ? kol_ext.cur_time : cur.time; known > 0)
-        late[&net->UU.U1] = known;
-    kol_append_history(net, 0, cur.time == 0 ? cur.state : std::int8_t{0});
-    if (cur.time > 0) kol_append_history(net, cur.time, cur.state);
-    if (cur.time < 0 && cur.state != 0) kol_append_history(net, kol_ext.resume_time, cur.state);
-}
-
-void end_history(yx_net_u1_t& net) {
-    if (net.first_state != nullptr) recycle(net.first_state, net.list_state);
-    net.first_state = net.list_state = nullptr;
-    late.erase(&net);
-}
-
-// The newest record is the one that stays.
-void reset_history(yx_net_u1_t& net) {
-    late.erase(&net);
-    yx_list_state_rec_t* const kept = net.list_state;
-    if (kept == nullptr) return;
-    if (kept->previous != nullptr) recycle(net.first_state, kept->previous);
-    *kept = {};
-    net.first_state = kept;
+void begin_history(const yx_signal_state_rec& cur, kol_history_t& history) {
+    history.known_from = std::max(cur.time < 0 ? kol_ext.cur_time : cur.time, 0);
+    if (cur.time == 0) history.newest().state = cur.state;
+    if (cur.time > 0) history.append(cur.time, cur.state);
+    if (cur.time < 0 && cur.state != 0) history.append(kol_ext.resume_time, cur.state);
 }
 
 void reset_signal(yx_signal_rec_t& signal) {
@@ -56,40 +24,77 @@ void reset_signal(yx_signal_rec_t& signal) {
         return;
     }
     if (signal.net == nullptr) return;
-    reset_history(signal.net->UU.U1);
-    signal.list_state = signal.list_state_cur = signal.net->UU.U1.first_state;
+    if (signal.net->UU.U1.history != nullptr) signal.net->UU.U1.history->reset();
+    signal.history = signal.net->UU.U1.history;
+    signal.cursor = 0;
 }
 
 }  // namespace
 
-yx_list_state_rec_t* kol_observe_net(yx_net_record_t* net) {
-    if (net->UU.U1.nb_of_observer++ == 0) {
-        begin_history(net);
+void kol_history_t::reset() {
+    chunks_.clear();
+    chunks_.push_back(std::make_unique<kol_change_t[]>(least_size));
+    known_from = 0;
+    before_last_ = 0;
+    next_ = chunks_.back().get() + 1;
+    end_ = chunks_.back().get() + least_size;
+}
+
+void kol_history_t::grow() {
+    const auto used = static_cast<std::size_t>(next_ - chunks_.back().get());
+    const std::size_t size = std::min(2 * used, chunk_size);
+    auto chunk = std::make_unique<kol_change_t[]>(size);
+    next_ = chunk.get();
+    end_ = next_ + size;
+    if (used == chunk_size) {
+        before_last_ += used;
+        chunks_.push_back(std::move(chunk));
+        return;
+    }
+    next_ = std::copy_n(chunks_.back().get(), used, next_);
+    chunks_.back() = std::move(chunk);
+}
+
+std::size_t kol_history_t::find(std::int32_t time, std::size_t hint) const {
+    const std::size_t count = size();
+    std::size_t from = 0, to = count;  // the first later change is among [from, to]
+    if (hint < count && (*this)[hint].time <= time) {
+        from = hint + 1;
+        while (from < count && from <= hint + near_places && (*this)[from].time <= time) ++from;
+        if (from <= hint + near_places) to = from;
+    } else {
+        to = std::min(hint, count);
+    }
+    while (from < to) {
+        const std::size_t middle = from + (to - from) / 2;
+        if ((*this)[middle].time <= time)
+            from = middle + 1;
+        else
+            to = middle;
+    }
+    return from == 0 ? 0 : from - 1;
+}
+
+kol_history_t* kol_observe_net(yx_net_record_t* net) {
+    yx_net_u1_t& u1 = net->UU.U1;
+    if (u1.nb_of_observer++ == 0) {
+        u1.history = &histories[net];
+        begin_history(u1.cur_state, *u1.history);
         kol_watch_cell(*net);
     }
-    return net->UU.U1.first_state;
+    return u1.history;
 }
 
 void kol_forget_net(yx_net_record_t* net) {
     yx_net_u1_t& u1 = net->UU.U1;
     if (u1.nb_of_observer == 0 || --u1.nb_of_observer > 0) return;
-    end_history(u1);
+    u1.history = nullptr;
+    histories.erase(net);
     kol_watch_cell(*net);
 }
 
 std::int32_t kol_recorded_from(const yx_net_record_t& net) {
-    const auto found = late.find(&net.UU.U1);
-    return found == late.end() ? 0 : found->second;
-}
-
-void kol_append_history(yx_net_record_t* net, std::int32_t time, std::int8_t state) {
-    yx_net_u1_t& u1 = net->UU.U1;
-    yx_list_state_rec_t* record = take_record();
-    record->time = time;
-    record->state = state;
-    record->previous = u1.list_state;
-    (u1.list_state == nullptr ? u1.first_state : u1.list_state->next) = record;
-    u1.list_state = record;
+    return net.UU.U1.history == nullptr ? 0 : net.UU.U1.history->known_from;
 }
 
 void kol_init_list_state() {
@@ -106,8 +111,4 @@ void kol_init_bus_list_state(yx_bus_rec_t* bus) {
         reset_signal(*member);
 }
 
-void kol_clear_history() {
-    records.clear();
-    free_records = nullptr;
-    late.clear();
-}
+void kol_clear_history() { histories.clear(); }

@@ -38,9 +38,9 @@ void forget_times() {
 void begin_histories(std::int32_t time) {
     kol_init_list_state();
     for (std::int32_t i = 1; i <= yx_sext.max_net_cur; ++i) {
-        yx_net_record_t* net = yx_ptrto_net_rec(i);
-        if (net->net_type != YX_TSTD_BUS && net->UU.U1.list_state != nullptr)
-            kol_append_history(net, time, net->UU.U1.cur_state.state);
+        yx_net_record_t& net = *yx_ptrto_net_rec(i);
+        if (net.net_type != YX_TSTD_BUS && net.UU.U1.history != nullptr)
+            net.UU.U1.history->append(time, net.UU.U1.cur_state.state);
     }
 }
 

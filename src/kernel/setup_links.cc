@@ -18,7 +18,7 @@ yx_net_record_t* net_or_none(std::int32_t index) { return index == 0 ? nullptr :
 void forget_run(yx_net_record_t& net) {
     yx_net_u1_t& u1 = net.UU.U1;
     u1.break_signal = nullptr;
-    u1.list_state = u1.first_state = nullptr;
+    u1.history = nullptr;
     u1.nb_of_observer = 0;
     kol_forget_net_events(net);
 }

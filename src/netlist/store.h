@@ -36,7 +36,7 @@ using yx_procedure_t = void (*)();
 
 struct kol_pin_link_t;
 struct yx_event_rec_t;
-struct yx_list_state_rec_t;
+class kol_history_t;
 struct yx_break_signal_rec_t;
 struct yx_net_record_t;
 struct yx_pin_record_t;
@@ -83,15 +83,14 @@ struct yx_net_u1_t {
     std::int32_t nb_of_fan_out = 0;
     yx_event_rec_t* first_pending = nullptr;    // queued events from pins, the newest first
     yx_event_rec_t* first_force = nullptr;      // queued FORCE events, by time while forces_sorted
-    yx_list_state_rec_t* list_state = nullptr;  // newest history record; none while nobody observes the net
+    kol_history_t* history = nullptr;           // while somebody observes the net
     yx_break_signal_rec_t* break_signal = nullptr;
 
     yx_event_rec_t* last_force = nullptr;
     bool forces_sorted = true;
     std::int8_t state_init = 0;                  // 0: none
     std::int16_t posinbus = 0;                   // 1-based
-    std::int32_t nb_of_observer = 0;             // signals that keep the history alive
-    yx_list_state_rec_t* first_state = nullptr;  // oldest history record
+    std::int32_t nb_of_observer = 0;  // signals that keep the history alive
 
     std::int32_t rise[3] = {0, 0, 0};  // minimum, typical, maximum
     std::int32_t fall[3] = {0, 0, 0};
@@ -233,13 +232,6 @@ struct alignas(64) yx_event_rec_t {
 };
 static_assert(sizeof(yx_event_rec_t) == 64);  // one cache line
 
-struct yx_list_state_rec_t {  // one change of an observed net
-    std::int32_t time = 0;
-    std::int8_t state = 0;
-    yx_list_state_rec_t* previous = nullptr;
-    yx_list_state_rec_t* next = nullptr;
-};
-
 struct yx_break_signal_rec_t {
     yx_net_record_t* net = nullptr;
     tm_string_record_t break_name;
@@ -259,8 +251,8 @@ struct yx_signal_rec_t {  // an entry of the list or the trace, or a member of a
     yx_bus_rec_t* bus = nullptr;     // when sig_bus
     yx_net_record_t* net = nullptr;  // otherwise
     std::int16_t column = 0, row = 0;
-    yx_list_state_rec_t* list_state = nullptr;      // first history record of the net
-    yx_list_state_rec_t* list_state_cur = nullptr;  // the record whose state is shown
+    const kol_history_t* history = nullptr;  // of the net
+    std::size_t cursor = 0;                  // place of the change whose state is shown
     yx_signal_rec_t* previous = nullptr;
     yx_signal_rec_t* next = nullptr;
 };

@@ -1,6 +1,7 @@
 // FORGET: what goes, and what a view keeps.
 #include "design_session.h"
 #include "foundation/list.h"
+#include "kernel/history.h"
 #include "results/list/layout.h"
 
 namespace {
@@ -75,18 +76,18 @@ TEST_F(forget, a_forgotten_bus_stays_with_what_shows_it_and_no_longer) {
     const yx_net_u1_t& y = tst_net("y").UU.U1;
     type("def bus c w y;def bus n v w;list h v;trace v;forget bu w v;force a b 0 5;run 20");
     EXPECT_EQ(type("list h w").back(), "# Signal : \"w\" ");
-    ASSERT_NE(y.list_state, nullptr);
-    EXPECT_EQ(y.list_state->time, 6);
+    ASSERT_NE(y.history, nullptr);
+    EXPECT_EQ(y.history->newest().time, 6);
     const yx_bus_rec_t* shown = kol_ext.list_signal->bus;
     EXPECT_EQ(shown->signal->bus->signal->net, &tst_net("y"));
     type("reset sim time;run 20");
-    EXPECT_EQ(y.list_state->time, 6);
+    EXPECT_EQ(y.history->newest().time, 6);
     type("def bus n v a b;list h v");  // the name is free again
     EXPECT_NE(kol_ext.list_signal->bus, shown);
     type("forget l *");
     EXPECT_EQ(y.nb_of_observer, 1);
     type("forget t v");
-    EXPECT_TRUE(y.list_state == nullptr && kol_ext.start_forgotten_bus == nullptr);
+    EXPECT_TRUE(y.history == nullptr && kol_ext.start_forgotten_bus == nullptr);
 }
 
 }  // namespace

@@ -93,7 +93,7 @@ TEST_F(observation, neither_views_nor_buses_outgrow_the_window) {
          {"def bus a w y y", refused("DEFine BUS a w y y ", large)},
          {"def bus n z x x x x", refused("DEFine BUS n z x x x x ", large)}});
     EXPECT_EQ(members("w") + members("z"), before + "no bus");
-    EXPECT_EQ(tst_net("y").UU.U1.list_state, nullptr);
+    EXPECT_EQ(tst_net("y").UU.U1.history, nullptr);
     type("def bus n v" + times(24, "y") + ";def bus c u y y y v y");  // 24 rows, and 1 for the y of u with 24
     type("trace" + times(21, "v") + ";trace" + times(20, "v") + ";trace" + times(15, "b"));  // 999 rows
     expect_each({{"trace u", {"# TRACe u ", rows, "# Signal : \"u\" "}},
@@ -115,7 +115,7 @@ TEST_F(observation, move_signal_exchanges_two_entries) {
     EXPECT_EQ(entries(kol_ext.list_signal), "w=BUS w b=/b a=/a y=/y");
     EXPECT_EQ(entries(kol_ext.trace_signal), "b=/b y=/y");
     const yx_signal_rec_t& third = *kol_ext.list_signal->previous;
-    EXPECT_TRUE(third.bus == nullptr && third.list_state == tst_net("a").UU.U1.first_state);
+    EXPECT_TRUE(third.bus == nullptr && third.history == tst_net("a").UU.U1.history);
 }
 
 TEST_F(observation, move_signal_without_positions_goes_to_the_pointer) {

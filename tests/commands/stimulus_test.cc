@@ -84,7 +84,7 @@ TEST_F(stimulus, reset_returns_to_time_zero_and_a_run_replays_the_stimuli) {
     EXPECT_EQ(tst_history_of("y"), "0:iU");
     EXPECT_EQ(kol_ext.cur_time + kol_ext.start_time + kol_ext.end_time, 0);
     EXPECT_EQ(tst_net("y").UU.U1.cur_state.state, 0);
-    EXPECT_EQ(kol_ext.list_signal->list_state_cur, tst_net("y").UU.U1.first_state);
+    EXPECT_EQ(kol_ext.list_signal->history, tst_net("y").UU.U1.history);
     type("run 100");
     EXPECT_EQ(tst_history_of("y"), before);
 }

@@ -162,16 +162,15 @@ TEST(sequential_circuit, a_clock_that_is_too_fast_violates_setup_where_the_histo
     drive(model, 60, 40, [&](int) { reported.merge(reported_violations(tst_take_lines())); });
 
     std::multiset<violation> expected;
-    for (const yx_list_state_rec_t* edge = net_of("CK")->UU.U1.first_state; edge != nullptr;
-         edge = edge->next) {
-        if (edge->state != strong_1) continue;
+    const kol_history_t& clock = *net_of("CK")->UU.U1.history;
+    for (std::size_t edge = 0; edge < clock.size(); ++edge) {
+        const std::int32_t time = clock[edge].time;
+        if (clock[edge].state != strong_1) continue;
         for (const tst_register_t& r : model.registers) {
-            std::int32_t last = 0;
-            for (const auto* change = net_of(r.data_net)->UU.U1.first_state; change != nullptr;
-                 change = change->next)
-                if (change->time <= edge->time) last = change->time;
-            if (edge->time - last < setup)
-                expected.insert({"/" + r.cell + "/CLKP", "/" + r.cell + "/D", last, edge->time, setup});
+            const kol_history_t& data = *net_of(r.data_net)->UU.U1.history;
+            const std::int32_t last = data[data.find(time)].time;
+            if (time - last < setup)
+                expected.insert({"/" + r.cell + "/CLKP", "/" + r.cell + "/D", last, time, setup});
         }
     }
     EXPECT_FALSE(expected.empty());

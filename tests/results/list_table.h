@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "foundation/context.h"
+#include "kernel/history.h"
 #include "kernel/state.h"
 #include "results/entries/cursors.h"
 #include "results/files/list_file.h"
@@ -78,16 +79,15 @@ protected:
     }
 
     // The history of a signal: its states at times, "iU@0 1S@10".
-    void history(const std::string& name, const std::string& text) {
-        yx_list_state_rec_t* previous = nullptr;
+    kol_history_t& history(const std::string& name, const std::string& text) {
+        kol_history_t& history = histories.emplace_back();
+        signal_of.at(name)->history = &history;
         for (std::size_t at = 0; at < text.size(); at = std::min(text.find(' ', at), text.size() - 1) + 1) {
-            yx_list_state_rec_t& record = histories.emplace_back();
-            EXPECT_TRUE(kol_keyword_to_state(text.substr(at, 2), record.state));
-            record.time = std::stoi(text.substr(at + 3));
-            record.previous = previous;
-            (previous == nullptr ? signal_of.at(name)->list_state : previous->next) = &record;
-            previous = &record;
+            if (at > 0) history.append(0, 0);
+            EXPECT_TRUE(kol_keyword_to_state(text.substr(at, 2), history.newest().state));
+            history.newest().time = std::stoi(text.substr(at + 3));
         }
+        return history;
     }
 
     // Every entry and member as "name@column/row", in table order.
@@ -149,5 +149,5 @@ private:
 
     std::deque<yx_signal_rec_t> signals;
     std::deque<yx_bus_rec_t> buses;
-    std::deque<yx_list_state_rec_t> histories;
+    std::deque<kol_history_t> histories;
 };

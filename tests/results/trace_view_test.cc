@@ -133,17 +133,17 @@ texts painted(const texts& segments) {
 }
 
 // The waveform step by step: a horizontal line in the state that was, a vertical one in the new state.
-texts every_segment(const std::vector<yx_list_state_rec_t>& records, std::int32_t now) {
-    const auto height = [](const yx_list_state_rec_t& record) {
+texts every_segment(const kol_history_t& records, std::int32_t now) {
+    const auto height = [](const kol_change_t& record) {
         return std::array{50, 63, 50, 37}[record.state % 4];
     };
-    const auto look = [](const yx_list_state_rec_t& record) {
+    const auto look = [](const kol_change_t& record) {
         const char* const colour = record.state < 4 ? "cyan" : record.state % 4 == 0 ? "red" : "yellow";
         return std::string(colour) + " " + std::to_string(4 - record.state / 4);
     };
     texts segments;
     std::int32_t x = 24;
-    const auto draw = [&](int y0, std::int32_t to, int y1, const yx_list_state_rec_t& as) {
+    const auto draw = [&](int y0, std::int32_t to, int y1, const kol_change_t& as) {
         segments.push_back(std::to_string(x) + " " + std::to_string(y0) + " " + std::to_string(to) + " " +
                            std::to_string(y1) + " " + look(as));
         x = to;
@@ -154,21 +154,17 @@ texts every_segment(const std::vector<yx_list_state_rec_t>& records, std::int32_
              records[i - 1]);
         if (after != before) draw(before, x, after, records[i]);
     }
-    draw(height(records.back()), 624, height(records.back()), records.back());
+    draw(height(records.newest()), 624, height(records.newest()), records.newest());
     return segments;
 }
 
 TEST_F(drawn_trace, keeps_the_picture_of_many_changes_in_one_column_of_pixels_and_draws_few_segments) {
     constexpr int changes = 100'000;
     trace("a");
-    std::vector<yx_list_state_rec_t> records(changes);
+    kol_history_t& records = history("a", "iU@0");
     std::uint32_t random = 1;
-    for (std::size_t i = 0; i < changes; ++i) {
-        records[i].state = static_cast<std::int8_t>((random = random * 1664525 + 1013904223) >> 24) & 15;
-        records[i].time = static_cast<std::int32_t>(i) * 9;
-        if (i > 0) records[i - 1].next = &records[i], records[i].previous = &records[i - 1];
-    }
-    signal_of.at("a")->list_state = &records[0];
+    for (int i = 1; i < changes; ++i)
+        records.append(i * 9, static_cast<std::int8_t>((random = random * 1664525 + 1013904223) >> 24) & 15);
     kol_ext.cur_time = 20 * (kol_ext.trace_scale = 9 * changes / 20);
     const texts& drawn = draw();
     EXPECT_LT(drawn.size(), 600 * 60U);

@@ -39,11 +39,11 @@ std::string tst_state_text(std::int8_t state) {
 
 namespace {
 
-std::string text_from(const yx_list_state_rec_t* record) {
+std::string text_from(const kol_history_t& history, std::size_t place) {
     std::string text;
-    for (; record != nullptr; record = record->next)
-        text +=
-            (text.empty() ? "" : " ") + std::to_string(record->time) + ":" + tst_state_text(record->state);
+    for (; place < history.size(); ++place)
+        text += (text.empty() ? "" : " ") + std::to_string(history[place].time) + ":" +
+                tst_state_text(history[place].state);
     return text;
 }
 
@@ -59,11 +59,11 @@ std::string tst_queue_text() {
     return text;
 }
 
-std::string tst_history_of(std::string_view net) { return text_from(tst_net(net).UU.U1.first_state); }
+std::string tst_history_of(std::string_view net) { return text_from(*tst_net(net).UU.U1.history, 0); }
 
 std::string tst_changes_of(std::string_view net) {
-    const yx_list_state_rec_t* first = tst_net(net).UU.U1.first_state;
-    return first == nullptr ? "not observed" : text_from(first->next);
+    const kol_history_t* history = tst_net(net).UU.U1.history;
+    return history == nullptr ? "not observed" : text_from(*history, 1);
 }
 
 void tst_expect_run(const std::string& design, std::string_view stimuli, const std::string& changes,

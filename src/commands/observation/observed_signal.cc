@@ -65,8 +65,7 @@ std::unique_ptr<yx_signal_rec_t> kol_make_signal(const kol_found_signal_t& found
     signal->bus = found.bus;
     signal->net = found.net;
     if (found.bus != nullptr) ++found.bus->nb_of_holder;
-    if (found.net != nullptr) signal->list_state = kol_observe_net(found.net);
-    signal->list_state_cur = signal->list_state;
+    if (found.net != nullptr) signal->history = kol_observe_net(found.net);
     return signal;
 }
 

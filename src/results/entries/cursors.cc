@@ -4,22 +4,15 @@
 #include <algorithm>
 #include <limits>
 
+#include "kernel/history.h"
 #include "results/entries/entry.h"
 
 namespace {
 
-// The last history record not later than the time, or the first record; none without a history.  Successive
-// times lie close together, so the walk starts at the cursor.
-yx_list_state_rec_t* record_at(const yx_signal_rec_t& signal, std::int32_t time) {
-    yx_list_state_rec_t* record =
-        signal.list_state_cur != nullptr ? signal.list_state_cur : signal.list_state;
-    if (record == nullptr) {
-        kol_trace(" LIST : no history : \"%.*s\"", signal.name.len, signal.name.char_);
-        return nullptr;
-    }
-    while (record->next != nullptr && record->next->time <= time) record = record->next;
-    while (record->time > time && record->previous != nullptr) record = record->previous;
-    return record;
+bool has_history(const yx_signal_rec_t& signal) {
+    if (signal.history != nullptr) return true;
+    kol_trace(" LIST : no history : \"%.*s\"", signal.name.len, signal.name.char_);
+    return false;
 }
 
 void find_next_change(yx_signal_rec_t* entries, std::int32_t time, std::int32_t& next) {
@@ -31,7 +24,7 @@ void find_next_change(yx_signal_rec_t* entries, std::int32_t time, std::int32_t&
 }  // namespace
 
 void kol_list_get_sigresult(yx_signal_rec_t* signal, std::int32_t cur_time) {
-    signal->list_state_cur = record_at(*signal, cur_time);
+    if (has_history(*signal)) signal->cursor = signal->history->find(cur_time, signal->cursor);
 }
 
 void kol_list_get_busresult(yx_bus_rec_t* bus, std::int32_t cur_time) {
@@ -41,11 +34,13 @@ void kol_list_get_busresult(yx_bus_rec_t* bus, std::int32_t cur_time) {
 }
 
 void kol_list_get_signextime(yx_signal_rec_t* signal, std::int32_t curtime, std::int32_t& nextime) {
-    yx_list_state_rec_t* later = record_at(*signal, curtime);
-    if (later != nullptr && later->time <= curtime) later = later->next;
-    if (later == nullptr) return;
-    signal->list_state_cur = later;
-    if (later->time < nextime) nextime = later->time;
+    if (!has_history(*signal)) return;
+    const kol_history_t& history = *signal->history;
+    std::size_t later = history.find(curtime, signal->cursor);
+    if (history[later].time <= curtime) ++later;
+    if (later == history.size()) return;
+    signal->cursor = later;
+    nextime = std::min(nextime, history[later].time);
 }
 
 void kol_list_get_busnextime(yx_bus_rec_t* bus, std::int32_t curtime, std::int32_t& nextime) {
@@ -55,7 +50,7 @@ void kol_list_get_busnextime(yx_bus_rec_t* bus, std::int32_t curtime, std::int32
 std::int32_t rs_change_before(yx_signal_rec_t& signal, std::int32_t time) {
     if (time < 1) return 0;
     kol_list_get_sigresult(&signal, time - 1);
-    return signal.list_state_cur == nullptr ? 0 : std::min(signal.list_state_cur->time, time);
+    return signal.history == nullptr ? 0 : std::min((*signal.history)[signal.cursor].time, time);
 }
 
 std::int32_t rs_change_before(yx_bus_rec_t& bus, std::int32_t time) {

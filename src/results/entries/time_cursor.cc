@@ -26,8 +26,8 @@ std::vector<yx_signal_rec_t*> signals_of(const rs_entry_t& entry) {
 
 bool read_state(yx_signal_rec_t& signal, std::int32_t time, std::int8_t& state) {
     kol_list_get_sigresult(&signal, time);
-    if (signal.list_state_cur == nullptr) return false;
-    state = signal.list_state_cur->state;
+    if (signal.history == nullptr) return false;
+    state = (*signal.history)[signal.cursor].state;
     return true;
 }
 
@@ -84,10 +84,10 @@ bool rs_previous_change(const rs_entry_t& entry, std::int32_t time, std::int32_t
 }
 
 bool rs_state_at(const yx_net_record_t& net, std::int32_t time, std::int8_t& state) {
-    if (net.net_type == YX_TSTD_BUS || net.UU.U1.first_state == nullptr || time < kol_recorded_from(net))
+    if (net.net_type == YX_TSTD_BUS || net.UU.U1.history == nullptr || time < kol_recorded_from(net))
         return false;
     yx_signal_rec_t reader;
-    reader.list_state = net.UU.U1.first_state;
+    reader.history = net.UU.U1.history;
     return read_state(reader, time, state);
 }
 

@@ -1,6 +1,7 @@
 // The texts of the list rows.
 #include "results/list/rows.h"
 
+#include "kernel/history.h"
 #include "kernel/say.h"
 #include "kernel/state.h"
 #include "results/list/layout.h"
@@ -12,9 +13,9 @@ std::string kol_list_time_text(std::int32_t time) {
 }
 
 std::string kol_list_value_text(const yx_signal_rec_t& signal) {
-    if (signal.list_state_cur == nullptr) return {};
+    if (signal.history == nullptr) return {};
     char two[2];
-    kol_state_to_statechar(signal.list_state_cur->state, two);
+    kol_state_to_statechar((*signal.history)[signal.cursor].state, two);
     return {two, kol_list_value_width()};
 }
 

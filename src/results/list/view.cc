@@ -47,7 +47,7 @@ void draw_time(tm_canvas& canvas, std::int32_t row, std::int32_t time) {
 // Whether the state under the signal's cursor was seen to be so.
 bool is_recorded(const yx_signal_rec_t& signal) {
     return !rs_options.mark_unrecorded || signal.net == nullptr ||
-           signal.list_state_cur->time >= kol_recorded_from(*signal.net);
+           (*signal.history)[signal.cursor].time >= kol_recorded_from(*signal.net);
 }
 
 void draw_value(tm_canvas& canvas, std::int32_t row, const yx_signal_rec_t& signal) {

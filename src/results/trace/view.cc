@@ -2,6 +2,7 @@
 #include "results/trace/view.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <string>
 #include <vector>
@@ -89,6 +90,8 @@ public:
         if (next.at.y != end_.at.y) line_to(next.at);
     }
     void end_at(std::int32_t x) { line_to({x, end_.at.y}); }
+    // Goes on where another change in the same column has left off.
+    void resume_at(const wave_end& end) { end_ = end; }
 
 private:
     struct segment {
@@ -120,6 +123,55 @@ wave_end wave_at(std::int8_t state, std::int32_t x, std::int32_t middle) {
             drives[drive]};
 }
 
+// The last time whose place is that of a time.
+std::int32_t last_time_at_place_of(std::int32_t time, std::int32_t plot_width) {
+    if (plot_width < 1) return time;
+    const std::int64_t unit = window_span() > large_span ? coarse_step : 1, span = window_span() / unit;
+    const std::int64_t along = (std::int64_t{time} - kol_ext.trace_cur_time) / unit * plot_width / span;
+    const std::int64_t next = ((along + 1) * span + plot_width - 1) / plot_width;  // offset of the next pixel
+    return static_cast<std::int32_t>(
+        std::min<std::int64_t>(kol_ext.trace_cur_time + next * unit - 1, std::numeric_limits<std::int32_t>::max()));
+}
+
+constexpr std::size_t few_changes = 32;
+
+constexpr std::size_t drawn_state(std::int8_t state) {
+    return kol_state_is_valid(state) ? static_cast<std::size_t>(state) : 0;
+}
+
+// Changes in one column of pixels.  What a change draws depends on the states before and behind it, so of
+// many only the last one of each such pair counts.
+void draw_many(waveform& drawn, const kol_history_t& history, std::size_t from, std::size_t to, tm_pixel at) {
+    struct pair_t {
+        std::size_t last;  // number of its last change, from 1
+        std::size_t before, behind;
+    };
+    std::array<std::size_t, std::size_t{kol_state_count} * kol_state_count> last{};
+    std::size_t number = 0, before = drawn_state(history[from - 1].state);
+    for (std::size_t place = from; place < to;) {
+        const std::span<const kol_change_t> changes = history.together(place, to);
+        for (const kol_change_t& change : changes) {
+            const std::size_t behind = drawn_state(change.state);
+            last[before * kol_state_count + behind] = ++number;
+            before = behind;
+        }
+        place += changes.size();
+    }
+    std::vector<pair_t> pairs;
+    for (std::size_t pair = 0; pair < last.size(); ++pair)
+        if (last[pair] != 0) pairs.push_back({last[pair], pair / kol_state_count, pair % kol_state_count});
+    std::ranges::sort(pairs, {}, &pair_t::last);
+    for (const pair_t& pair : pairs) {
+        drawn.resume_at(wave_at(static_cast<std::int8_t>(pair.before), at.x, at.y));
+        drawn.step_to(wave_at(static_cast<std::int8_t>(pair.behind), at.x, at.y));
+    }
+}
+
+void draw_column(waveform& drawn, const kol_history_t& history, std::size_t from, std::size_t to, tm_pixel at) {
+    if (to > from + few_changes) return draw_many(drawn, history, from, to, at);
+    for (; from < to; ++from) drawn.step_to(wave_at(history[from].state, at.x, at.y));
+}
+
 // Where the waveform begins: at the window's begin, or where the history does.
 std::int32_t begin_of(const yx_signal_rec_t& signal) {
     if (!rs_options.mark_unrecorded || signal.net == nullptr) return kol_ext.trace_cur_time;
@@ -129,15 +181,22 @@ std::int32_t begin_of(const yx_signal_rec_t& signal) {
 void draw_waveform(tm_canvas& canvas, yx_signal_rec_t& signal) {
     const std::int32_t begin = begin_of(signal);
     kol_trace_get_sigresult(&signal, begin);
-    if (signal.list_state_cur == nullptr || !kol_trace_row_shown(signal, canvas.height())) return;
+    if (signal.history == nullptr || !kol_trace_row_shown(signal, canvas.height())) return;
     const std::int32_t end = plot_end(), middle = kol_trace_row_y(signal.row);
     const std::int32_t width = plot_width_of(canvas.width());
     if (end <= begin) return;
-    yx_list_state_rec_t*& record = signal.list_state_cur;
-    waveform drawn(canvas, wave_at(record->state, x_of(begin, width), middle));
-    while (record->next != nullptr && record->next->time <= end) {
-        record = record->next;
-        drawn.step_to(wave_at(record->state, x_of(record->time, width), middle));
+    const kol_history_t& history = *signal.history;
+    waveform drawn(canvas, wave_at(history[signal.cursor].state, x_of(begin, width), middle));
+    std::size_t place = signal.cursor + 1;
+    signal.cursor = history.find(end, signal.cursor);
+    while (place <= signal.cursor) {
+        const kol_change_t& change = history[place];
+        const std::int32_t x = x_of(change.time, width);
+        drawn.step_to(wave_at(change.state, x, middle));
+        const std::size_t next =
+            std::min(history.find(last_time_at_place_of(change.time, width), place), signal.cursor) + 1;
+        draw_column(drawn, history, place + 1, next, {x, middle});
+        place = next;
     }
     drawn.end_at(x_of(end, width));
 }
