@@ -8,8 +8,6 @@
 #include "kernel/clear.h"
 #include "kernel/lookup.h"
 #include "kernel/name_index.h"
-#include "kernel/net_events.h"
-#include "kernel/queue.h"
 #include "kernel/run.h"
 #include "kernel/setup.h"
 #include "kernel/stimuli.h"
@@ -110,55 +108,50 @@ void run_events(benchmark::State& state) {
     const auto gates = static_cast<std::int32_t>(state.range(0));
     if (!build(gates, state)) return;
     kol_ext.spike_on = state.range(1) != 0;
-    std::vector<kol_force_rec_t> forces(static_cast<std::size_t>(gates / chain_length));
-    for (std::size_t k = 0; k < forces.size(); ++k) {
-        forces[k].net = yx_ptrto_net_rec(static_cast<std::int32_t>(k) * (chain_length + 1) + 1);
-        if (k > 0) forces[k].previous = &forces[k - 1];
-    }
     std::int8_t value = 17;
     for (auto _ : state) {
         value = value == 17 ? 19 : 17;
-        for (kol_force_rec_t& force : forces) {
-            force.state = value;
-            force.time = kol_ext.cur_time;
-        }
-        kol_ext.last_force = &forces.back();
+        kol_clear_stimuli();
+        for (std::int32_t chain = 0; chain < gates / chain_length; ++chain)
+            kol_add_force(*yx_ptrto_net_rec(chain * (chain_length + 1) + 1), value, kol_ext.cur_time, 0);
         run_to(kol_ext.cur_time + 2 * chain_length + 10);
     }
-    kol_ext.last_force = nullptr;
     const std::int32_t last = gates / chain_length * (chain_length + 1);
     if (yx_ptrto_net_rec(last)->UU.U1.cur_state.state != value) state.SkipWithError("the last net is wrong");
     state.SetItemsProcessed(state.iterations() * last);  // an event for each net
 }
 BENCHMARK(run_events)->ArgsProduct({{1000, 10000, 100000}, {0, 1}})->Unit(benchmark::kMillisecond);
 
-// FORCE events of one net, spread over a run in no order, and the run itself.
-void schedule_forces(benchmark::State& state) {
+// Forces of one net, entered in no order of time, and the run over them.
+void run_forces(benchmark::State& state) {
     if (!build(chain_length, state)) return;
-    std::vector<kol_force_rec_t> forces(static_cast<std::size_t>(state.range(0)));
-    const auto count = static_cast<std::int32_t>(forces.size());
-    for (std::int32_t k = 0; k < count; ++k) {
-        kol_force_rec_t& force = forces[static_cast<std::size_t>(k)];
-        force.net = yx_ptrto_net_rec(1);
-        force.state = static_cast<std::int8_t>(k % 2 == 0 ? 17 : 19);
-        force.time = static_cast<std::int32_t>(std::int64_t{k} * 7919 % count) * 3;
-        if (k > 0) force.previous = &forces[static_cast<std::size_t>(k) - 1];
-    }
+    const auto count = static_cast<std::int32_t>(state.range(0));
     for (auto _ : state) {
         kol_ext.cur_time = 0;
         kol_init_net_state();
-        kol_ext.last_force = &forces.back();
-        kol_ext.start_time = 0;
-        kol_ext.end_time = 3 * count;
-        kol_schedule_stimuli(kol_stimuli_of_window());
-        kol_ext.last_force = nullptr;
-        for (; kol_ext.cur_event != nullptr; kol_retire_cur_event())
-            benchmark::DoNotOptimize(kol_next_change(*kol_ext.cur_event));
+        kol_clear_stimuli();
+        for (std::int32_t k = 0; k < count; ++k)
+            kol_add_force(*yx_ptrto_net_rec(1), static_cast<std::int8_t>(k % 2 == 0 ? 17 : 19),
+                          static_cast<std::int32_t>(std::int64_t{k} * 7919 % count) * 3, 0);
+        run_to(3 * count);
     }
     state.SetComplexityN(count);
     state.SetItemsProcessed(state.iterations() * count);
 }
-BENCHMARK(schedule_forces)->RangeMultiplier(4)->Range(1000, 256000)->Complexity();
+BENCHMARK(run_forces)->RangeMultiplier(4)->Range(1000, 256000)->Complexity()->Unit(benchmark::kMillisecond);
+
+// Short runs, with that many forces ahead of them.
+void run_short_of_forces(benchmark::State& state) {
+    if (!build(chain_length, state)) return;
+    constexpr std::int32_t far = 1'000'000'000;
+    kol_clear_stimuli();
+    for (std::int32_t k = 0; k < state.range(0); ++k) kol_add_force(*yx_ptrto_net_rec(1), 17, far + k, 0);
+    for (auto _ : state) {
+        kol_add_force(*yx_ptrto_net_rec(1), 19, kol_ext.cur_time, 0);
+        run_to(kol_ext.cur_time + 10);
+    }
+}
+BENCHMARK(run_short_of_forces)->Arg(10)->Arg(100'000)->Unit(benchmark::kMicrosecond);
 
 // Every net of a design looked up by its name once, the index of names included.
 void find_names(benchmark::State& state) {

@@ -20,6 +20,7 @@
 #include "kernel/lookup.h"
 #include "kernel/run.h"
 #include "kernel/setup.h"
+#include "kernel/stimuli.h"
 #include "models/model_table.h"
 #include "netlist/design_file.h"
 
@@ -70,13 +71,7 @@ yx_net_record_t* net_named(const std::string& name) {
 }
 
 void add_force(std::int32_t time, const std::string& port, char value) {
-    auto* force = new kol_force_rec_t;
-    force->net = net_named(port);
-    force->time = time;
-    force->state = value == '1' ? state_1 : state_0;
-    force->previous = kol_ext.last_force;
-    (kol_ext.last_force == nullptr ? kol_ext.start_force : kol_ext.last_force->next) = force;
-    kol_ext.last_force = force;
+    kol_add_force(*net_named(port), value == '1' ? state_1 : state_0, time, 0);
 }
 
 void read_stimuli(const std::string& path) {
@@ -84,7 +79,7 @@ void read_stimuli(const std::string& path) {
     std::int32_t time = 0;
     std::string port;
     for (char value = 0; file >> time >> port >> value;) add_force(time, port, value);
-    if (kol_ext.last_force == nullptr) fail("no stimuli in " + path);
+    if (kol_stimuli.forces.empty()) fail("no stimuli in " + path);
 }
 
 std::vector<yx_net_record_t*> read_outputs(const std::string& path) {

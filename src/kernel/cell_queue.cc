@@ -1,7 +1,5 @@
-// Stimuli by time, and events from records to the wheel and back.
+// Stimuli into the wheel, and events from records to the wheel and back.
 #include "kernel/cell_queue.h"
-
-#include <algorithm>
 
 #include "kernel/queue.h"
 #include "kernel/time_index.h"
@@ -11,8 +9,8 @@ namespace {
 yx_net_record_t& record_of(std::uint32_t at) { return *yx_ptrto_net_rec(static_cast<std::int32_t>(at)); }
 
 std::uint32_t what_of(const kol_stimulus_t& stimulus) {
-    return kol_what(kol_first_force() + static_cast<std::uint32_t>(kol_root_net(stimulus.net)->self),
-                    stimulus.state);
+    const yx_net_record_t& root = *kol_root_net(yx_ptrto_net_rec(stimulus.net));
+    return kol_what(kol_first_force() + static_cast<std::uint32_t>(root.self), stimulus.state);
 }
 
 void remember_newest(const yx_event_rec_t& event, std::uint32_t place, std::uint32_t index) {
@@ -34,40 +32,31 @@ std::uint32_t index_of(const yx_event_rec_t& event) {
 
 }  // namespace
 
-void kol_stimuli_reader_t::enter_at_once(std::int32_t time) {
-    const auto of_time = std::ranges::equal_range(stimuli_, time, {}, &kol_stimulus_t::time);
-    for (const kol_stimulus_t& stimulus : of_time) kol_cells.wheel.append(time, what_of(stimulus), 0);
-    if (!of_time.empty()) entered_.push_back(time);
-}
+const kol_stimuli_target_t kol_wheel_of_cells = {
+    [](const kol_stimulus_t& stimulus) { kol_cells.wheel.append(stimulus.time, what_of(stimulus), 0); },
+    [](std::int32_t time, std::span<const kol_stimulus_t> stimuli) {
+        static std::vector<std::uint32_t> whats;
+        whats.clear();
+        for (const kol_stimulus_t& stimulus : stimuli) whats.push_back(what_of(stimulus));
+        kol_cells.wheel.add_first(time, whats);
+    },
+};
 
-void kol_stimuli_reader_t::enter_behind(const std::vector<std::int32_t>& times_of_queue) {
-    for (const std::int32_t time : times_of_queue) enter_at_once(time);
-    if (stimuli_.empty() || std::ranges::binary_search(entered_, stimuli_.back().time)) return;
-    enter_at_once(stimuli_.back().time);
-    std::ranges::sort(entered_);
-}
-
-void kol_stimuli_reader_t::enter(std::int32_t time) {
-    if (next_time() != time) return;
-    std::vector<std::uint32_t> whats;
-    for (; next_time() == time; ++next_) whats.push_back(what_of(stimuli_[next_]));
-    if (!std::ranges::binary_search(entered_, time)) kol_cells.wheel.add_first(time, whats);
-}
-
-void kol_stimuli_reader_t::enter_rest() {
-    while (next_ < stimuli_.size()) enter(stimuli_[next_].time);
-}
-
-std::vector<std::int32_t> kol_take_queue() {
-    std::vector<std::int32_t> times;
+void kol_take_queue() {
     for (const yx_event_rec_t* event = kol_ext.cur_event; event != nullptr; event = event->next) {
-        if (times.empty() || times.back() != event->time) times.push_back(event->time);
         const std::uint32_t index = index_of(*event);
         const std::uint32_t rank = event->pin == nullptr ? 0 : kol_rank_of(event->pin->pin_hdl_priority);
         const std::uint32_t place = kol_cells.wheel.append(event->time, kol_what(index, event->state), rank);
         if (event->pin != nullptr) remember_newest(*event, place, index);
     }
     kol_empty_queue();
+}
+
+std::vector<std::int32_t> kol_times_of_wheel() {
+    std::vector<std::int32_t> times;
+    kol_cells.wheel.for_each([&](std::int32_t time, std::uint32_t) {
+        if (times.empty() || times.back() != time) times.push_back(time);
+    });
     return times;
 }
 

@@ -474,12 +474,12 @@ void exec(std::uint32_t what, std::uint32_t place) {
         exec_driver(index - kol_first_driver(), state, place);
 }
 
-kol_executed_t executed(std::uint32_t what) {
+kol_executed_t executed(std::uint32_t what, bool looks_at_keys) {
     const std::uint32_t index = what >> kol_what_shift;
     if (index >= kol_first_driver())
-        return {false, run.now, kol_cells.drivers[index - kol_first_driver()].net};
+        return {looks_at_keys, run.now, kol_cells.drivers[index - kol_first_driver()].net};
     const bool is_force = index >= kol_first_force();
-    return {is_force, run.now, &record_of(is_force ? index - kol_first_force() : index)};
+    return {is_force || looks_at_keys, run.now, &record_of(is_force ? index - kol_first_force() : index)};
 }
 
 // The events of the current time; true ends the run.
@@ -492,11 +492,12 @@ bool exec_now(std::int64_t counted_before) {
             __builtin_prefetch(&kol_cells.cell[std::min<std::size_t>(wheel.what(next) >> kol_what_shift,
                                                                      kol_first_force() - 1)]);
         const std::uint32_t what = wheel.what(at);
-        run.asks = false;
+        const bool is_look_due = kol_is_look_due();
+        run.asks = is_look_due;
         exec(what, at);
         wheel.drop_head();
         ++events;
-        is_ended = run.asks && kol_is_run_ended(executed(what), counted_before);
+        is_ended = run.asks && kol_is_run_ended(executed(what, is_look_due), counted_before);
     }
     kol_events_executed += events;
     return is_ended;
@@ -526,7 +527,7 @@ bool end_time_watched(std::int64_t next_time, std::int64_t counted_before) {
     return kol_watch_time(next_time, counted_before);
 }
 
-bool exec_times(kol_stimuli_reader_t& stimuli) {
+bool exec_times(kol_stimuli_entry_t& stimuli) {
     const std::int64_t counted_before = tm_counted();
     kol_ext.spike_min = kol_ext.spike_min_t0;
     for (;;) {
@@ -540,32 +541,34 @@ bool exec_times(kol_stimuli_reader_t& stimuli) {
         if (kol_ext.tspike_min > 0 && time >= kol_ext.tspike_min) kol_ext.spike_min = kol_ext.spike_min_t;
         kol_ext.cur_time = run.now = time;
         kol_cells.wheel.turn_to(time);
-        stimuli.enter(time);
+        stimuli.enter_until(time);
+        if (kol_cells.looks_for_spikes) kol_see_forces_until(std::int64_t{time} + kol_max_delay);
         if (exec_now(counted_before)) return true;
     }
 }
 
-bool is_possible(const kol_stimuli_t& stimuli) {
-    if (!kol_cells_are_used) return false;
-    if (kol_ext.cur_event != nullptr && kol_ext.cur_event->time < kol_ext.cur_time) return false;
-    return stimuli.empty() || stimuli.front().time >= kol_ext.cur_time;
+bool is_possible() {
+    return kol_cells_are_used &&
+           (kol_ext.cur_event == nullptr || kol_ext.cur_event->time >= kol_ext.cur_time);
 }
 
 }  // namespace
 
 bool kol_cells_are_used = true;
 
-bool kol_run_cells(const kol_stimuli_t& stimuli) {
-    if (!is_possible(stimuli) || !kol_prepare_cells()) return false;
-    kol_stimuli_reader_t reader{stimuli};
+bool kol_run_cells() {
+    if (!is_possible() || !kol_prepare_cells()) return false;
+    kol_stimuli_entry_t stimuli(kol_wheel_of_cells);
     run = {};
-    if (kol_cells.looks_for_spikes) kol_begin_forces(stimuli);
-    reader.enter_behind(kol_take_queue());
+    std::vector<std::int32_t> times = kol_times_of_queue();
+    if (kol_cells.looks_for_spikes) kol_begin_forces(times);
+    kol_take_queue();
+    stimuli.begin(std::move(times));
     kol_cells.is_running = true;
-    kol_ext.time_breaked = exec_times(reader) || kol_ext.time_breaked;
+    kol_ext.time_breaked = exec_times(stimuli) || kol_ext.time_breaked;
     kol_cells.is_running = false;
     list_noted_changes();
-    reader.enter_rest();
+    stimuli.end(kol_times_of_wheel());
     kol_write_back_cells();
     kol_give_queue_back();
     if (kol_cells.looks_for_spikes) kol_end_forces();

@@ -2,11 +2,9 @@
 // event.
 #pragma once
 
-#include "kernel/stimuli.h"
-
 // False: every run goes the general way, as tests that compare both want it.
 extern bool kol_cells_are_used;
 
 // Executes events up to end_time, or to what ends the run; false: the run has to go the general way, nothing
 // has been done.
-bool kol_run_cells(const kol_stimuli_t& stimuli);
+bool kol_run_cells();

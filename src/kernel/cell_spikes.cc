@@ -2,6 +2,7 @@
 #include "kernel/cell_spikes.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -9,14 +10,17 @@ namespace {
 constexpr std::uint32_t no_force = ~std::uint32_t{0};
 
 struct force_t {
-    std::uint32_t at;
-    std::int32_t time;
-    std::uint32_t next;  // of the net
-    std::int8_t state;
+    std::int32_t time = 0;
+    std::uint32_t next = no_force;  // of the net
+    std::int8_t state = 0;
 };
 struct forces_t {
-    std::vector<force_t> all;          // by time and place in the queue
-    std::vector<std::uint32_t> first;  // of each cell, of those still to come
+    std::vector<force_t> pool;
+    std::uint32_t free = no_force;
+    std::vector<std::uint32_t> first;   // of each cell, by time and place in the queue
+    std::vector<std::uint32_t> forced;  // cells that have had one
+    std::vector<std::int32_t> times;    // of the queue when the run began
+    std::optional<kol_stimuli_reader_t> reader;
 };
 forces_t forces;
 
@@ -28,10 +32,8 @@ std::int8_t state_at(std::uint32_t place) {
 
 std::int64_t first_other_force(std::uint32_t at, std::int8_t state) {
     if ((kol_cells.cell[at].flags & kol_cell_forced) == 0) return none;
-    const std::int64_t last = std::int64_t{kol_ext.cur_time} + kol_max_delay;
-    for (std::uint32_t k = forces.first[at]; k != no_force && forces.all[k].time <= last;
-         k = forces.all[k].next)
-        if (forces.all[k].state != state) return forces.all[k].time;
+    for (std::uint32_t k = forces.first[at]; k != no_force; k = forces.pool[k].next)
+        if (forces.pool[k].state != state) return forces.pool[k].time;
     return none;
 }
 
@@ -58,37 +60,61 @@ std::int32_t distance_to(std::int64_t time) {
     return time == none || distance > kol_max_delay ? -1 : static_cast<std::int32_t>(distance);
 }
 
-void chain_by_net() {
-    forces.first.assign(kol_cells.cell.size(), no_force);
-    for (std::size_t k = forces.all.size(); k-- > 0;) {
-        force_t& force = forces.all[k];
-        force.next = std::exchange(forces.first[force.at], static_cast<std::uint32_t>(k));
-        kol_cells.cell[force.at].flags |= kol_cell_forced;
+std::uint32_t take_place() {
+    if (forces.free == no_force) {
+        forces.pool.emplace_back();
+        return static_cast<std::uint32_t>(forces.pool.size() - 1);
     }
+    return std::exchange(forces.free, forces.pool[forces.free].next);
+}
+
+void add_force(const yx_net_record_t& root, std::int32_t time, std::int8_t state) {
+    const auto at = static_cast<std::uint32_t>(root.self);
+    std::uint8_t& flags = kol_cells.cell[at].flags;
+    if ((flags & kol_cell_forced) == 0) forces.forced.push_back(at);
+    flags |= kol_cell_forced;
+    const std::uint32_t place = take_place();
+    std::uint32_t* link = &forces.first[at];
+    while (*link != no_force && forces.pool[*link].time <= time) link = &forces.pool[*link].next;
+    forces.pool[place] = {time, *link, state};
+    *link = place;
 }
 
 }  // namespace
 
-void kol_begin_forces(const kol_stimuli_t& stimuli) {
-    forces.all.clear();
-    const auto add = [](const yx_net_record_t& net, std::int32_t time, std::int8_t state) {
-        forces.all.push_back({static_cast<std::uint32_t>(net.self), time, no_force, state});
-    };
+void kol_begin_forces(std::span<const std::int32_t> times) {
+    forces.pool.clear();
+    forces.free = no_force;
+    forces.first.resize(kol_cells.cell.size(), no_force);
+    forces.times.assign(times.begin(), times.end());
     for (const yx_event_rec_t* event = kol_ext.cur_event; event != nullptr; event = event->next)
-        if (event->pin == nullptr) add(*event->net, event->time, event->state);
-    const auto queued = static_cast<std::ptrdiff_t>(forces.all.size());
-    for (const kol_stimulus_t& stimulus : stimuli)
-        add(*kol_root_net(stimulus.net), stimulus.time, stimulus.state);
-    std::ranges::inplace_merge(forces.all, forces.all.begin() + queued, {}, &force_t::time);
-    if (!forces.all.empty()) chain_by_net();
+        if (event->pin == nullptr) add_force(*event->net, event->time, event->state);
+    forces.reader.emplace();
+}
+
+// What runs that ended early have brought for a time of the queue is queued.
+void kol_see_forces_until(std::int64_t time) {
+    while (forces.reader->next_time() <= time) {
+        const kol_stimulus_t seen = forces.reader->take();
+        if (seen.is_of_present || !std::ranges::binary_search(forces.times, seen.time))
+            add_force(*kol_root_net(yx_ptrto_net_rec(seen.net)), seen.time, seen.state);
+    }
 }
 
 void kol_end_forces() {
-    for (const force_t& force : forces.all)
-        kol_cells.cell[force.at].flags &= static_cast<std::uint8_t>(~kol_cell_forced);
+    for (const std::uint32_t at : forces.forced) {
+        kol_cells.cell[at].flags &= static_cast<std::uint8_t>(~kol_cell_forced);
+        forces.first[at] = no_force;
+    }
+    forces.forced.clear();
+    forces.reader.reset();
 }
 
-void kol_retire_force(std::uint32_t at) { forces.first[at] = forces.all[forces.first[at]].next; }
+void kol_retire_force(std::uint32_t at) {
+    const std::uint32_t place = forces.first[at];
+    forces.first[at] = std::exchange(forces.pool[place].next, forces.free);
+    forces.free = place;
+}
 
 std::int32_t kol_next_change_of_cell(std::uint32_t at, const kol_cell_t& cell, std::uint32_t executed) {
     const std::int8_t state = state_at(executed);

@@ -1,12 +1,16 @@
 // kol: the next change of a net among the events of the wheel, which a look for spikes needs.  Owns, while a
-// run looks for spikes, the FORCE events of each net that are still to come, entered or not.
+// run looks for spikes, the FORCE events of each net that come within kol_max_delay, entered or not.
 #pragma once
 
-#include "kernel/cells.h"
-#include "kernel/stimuli.h"
+#include <span>
 
-// Before the queue is taken into the wheel.
-void kol_begin_forces(const kol_stimuli_t& stimuli);
+#include "kernel/cells.h"
+#include "kernel/stimuli_reader.h"
+
+// Before the queue, whose times are given, is taken into the wheel.
+void kol_begin_forces(std::span<const std::int32_t> times);
+// Stimuli up to a time are looked at.
+void kol_see_forces_until(std::int64_t time);
 void kol_end_forces();
 void kol_retire_force(std::uint32_t at);
 // The time from now to the net's first event that carries another state, -1 when there is none within

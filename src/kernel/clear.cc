@@ -9,15 +9,9 @@
 #include "kernel/name_index.h"
 #include "kernel/network.h"
 #include "kernel/queue.h"
+#include "kernel/stimuli.h"
 
 namespace {
-
-void delete_stimuli() {
-    tm_list_clear(kol_ext.start_force, kol_ext.last_force);
-    for (auto* block = kol_ext.start_clock_force_blk; block != nullptr; block = block->next)
-        tm_list_clear(block->start_force, block->last_force);
-    tm_list_clear(kol_ext.start_clock_force_blk, kol_ext.last_clock_force_blk);
-}
 
 void delete_buses(yx_bus_rec_t*& first, yx_bus_rec_t*& last) {
     for (auto* bus = first; bus != nullptr; bus = bus->next)
@@ -37,7 +31,7 @@ void delete_observers() {
 }  // namespace
 
 void kol_context_clear() {
-    delete_stimuli();
+    kol_clear_stimuli();
     delete_observers();
     kol_clear_models();
     kol_clear_queue();

@@ -1,6 +1,6 @@
 // kol_ext: the record of the simulator, one instance for the whole program: schematic directory, timing
 // range, run window, event queue, spike settings, the instance, pin and net whose handler runs, the
-// simulation path, and the lists of forces, clock blocks, probes, breaks, user buses, list and trace signals.
+// simulation path, and the lists of probes, breaks, user buses, list and trace signals.
 // Times are time steps.
 #pragma once
 
@@ -11,26 +11,6 @@
 
 inline constexpr std::size_t kol_max_parameters = 30;
 using kol_array_param_t = std::array<tm_string_record_t, kol_max_parameters>;
-
-struct kol_force_rec_t {
-    tm_string_record_t name;  // as typed
-    yx_net_record_t* net = nullptr;
-    std::int16_t net_type = 0;  // result of the net lookup
-    std::int8_t state = 0;
-    std::int32_t time = 0;       // absolute, or the offset within a clock period
-    std::int32_t stop_time = 0;  // 0 or below: none
-    kol_force_rec_t* previous = nullptr;
-    kol_force_rec_t* next = nullptr;
-};
-
-struct kol_forceblk_rec_t {  // forces repeated with one period
-    std::int32_t clock_period = 0;
-    kol_force_rec_t* start_force = nullptr;
-    kol_force_rec_t* last_force = nullptr;
-    std::int32_t start_time = 0;
-    kol_forceblk_rec_t* previous = nullptr;
-    kol_forceblk_rec_t* next = nullptr;
-};
 
 struct kol_probe_signal_rec_t {
     yx_net_record_t* net = nullptr;
@@ -93,12 +73,6 @@ struct kol_defref_var_rec_t {
     std::int16_t spike_model = kol_indgene;
     std::int32_t spike_min = 0, spike_min_t0 = 0, spike_min_t = 0, tspike_min = 0;
     float tim_coef_delay = 1.0F, tim_coef_setup = 1.0F, tim_coef_hold = 1.0F, tim_coef_minpulse = 1.0F;
-
-    // Stimuli.
-    kol_force_rec_t* start_force = nullptr;
-    kol_force_rec_t* last_force = nullptr;
-    kol_forceblk_rec_t* start_clock_force_blk = nullptr;
-    kol_forceblk_rec_t* last_clock_force_blk = nullptr;
 
     // Observation.
     yx_break_signal_rec_t* break_signal = nullptr;  // newest

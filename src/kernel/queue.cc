@@ -208,6 +208,25 @@ void kol_create_force_event(yx_net_record_t* net, std::int32_t abs_time, std::in
     kol_add_net_event(event);
 }
 
+void kol_put_forces_first(std::int32_t time, std::span<const kol_stimulus_t> stimuli) {
+    kol_time_group_t& group = kol_group_of(time);
+    const bool has_events = group.first != nullptr;
+    yx_event_rec_t* const before = has_events ? group.first->previous : nullptr;
+    yx_event_rec_t *first = nullptr, *last = before;
+    for (const kol_stimulus_t& stimulus : stimuli) {
+        yx_net_record_t* const root = kol_root_net(yx_ptrto_net_rec(stimulus.net));
+        yx_event_rec_t* const event = make_event(nullptr, root, force_priority, time, stimulus.state);
+        if (has_events)
+            link_behind(last, event);
+        else
+            place_last(event, group);
+        if (first == nullptr) first = event;
+        last = event;
+        kol_add_net_event(event);
+    }
+    if (has_events && first != nullptr) kol_join_first(group, first, last);
+}
+
 void kol_append_event(yx_pin_record_t* pin, yx_net_record_t* root, std::int32_t time, std::int8_t state) {
     const std::int16_t priority = pin == nullptr ? force_priority : pin->pin_hdl_priority;
     yx_event_rec_t* const event = make_event(pin, root, priority, time, state);

@@ -6,6 +6,7 @@
 #include "kernel/model.h"
 #include "kernel/network.h"
 #include "kernel/queue.h"
+#include "kernel/stimuli.h"
 
 namespace {
 
@@ -53,6 +54,7 @@ void kol_take_states_of_bits(yx_pin_record_t& pin) {
 
 void kol_resume_at(std::int32_t time) {
     kol_empty_queue();
+    kol_drop_windows();
     kol_forget_cell_states();
     forget_times();
     kol_restart_models();

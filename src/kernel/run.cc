@@ -10,14 +10,21 @@
 #include "kernel/queue.h"
 #include "kernel/queue_check.h"
 #include "kernel/run_end.h"
-#include "kernel/stimuli.h"
+#include "kernel/stimuli_entry.h"
 #include "kernel/watchers.h"
 
 namespace {
 
+constexpr kol_stimuli_target_t queue_of_records = {
+    [](const kol_stimulus_t& stimulus) {
+        kol_create_force_event(yx_ptrto_net_rec(stimulus.net), stimulus.time, stimulus.state);
+    },
+    kol_put_forces_first,
+};
+
 kol_executed_t exec_head() {
     const yx_event_rec_t& event = *kol_ext.cur_event;
-    const kol_executed_t executed{event.pin == nullptr, event.time, event.net};
+    const kol_executed_t executed{event.pin == nullptr || kol_is_look_due(), event.time, event.net};
     kol_ext.cur_time = event.time;
     kol_exec_cur_event();
     kol_retire_cur_event();
@@ -29,11 +36,20 @@ void note_change(const yx_net_record_t& net) {
         kol_watchers.changes.push_back({static_cast<std::uint32_t>(net.self), net.UU.U1.cur_state.state});
 }
 
-void exec_until_end() {
+std::int64_t next_time(const kol_stimuli_entry_t& stimuli) {
+    if (kol_ext.cur_event == nullptr) return stimuli.next_time();
+    return std::min<std::int64_t>(kol_ext.cur_event->time, stimuli.next_time());
+}
+
+// A look for spikes sees what comes within kol_max_delay.
+std::int64_t time_to_be_seen(std::int64_t time) { return kol_ext.spike_on ? time + kol_max_delay : time; }
+
+void exec_until_end(kol_stimuli_entry_t& stimuli) {
     const std::int64_t counted_before = tm_counted();
     kol_ext.spike_min = kol_ext.spike_min_t0;
-    while (kol_ext.cur_event != nullptr) {
-        const std::int32_t time = kol_ext.cur_event->time;
+    for (;;) {
+        const std::int64_t time = next_time(stimuli);
+        if (time == kol_stimuli_reader_t::never) return;
         if (kol_watchers.is_on && time > kol_ext.cur_time && kol_watch_time(time, counted_before)) {
             kol_ext.time_breaked = true;
             return;
@@ -41,6 +57,7 @@ void exec_until_end() {
         if (kol_ext.tspike_min > 0 && time >= kol_ext.tspike_min) kol_ext.spike_min = kol_ext.spike_min_t;
         if (time > kol_ext.end_time) return;
         if (kol_progress_is_due != 0) kol_show_progress();
+        stimuli.enter_until(time_to_be_seen(time));
         const kol_executed_t executed = exec_head();
         note_change(*executed.net);
         ++kol_events_executed;
@@ -50,22 +67,30 @@ void exec_until_end() {
     }
 }
 
-void run_general_way(const kol_stimuli_t& stimuli) {
+void run_general_way() {
+    kol_stimuli_entry_t stimuli(queue_of_records);
     kol_bring_records_up();
     kol_forget_cell_states();
-    kol_schedule_stimuli(stimuli);
+    stimuli.begin(kol_times_of_queue());
     kol_list_all_event();
-    exec_until_end();
+    exec_until_end(stimuli);
+    stimuli.end(kol_times_of_queue());
+}
+
+bool has_events() {
+    return kol_ext.cur_event != nullptr ||
+           kol_stimuli_reader_t().next_time() != kol_stimuli_reader_t::never;
 }
 
 void exec_window(bool& no_event_found) {
-    const kol_stimuli_t stimuli = kol_stimuli_of_window();
-    if (kol_ext.cur_event == nullptr && stimuli.empty()) {
+    kol_open_window(kol_ext.start_time, kol_ext.end_time);
+    if (!has_events()) {
         no_event_found = true;
+        kol_drop_windows();
         kol_ext.cur_time = kol_ext.end_time;
         return;
     }
-    if (!kol_run_cells(stimuli)) run_general_way(stimuli);
+    if (!kol_run_cells()) run_general_way();
     kol_ext.cur_time = kol_ext.time_breaked ? std::min(kol_ext.cur_time, kol_ext.end_time) : kol_ext.end_time;
 }
 

@@ -18,7 +18,7 @@ bool breaks_at(const kol_executed_t& executed) {
 
 // True ends the run.
 bool ask_user(const kol_executed_t& executed) {
-    if (!executed.is_force) return false;
+    if (!executed.looks_at_keys) return false;
     if (tm_shell.take_control_key('s')) {
         kol_say_break_request(kol_ext.cur_time);
         return true;

@@ -7,7 +7,7 @@
 #include "kernel/context.h"
 
 struct kol_executed_t {
-    bool is_force;
+    bool looks_at_keys;
     std::int32_t time;
     const yx_net_record_t* net;  // where a break is looked for
 };
@@ -24,3 +24,11 @@ extern std::int64_t kol_events_executed;
 // Set from outside, by a signal if need be: tm_shell.show_progress is called before the next time is reached.
 extern volatile std::sig_atomic_t kol_progress_is_due;
 void kol_show_progress();
+
+// Counts an event; true once in many, where the keys are to be looked at behind it.  Behind a FORCE event they
+// always are.
+inline bool kol_is_look_due() {
+    static std::uint32_t events = 0;
+    constexpr std::uint32_t events_between_looks = 1U << 14;
+    return (++events & (events_between_looks - 1)) == 0;
+}

@@ -10,6 +10,7 @@
 #include "kernel/queue.h"
 #include "kernel/setup_instances.h"
 #include "kernel/setup_links.h"
+#include "kernel/stimuli.h"
 #include "kernel/time.h"
 
 namespace {
@@ -63,6 +64,7 @@ void kol_init_object_ptr() {
 
 void kol_init_net_state() {
     kol_empty_queue();
+    kol_drop_windows();
     kol_forget_cell_states();
     init_states_of_nets();
     compute_max_delay();

@@ -196,6 +196,19 @@ void kol_join_last(kol_time_group_t& group, yx_event_rec_t* event) {
     if (kol_is_force(*event)) ++group.nb_of_force;
 }
 
+void kol_join_first(kol_time_group_t& group, yx_event_rec_t* first, yx_event_rec_t* last) {
+    yx_event_rec_t* below = group.last;
+    while (below->higher != nullptr) below = below->higher;
+    for (yx_event_rec_t* event = last;; event = event->previous) {
+        link_ranks(below, event);
+        below = event;
+        ++group.nb_of_force;
+        if (event == first) break;
+    }
+    first->higher = nullptr;
+    group.first = first;
+}
+
 void kol_join_behind_head(kol_time_group_t& group, yx_event_rec_t* event, yx_event_rec_t* head) {
     event->higher = event->lower = nullptr;
     head_part_t part;

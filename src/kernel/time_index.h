@@ -37,6 +37,8 @@ yx_event_rec_t* kol_find_outranking(yx_event_rec_t* from, std::int16_t priority,
 void kol_join_ranked(kol_time_group_t& group, yx_event_rec_t* event, yx_event_rec_t* above,
                      yx_event_rec_t* below);
 void kol_join_last(kol_time_group_t& group, yx_event_rec_t* event);
+// FORCE events, linked by next up to the last one, have been put in front of a group that has events.
+void kol_join_first(kol_time_group_t& group, yx_event_rec_t* first, yx_event_rec_t* last);
 // The event follows the head of the queue, whose group it joins.
 void kol_join_behind_head(kol_time_group_t& group, yx_event_rec_t* event, yx_event_rec_t* head);
 // The event leaves the queue: it is the head, or a pin's event somewhere behind it.

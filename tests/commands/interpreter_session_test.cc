@@ -2,6 +2,7 @@
 #include "command_session.h"
 #include "commands/language/command_table.h"
 #include "commands/language/entry_expansion.h"
+#include "kernel/stimuli.h"
 
 namespace {
 
@@ -58,9 +59,7 @@ TEST_F(interpreter_session, expands_the_entry_to_current_values) {
     // clang-format on
     EXPECT_EQ(seen.shown,
               (lines{"#  !! Unknown Command or not implemented for expand  ?? ", "# cmd :  \"RUN 100?"}));
-    kol_forceblk_rec_t clock;
-    clock.clock_period = 40;
-    kol_ext.last_clock_force_blk = &clock;
+    kol_add_clock(40, 0);
     kol_ext.list_period = kol_ext.spike_min_t0 = 5;
     kol_ext.list_base_time = kol_ext.trace_period = -1;
     kol_ext.spike_on = tm_vext.grid_on = false;
@@ -72,7 +71,7 @@ TEST_F(interpreter_session, expands_the_entry_to_current_values) {
         {"SPI CHE?", " SPIke CHEck OFF"}, {"GRI", " GRId ON "},
         {"TIM COE?", " TIMing COEfficient 1.00 *** 1.00 1.00 "}});
     // clang-format on
-    kol_ext.last_clock_force_blk = nullptr;
+    kol_clear_stimuli();
     kol_ext.list_period = -1;
     kol_ext.tspike_min = 10;
     expect_expansions({{"PER LIS?", " PERiod LISt *** "}, {"SPI MIN?", " SPIke MIN 0.0 "}});

@@ -1,18 +1,19 @@
 // FORCE, CLOCK PERIOD, RUN, BREAK, RESET SIM TIME, HISTORY, REGENERATE and UPDATE: what they leave behind.
 // What they refuse stands in the stored transcript of wrong commands.
 #include "design_session.h"
+#include "kernel/stimuli.h"
 
 namespace {
 
 using stimulus = design_session;
 
 // The forces of a list: "net state@time", behind a stop time "..time".
-std::string forces(const kol_force_rec_t* force) {
+std::string forces(const std::deque<kol_force_t>& entered) {
     std::string text;
-    for (; force != nullptr; force = force->next) {
-        text += std::string(kol_path(force->net->sim_path)) + " " + tst_state_text(force->state) + "@" +
-                std::to_string(force->time);
-        text += force->stop_time > 0 ? ".." + std::to_string(force->stop_time) + "; " : "; ";
+    for (const kol_force_t& force : entered) {
+        text += std::string(kol_path(yx_ptrto_net_rec(force.net)->sim_path)) + " " +
+                tst_state_text(force.state) + "@" + std::to_string(force.time);
+        text += force.stop_time > 0 ? ".." + std::to_string(force.stop_time) + "; " : "; ";
     }
     return text;
 }
@@ -24,21 +25,21 @@ TEST_F(stimulus, forces_are_kept_in_the_order_of_entry_and_refused_ones_kept_out
     for (const char* typed : {"force a a 2 0", "force a no 1 0", "force a d 1 0", "force a a 1 0 r"})
         type(typed);
     const std::string kept = "/a 1S@10; /b 0Z@3; /a xR@105; /b iU@105; /b 1W@105..120; /b 1S@5..20; ";
-    EXPECT_EQ(forces(kol_ext.start_force), kept);
+    EXPECT_EQ(forces(kol_stimuli.forces), kept);
     kol_ext.cur_time = 2147483000;  // times beyond the largest
     type("force c a 1 648;force c a 1 0 o 648");
-    EXPECT_EQ(forces(kol_ext.start_force), kept);
+    EXPECT_EQ(forces(kol_stimuli.forces), kept);
 }
 
 TEST_F(stimulus, repeated_forces_join_the_newest_clock_with_their_offset) {
     kol_ext.cur_time = 7;
     expect_each({{"clo per 50", {" CLOck PERiod 50.000"}}, {"force c a 1 5 r", {" FORCE c a 1 5 r "}}});
     type("clo per -1;clo per 20;force a b 0 6 Repeat 30;force c b 1 8 R 30");
-    const kol_forceblk_rec_t *first = kol_ext.start_clock_force_blk, *last = kol_ext.last_clock_force_blk;
-    ASSERT_EQ(first->next, last);
-    EXPECT_EQ((numbers{first->clock_period, first->start_time, last->clock_period}), (numbers{50, 7, 20}));
-    EXPECT_EQ(forces(first->start_force), "/a 1S@5; ");
-    EXPECT_EQ(forces(last->start_force), "/b 0S@6..30; /b 1S@8..37; ");
+    ASSERT_EQ(kol_stimuli.clocks.size(), 2U);
+    const kol_clock_t &first = kol_stimuli.clocks[0], &last = kol_stimuli.clocks[1];
+    EXPECT_EQ((numbers{first.period, first.start_time, last.period}), (numbers{50, 7, 20}));
+    EXPECT_EQ(forces(first.forces), "/a 1S@5; ");
+    EXPECT_EQ(forces(last.forces), "/b 0S@6..30; /b 1S@8..37; ");
 }
 
 TEST_F(stimulus, run_advances_the_time) {

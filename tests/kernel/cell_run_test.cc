@@ -5,15 +5,18 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <deque>
+#include <map>
 #include <random>
+#include <sstream>
 
 #include "foundation/context.h"
 #include "kernel/cell_records.h"
 #include "kernel/history.h"
+#include "kernel/network.h"
 #include "kernel/queue.h"
 #include "kernel/say.h"
 #include "kernel/setup.h"
+#include "kernel/stimuli_reader.h"
 #include "support/design_build.h"
 #include "support/session.h"
 #include "support/stimuli.h"
@@ -103,7 +106,7 @@ const auto all_names = [] {
 struct force_t {
     std::string net;
     std::int8_t state;
-    std::int32_t time;
+    std::int32_t time, stop_time;
 };
 
 struct schedule_t {
@@ -132,7 +135,8 @@ std::vector<force_t> random_forces(dice& d, int count, int span) {
     std::vector<force_t> forces;
     for (; count > 0; --count)
         forces.push_back({input_name(d.of(inputs)),
-                          static_cast<std::int8_t>(d.one_in(8) ? 18 : 17 + 2 * d.of(2)), d.of(span)});
+                          static_cast<std::int8_t>(d.one_in(8) ? 18 : 17 + 2 * d.of(2)), d.of(span),
+                          d.one_in(3) ? d.of(3 * span) : 0});
     return forces;
 }
 
@@ -154,35 +158,46 @@ schedule_t random_schedule(dice& d, int span) {
     return s;
 }
 
-// The user's forces and clocks while it lives.
-struct entered_t {
-    std::deque<kol_force_rec_t> records;
-    kol_forceblk_rec_t block;
+void give_stimuli(const schedule_t& s) {
+    for (const force_t& force : s.forces) kol_add_force(tst_net(force.net), force.state, force.time, 0);
+    kol_add_clock(s.period, 0);
+    for (const force_t& force : s.clocked)
+        kol_add_repeated_force(tst_net(force.net), force.state, force.time, force.stop_time);
+}
 
-    kol_force_rec_t* chain(const std::vector<force_t>& forces, kol_force_rec_t*& last) {
-        kol_force_rec_t* first = nullptr;
-        for (const force_t& force : forces) {
-            kol_force_rec_t& record = records.emplace_back();
-            record.net = &tst_net(force.net);
-            record.state = force.state;
-            record.time = force.time;
-            record.previous = last;
-            (last == nullptr ? first : last->next) = &record;
-            last = &record;
+// As the run's rules say it: every stimulus of the window becomes an event before the run begins.
+void enter_at_once(const schedule_t& s, std::int32_t end) {
+    const std::int32_t start = kol_ext.cur_time;
+    const auto enter = [&](const force_t& force, std::int32_t time) {
+        if (time >= start && time < end) kol_create_force_event(&tst_net(force.net), time, force.state);
+    };
+    for (std::size_t k = s.forces.size(); k-- > 0;) enter(s.forces[k], s.forces[k].time);
+    for (const force_t& force : s.clocked) {
+        if (force.stop_time > 0 && start >= force.stop_time) continue;
+        for (std::int32_t time = start / s.period * s.period + force.time; time < end; time += s.period) {
+            if (force.stop_time > 0 && time > force.stop_time) break;
+            enter(force, time);
         }
-        return first;
     }
-    explicit entered_t(const schedule_t& s) {
-        kol_ext.start_force = chain(s.forces, kol_ext.last_force);
-        block.clock_period = s.period;
-        block.start_force = chain(s.clocked, block.last_force);
-        kol_ext.start_clock_force_blk = kol_ext.last_clock_force_blk = &block;
+}
+
+// Events and the stimuli that are still to become events, in their order.
+std::string pending_text() {
+    std::istringstream words(tst_queue_text());
+    std::map<int, std::string> of_time;
+    for (std::string word; words >> word;) of_time[std::stoi(word)] += word + " ";
+    std::map<int, std::string> waiting;
+    for (kol_stimuli_reader_t reader; reader.next_time() != reader.never;) {
+        const kol_stimulus_t next = reader.take();
+        const yx_net_record_t& net = *kol_root_net(yx_ptrto_net_rec(next.net));
+        waiting[next.time] += std::to_string(next.time) + ":" + std::string(kol_path(net.sim_path)) + "=" +
+                              tst_state_text(next.state) + " ";
     }
-    ~entered_t() {
-        kol_ext.start_force = kol_ext.last_force = nullptr;
-        kol_ext.start_clock_force_blk = kol_ext.last_clock_force_blk = nullptr;
-    }
-};
+    of_time.merge(waiting);  // a time that has events has all of them
+    std::string text;
+    for (const auto& [time, events] : of_time) text += events;
+    return text;
+}
 
 void restart(const schedule_t& s) {
     kol_ext.cur_time = kol_ext.end_time = 0;
@@ -214,11 +229,13 @@ std::string records() {
             text += seen_by(kol_pin_state(pin, *yx_ptrto_net_rec(kol_member_index(pin, bit))));
         if (pin.pin_end == 0) text += seen_by(pin.pin_state.std);
     }
-    return text + "\n" + tst_queue_text();
+    return text + "\n" + pending_text();
 }
 
-std::string follow(const schedule_t& s, bool on_cells) {
-    kol_cells_are_used = on_cells;
+enum class way { cells, general, all_at_once };
+
+std::string follow(const schedule_t& s, way taken) {
+    kol_cells_are_used = taken == way::cells;
     restart(s);
     yx_break_signal_rec_t record;
     if (!s.broken.empty()) {
@@ -226,13 +243,16 @@ std::string follow(const schedule_t& s, bool on_cells) {
         record.state = 19;
         kol_ext.break_signal = record.net->UU.U1.break_signal = &record;
     }
-    const entered_t entered(s);
+    kol_clear_stimuli();
+    if (taken != way::all_at_once) give_stimuli(s);
     kol_ext.spike_model = s.spike_model;
     std::string text;
     tst_schedule(s.stimuli);
     for (int k = 0; k < 3; ++k) {
         kol_ext.spike_on = s.looks_for_spikes[k];
-        tst_run_until(std::max(s.ends[k], kol_ext.cur_time));
+        const std::int32_t end = std::max(s.ends[k], kol_ext.cur_time);
+        if (taken == way::all_at_once) enter_at_once(s, end);
+        tst_run_until(end);
         text += std::to_string(kol_ext.cur_time) + (kol_ext.spiked ? " spiked" : "") +
                 (kol_ext.time_breaked ? " broken\n" : "\n") + records() + "\n";
         for (const std::string& name : s.observed) text += name + " " + tst_history_of(name) + "\n";
@@ -252,14 +272,17 @@ TEST(cell_run, does_what_the_general_way_does) {
         tst_build(design);
         for (int k = 0; k < 40; ++k) {
             const schedule_t schedule = random_schedule(d, d.one_in(5) ? 4000 : 40);
-            const std::string text = follow(schedule, true);
+            const std::string text = follow(schedule, way::all_at_once);
             changes += text.size();
-            ASSERT_EQ(text, follow(schedule, false)) << "round " << round << " schedule " << k << "\n"
-                                                     << design << "\n"
-                                                     << schedule.stimuli;
+            for (const way taken : {way::cells, way::general})
+                ASSERT_EQ(text, follow(schedule, taken))
+                    << "round " << round << " schedule " << k << (taken == way::cells ? " cells\n" : "\n")
+                    << design << "\n"
+                    << schedule.stimuli;
         }
     }
     EXPECT_GT(changes, 1000000U);
+    kol_clear_stimuli();
     kol_cells_are_used = true;
 }
 

@@ -9,7 +9,7 @@
 #include "kernel/cell_records.h"
 #include "kernel/history.h"
 #include "kernel/queue.h"
-#include "kernel/stimuli.h"
+#include "kernel/stimuli_reader.h"
 #include "support/design_build.h"
 #include "support/rows.h"
 #include "support/session.h"
@@ -232,19 +232,6 @@ struct force {
 };
 using forces_t = std::vector<force>;
 
-void append_forces(const forces_t& forces, kol_force_rec_t*& first, kol_force_rec_t*& last) {
-    for (const force& f : forces) {
-        auto* record = new kol_force_rec_t;
-        record->net = &tst_net("a");
-        record->time = f.time;
-        record->state = f.state;
-        record->stop_time = f.stop_time;
-        record->previous = last;
-        (last == nullptr ? first : last->next) = record;
-        last = record;
-    }
-}
-
 TEST(run, turns_forces_and_clocks_of_its_window_into_events) {
     // Forces, the period and the start of a clock, its forces; the events of the window from 23 to 60.
     for (const auto& [forces, period, start, clocked, events] : tst_rows<forces_t, int, int, forces_t, tst_cstr>{
@@ -263,16 +250,17 @@ TEST(run, turns_forces_and_clocks_of_its_window_into_events) {
              {{{30, 17}, {30, 19}}, 30, 0, {{0, 18}, {0, 16}}, "30:/a=1S 30:/a=0S 30:/a=xS 30:/a=iS"},
          }) {
         tst_build("net a");
-        append_forces(forces, kol_ext.start_force, kol_ext.last_force);
-        auto* block = new kol_forceblk_rec_t;
-        block->clock_period = period;
-        block->start_time = start;
-        append_forces(clocked, block->start_force, block->last_force);
-        kol_ext.start_clock_force_blk = kol_ext.last_clock_force_blk = block;
-        kol_ext.start_time = kol_ext.cur_time = 23;
-        kol_ext.end_time = 60;
-        kol_schedule_stimuli(kol_stimuli_of_window());
-        EXPECT_EQ(tst_queue_text(), events) << period << " from " << start;
+        const yx_net_record_t& a = tst_net("a");
+        for (const force& f : forces) kol_add_force(a, f.state, f.time, f.stop_time);
+        kol_add_clock(period, start);
+        for (const force& f : clocked) kol_add_repeated_force(a, f.state, f.time, f.stop_time);
+        kol_open_window(23, 60);
+        std::string text;
+        for (kol_stimuli_reader_t reader; reader.next_time() != reader.never;) {
+            const kol_stimulus_t next = reader.take();
+            text += (text.empty() ? "" : " ") + std::to_string(next.time) + ":/a=" + tst_state_text(next.state);
+        }
+        EXPECT_EQ(text, events) << period << " from " << start;
     }
 }
 // clang-format on

@@ -10,6 +10,7 @@
 #include "app/window/window_record.h"
 #include "foundation/strings.h"
 #include "kernel/context.h"
+#include "kernel/stimuli.h"
 
 namespace {
 
@@ -28,7 +29,7 @@ std::size_t defined() {
            length(kol_ext.trace_signal, &yx_signal_rec_t::previous) +
            length(kol_ext.start_probe_signal, &kol_probe_signal_rec_t::next) +
            length(kol_ext.start_sim_bus, &yx_bus_rec_t::next) +
-           length(kol_ext.start_force, &kol_force_rec_t::next);
+           kol_stimuli.forces.size();
 }
 
 std::function<void()> asked;

@@ -4,7 +4,7 @@
 #include "commands/shared/rejections.h"
 #include "commands/stimulus/force.h"
 #include "commands/stimulus/handlers.h"
-#include "kernel/say.h"
+#include "kernel/stimuli.h"
 
 namespace {
 
@@ -23,15 +23,13 @@ kol_result_t kol_force_bus_cmd(const kol_line_t& line) {
     if (!kol_begins_with_one_of(line[words.mode], "AC")) return mode_invalid;
     kol_bus_value_t bus;
     if (const kol_rejection_t wrong = kol_read_bus_value(line[4], line[5], bus)) return wrong;
-    kol_force_rec_t force;
-    bool repeat = false;
-    if (const kol_rejection_t wrong = kol_read_force_times(line, words, force, repeat)) return wrong;
-    if (repeat && kol_ext.last_clock_force_blk == nullptr) return kol_no_clock_period;
+    kol_read_force_t force;
+    if (const kol_rejection_t wrong = kol_read_force_times(line, words, force)) return wrong;
+    if (force.repeat && kol_stimuli.clocks.empty()) return kol_no_clock_period;
     for (std::size_t k = 0; k < bus.bits.size(); ++k) {
         force.net = bus.bits[k];
-        force.name = tm_string(kol_path(force.net->sim_path));
         force.state = kol_state_of_bit(bus.value[k]);
-        kol_append_force(force, repeat);
+        kol_append_force(force);
     }
     return {};
 }

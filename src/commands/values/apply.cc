@@ -3,12 +3,11 @@
 
 #include "commands/files/file_path.h"
 #include "commands/files/handlers.h"
-#include "commands/stimulus/force.h"
 #include "commands/values/handlers.h"
 #include "commands/values/table_file.h"
 #include "commands/values/vcd_reader.h"
 #include "foundation/shell.h"
-#include "kernel/say.h"
+#include "kernel/stimuli.h"
 #include "schematic/whole_file.h"
 
 namespace {
@@ -16,12 +15,7 @@ namespace {
 constexpr std::size_t most_named = 10;  // unknown variables that are shown by name
 
 void force(yx_net_record_t* net, std::int32_t time, std::int8_t state) {
-    kol_force_rec_t record;
-    record.name = tm_string(kol_path(net->sim_path));
-    record.net = net;
-    record.time = time;
-    record.state = state;
-    kol_append_force(record, false);
+    kol_add_force(*net, state, time, 0);
 }
 
 kol_result_t counted(std::size_t forces) {

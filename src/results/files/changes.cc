@@ -3,17 +3,23 @@
 
 #include <algorithm>
 
+#include "kernel/history.h"
+
 rs_changes_t rs_changes_of(const std::vector<yx_net_record_t*>& nets, std::int32_t begin_time,
                            std::int32_t end_time) {
     rs_changes_t found;
     for (const yx_net_record_t* net : nets) {
-        const yx_list_state_rec_t* record = net->UU.U1.first_state;
-        std::int8_t state = record == nullptr ? net->UU.U1.cur_state.state : record->state;
-        for (; record != nullptr && record->time <= begin_time; record = record->next) state = record->state;
         const auto index = static_cast<std::uint32_t>(found.states.size());
-        found.states.push_back(state);
-        for (; record != nullptr && record->time <= end_time; record = record->next)
-            found.changes.push_back({record->time, index, record->state});
+        const kol_history_t* history = net->UU.U1.history;
+        if (history == nullptr) {
+            found.states.push_back(net->UU.U1.cur_state.state);
+            continue;
+        }
+        const std::size_t first = history->find(begin_time);
+        found.states.push_back((*history)[first].state);
+        for (std::size_t place = (*history)[first].time <= begin_time ? first + 1 : first;
+             place < history->size() && (*history)[place].time <= end_time; ++place)
+            found.changes.push_back({(*history)[place].time, index, (*history)[place].state});
     }
     std::ranges::stable_sort(found.changes, {}, &rs_change_t::time);
     return found;
