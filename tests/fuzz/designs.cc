@@ -77,6 +77,7 @@ void run_until(std::int32_t time) {
 void fz_use_design() {
     kol_set_models(kol_model_table());
     kol_ext.cur_sim_path = tm_string("/");
+    kol_ext.timing_ar.fill(kol_ext.sim_range_type);
     kol_init_object_ptr();
     if (tm_vext.num_errors != 0) return;  // the session ends
     slow_down();
