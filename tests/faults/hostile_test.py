@@ -1,6 +1,7 @@
 """Names, links, devices, FIFOs and directories where the programs read and write, as root and as another user."""
 import os
 import pathlib
+import struct
 import subprocess
 import sys
 import tempfile
@@ -115,6 +116,19 @@ def check_name(root, user, name):
     return [f"user {user}: the name {name!r}: status {result.returncode}: {result.stdout.decode()[-300:]}"]
 
 
+def check_memory(root, user):
+    """A header that promises 100,000,000 pins, under a limit of a gigabyte."""
+    place = Place(root / "large", "dir", user)
+    design = bytearray((place.path / "design_yx").read_bytes())
+    struct.pack_into("<f", design, 8, 3.0)
+    struct.pack_into("<i", design, 40, 100_000_000)
+    (place.path / "design_yx").write_bytes(design)
+    result = place.run(["prlimit", f"--as={10**9}", BIN / "kolv-batch", ".", "TYP"])
+    if result.returncode == 2 and b"MB of memory" in result.stdout:
+        return []
+    return [f"user {user}: a large design: status {result.returncode}: {result.stdout.decode()[-300:]}"]
+
+
 def main():
     found, tried = [], 0
     for user in [0, NOBODY] if os.getuid() == 0 else [os.getuid()]:
@@ -125,7 +139,8 @@ def main():
                 found += check_row(root, user, number, row)
             for name in NAMES:
                 found += check_name(root, user, name)
-            tried += len(ROWS) + len(NAMES)
+            found += check_memory(root, user)
+            tried += 1 + len(ROWS) + len(NAMES)
     print(*found, sep="\n")
     print(f"{tried} hostile files and names, {len(found)} wrong")
     sys.exit(1 if found else 0)
