@@ -10,6 +10,7 @@
 #include "kernel/network.h"
 #include "kernel/queue.h"
 #include "kernel/stimuli.h"
+#include "kernel/watchers.h"
 
 namespace {
 
@@ -42,4 +43,5 @@ void kol_context_clear() {
     kol_ext = {};
     kol_max_delay = 0;
     kol_init_do_file = {};
+    kol_watchers = {};
 }

@@ -5,6 +5,7 @@
 #include <span>
 #include <string_view>
 
+#include "foundation/archive.h"
 #include "netlist/store.h"
 
 // The value of a gate's output for those of its inputs, in pin order.
@@ -34,6 +35,7 @@ struct kol_model_t {
     yx_procedure_t restart = nullptr;  // the data of every instance to what the states of the nets say
     yx_procedure_t refresh = nullptr;  // takes the timing of kol_ext.cur_inst over from its properties again
     kol_short_way_t (*short_way)(const yx_inst_record_t&) = nullptr;  // none: its handlers are called
+    void (*archive)(tm_archive_t&) = nullptr;  // what every instance keeps between events; none: nothing
 };
 
 void kol_set_models(std::span<const kol_model_t> table);

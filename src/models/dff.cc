@@ -40,6 +40,10 @@ void kol_dff_restart() {
     for (kol_dff_userdata_rec_t& dff : user_data.all()) kol_restart_storage(dff);
 }
 
+void kol_dff_archive(tm_archive_t& archive) {
+    for (kol_dff_userdata_rec_t& dff : user_data.all()) kol_archive_storage(archive, dff);
+}
+
 void kol_dff_refresh() {
     kol_dff_userdata_rec_t& dff = user_data.current();
     kol_refresh_pins(plan, dff.roles());

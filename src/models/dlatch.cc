@@ -100,6 +100,13 @@ void kol_dlatch_restart() {
     }
 }
 
+void kol_dlatch_archive(tm_archive_t& archive) {
+    for (kol_dlatch_userdata_rec_t& latch : user_data.all()) {
+        kol_archive_storage(archive, latch);
+        archive(latch.held, latch.knows_held);
+    }
+}
+
 void kol_dlatch_refresh() {
     kol_dlatch_userdata_rec_t& latch = user_data.current();
     kol_refresh_pins(kol_latch_plan, latch.roles());

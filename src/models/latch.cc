@@ -34,6 +34,10 @@ void kol_latch_restart() {
     for (kol_latch_userdata_rec_t& latch : user_data.all()) kol_restart_storage(latch);
 }
 
+void kol_latch_archive(tm_archive_t& archive) {
+    for (kol_latch_userdata_rec_t& latch : user_data.all()) kol_archive_storage(archive, latch);
+}
+
 void kol_latch_refresh() { kol_refresh_pins(kol_latch_plan, user_data.current().roles()); }
 
 void kol_latch_d_hdler() {

@@ -296,6 +296,14 @@ void kol_mem_restart() {
     }
 }
 
+void kol_mem_archive(tm_archive_t& archive) {
+    for (kol_mem_userdata_rec_t& mem : user_data.all()) {
+        archive(mem.initial.bits, mem.contents.bits);
+        for (auto* all : {&mem.ports.reads, &mem.ports.writes})
+            for (kol_mem_port_t& port : *all) archive(port.shown, port.done);
+    }
+}
+
 void kol_mem_refresh() {
     kol_refresh_pin_delays(*kol_ext.cur_inst);
     kol_refresh_ports(user_data.current().ports);

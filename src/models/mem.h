@@ -16,13 +16,15 @@
 #include <cstdint>
 #include <string>
 
+#include "foundation/archive.h"
 #include "netlist/store.h"
 
 void kol_mem_init();
 void kol_mem_clear();    // forgets every instance
 void kol_mem_restart();  // initial contents; outputs as the nets say
 void kol_mem_refresh();  // the current instance's delays and limits from its properties, silently
-void kol_mem_hdler();    // of every input
+void kol_mem_archive(tm_archive_t& archive);
+void kol_mem_hdler();  // of every input
 
 // The memory of an instance, for commands.
 struct kol_contents_t;

@@ -66,6 +66,10 @@ void kol_smos_restart() {
     for (kol_smos_userdata_rec_t& smos : user_data.all()) kol_restart_enable(smos.e, false, smos.e.on);
 }
 
+void kol_smos_archive(tm_archive_t& archive) {
+    for (kol_smos_userdata_rec_t& smos : user_data.all()) kol_archive_role(archive, smos.e);
+}
+
 void kol_smos_refresh() { kol_refresh_pins(plan, {}); }
 
 void kol_smos_e_hdler() {

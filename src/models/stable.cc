@@ -39,6 +39,13 @@ void kol_stable_restart() {
     }
 }
 
+void kol_stable_archive(tm_archive_t& archive) {
+    for (kol_stable_userdata_rec_t& stable : user_data.all()) {
+        for (kol_timing_role_t* role : stable.roles()) kol_archive_role(archive, *role);
+        archive(stable.check_data_on);
+    }
+}
+
 void kol_stable_refresh() { kol_refresh_pins(plan, user_data.current().roles()); }
 
 void kol_stable_d_hdler() {

@@ -75,3 +75,11 @@ void kol_restart_storage(kol_storage_t& storage) {
     storage.check_data_on = !storage.s.on && !storage.r.on;
     kol_restart_edge_checks(storage.edges.get());
 }
+
+void kol_archive_storage(tm_archive_t& archive, kol_storage_t& storage) {
+    for (kol_timing_role_t* role : storage.roles()) kol_archive_role(archive, *role);
+    archive(storage.check_data_on);
+    if (storage.edges == nullptr) return;
+    archive(storage.edges->active_at, storage.edges->opposite_at);
+    for (kol_release_check_t& release : storage.edges->releases) archive(release.released_at);
+}

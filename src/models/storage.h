@@ -61,3 +61,4 @@ void kol_set_changed(kol_storage_t& storage);
 void kol_reset_changed(kol_storage_t& storage);
 // Returns the run-time fields to what the states of the nets say.
 void kol_restart_storage(kol_storage_t& storage);
+void kol_archive_storage(tm_archive_t& archive, kol_storage_t& storage);

@@ -141,3 +141,7 @@ void kol_restart_enable(const kol_timing_role_t& role, bool initially_on, bool& 
     const kol_change change = last_change(role);
     if (change != kol_change::unknown) kol_follow_enable(role.edge, change, on);
 }
+
+void kol_archive_role(tm_archive_t& archive, kol_timing_role_t& role) {
+    archive(role.on, role.rising_time, role.falling_time);
+}

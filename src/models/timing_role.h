@@ -5,6 +5,7 @@
 // (file_data_invalid).
 #pragma once
 
+#include "foundation/archive.h"
 #include "kernel/context.h"
 
 enum class kol_change : std::uint8_t { rising, falling, unknown };
@@ -54,3 +55,5 @@ void kol_follow_enable(char edge, kol_change change, bool& on);
 void kol_restart_role(kol_timing_role_t& role);
 // The same for an enable of checker or switch.
 void kol_restart_enable(const kol_timing_role_t& role, bool initially_on, bool& on);
+// The run-time fields.
+void kol_archive_role(tm_archive_t& archive, kol_timing_role_t& role);

@@ -9,8 +9,8 @@
 namespace {
 
 constexpr std::string_view additions[] = {
-    "APPly TABle", "APPly VCD", "BREAK BUS", "CHEck TABle", "CURsor",
-    "ZOOm",        "DUMp",      "FORCE BUS", "WRIte VCD",   "WRIte CSV",
+    "APPly TABle", "APPly VCD", "BREAK BUS",       "CHEck TABle",  "CURsor",    "ZOOm",
+    "DUMp",        "FORCE BUS", "RESTore SESsion", "SAVe SESsion", "WRIte VCD", "WRIte CSV",
 };
 
 using words_t = std::vector<std::string>;

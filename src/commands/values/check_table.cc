@@ -3,11 +3,13 @@
 #include <memory>
 
 #include "commands/shared/bus_value.h"
+#include "commands/values/checks.h"
 #include "commands/values/handlers.h"
 #include "commands/values/table_file.h"
 #include "foundation/shell.h"
 #include "foundation/status.h"
 #include "kernel/cells.h"
+#include "kernel/checkpoint.h"
 #include "kernel/say.h"
 #include "kernel/watchers.h"
 #include "results/entries/observed.h"
@@ -107,7 +109,29 @@ kol_result_t report_or_drop(const kol_line_t& line) {
     return {};
 }
 
+void archive_table(tm_archive_t& archive, kol_table_t& table) {
+    table.columns.resize(archive.count(table.columns.size()));
+    for (kol_table_column_t& column : table.columns) {
+        archive(column.name, column.is_bus, column.radix);
+        column.bits.resize(archive.count(column.bits.size()));
+        for (yx_net_record_t*& net : column.bits) kol_archive_net(archive, net);
+    }
+    table.values.resize(archive.count(table.values.size()));
+    for (kol_table_value_t& value : table.values) archive(value.time, value.column, value.at);
+    archive(table.states);
+}
+
 }  // namespace
+
+void kol_archive_checks(tm_archive_t& archive) {
+    checks.resize(archive.count(checks.size()));
+    for (check_t& check : checks) {
+        archive(check.name, check.next, check.compared, check.differing);
+        archive_table(archive, check.table);
+    }
+    archive(reached);
+    if (archive.is_reading()) watch();
+}
 
 kol_result_t kol_check_table_cmd(const kol_line_t& line) {
     const bool is_off =

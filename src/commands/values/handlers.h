@@ -11,3 +11,7 @@ kol_result_t kol_apply_vcd_cmd(const kol_line_t& line);
 
 // check_table.cc
 kol_result_t kol_check_table_cmd(const kol_line_t& line);
+
+// session_file.cc
+kol_result_t kol_save_session_cmd(const kol_line_t& line);
+kol_result_t kol_restore_session_cmd(const kol_line_t& line);
