@@ -28,7 +28,7 @@ struct run_t {
     std::int32_t now = 0;
     bool asks = false;                   // something has happened that may end the run
     std::vector<std::uint32_t> changed;  // cells, while all nets are watched
-    std::vector<bool> noted;             // those by index
+    std::vector<std::uint8_t> noted;     // 1 for those, by index
 };
 run_t run;
 
@@ -507,13 +507,19 @@ bool exec_now(std::int64_t counted_before) {
 void note_changes() {
     if (kol_watchers.nets.changed == nullptr) return;
     run.noted.resize(kol_cells.cell.size());
+    std::vector<kol_net_change_t>& changes = kol_watchers.changes;
+    changes.resize(kol_cells.listed.size());
+    std::size_t count = 0;
     for (const std::uint32_t at : kol_cells.listed) {
         cell_t& cell = kol_cells.cell[at];
         cell.flags &= static_cast<std::uint8_t>(~kol_cell_listed);
-        if (cell.cur_time == run.now) kol_watchers.changes.push_back({at, cell.cur});
-        if (!run.noted[at]) run.changed.push_back(at);
-        run.noted[at] = true;
+        changes[count] = {at, cell.cur};
+        if (cell.cur_time == run.now) ++count;
+        if (run.noted[at] != 0) continue;
+        run.changed.push_back(at);
+        run.noted[at] = 1;
     }
+    changes.resize(count);
     kol_cells.listed.clear();
 }
 

@@ -80,8 +80,8 @@ TEST_F(values, of_tables_are_applied_and_checked) {
     EXPECT_EQ(type("apply table in"), (lines{" APPly TABle in ", "#   forces : 8 "}));
     type("check table out period 4 1");
     EXPECT_EQ(behind("run 30", 1),
-              (lines{"# !! CHECK : time = 1.000 : \"d\" expected x got 0 ",
-                     "# !! CHECK : time = 13.000 : \"d\" expected 3 got x ",
+              (lines{"# !! Error : CHECK : time = 1.000 : \"d\" expected x got 0 ",
+                     "# !! Error : CHECK : time = 13.000 : \"d\" expected 3 got x ",
                      "# CHECK TABLE \"out\" : 6 compared, 2 differ, 0 to come ", " RUN 30 "}));
     EXPECT_EQ(tm_vext.num_errors, 2);
     EXPECT_EQ(behind("update l", 1).size(), 4U);

@@ -34,7 +34,7 @@ std::string text_of(const kol_table_column_t& column, const std::string& bits) {
 void report(const kol_table_column_t& column, std::int32_t time, const std::string& expected,
             const std::string& got) {
     tm_count_error();
-    kol_say("# !! CHECK : time = ", kol_time_text(time), " : ", kol_quoted(column.name), " expected ",
+    kol_say("# !! Error : CHECK : time = ", kol_time_text(time), " : ", kol_quoted(column.name), " expected ",
             text_of(column, expected), " got ", text_of(column, got), " ");
 }
 

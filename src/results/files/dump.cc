@@ -61,7 +61,10 @@ public:
 
     void take(std::int32_t time, std::span<const kol_net_change_t> changes) {
         make_room((changes.size() + 4) * sizeof shown_t::line);
-        for (const kol_net_change_t& change : changes) {
+        constexpr std::size_t ahead = 8;
+        for (std::size_t k = 0; k < changes.size(); ++k) {
+            __builtin_prefetch(&shown_[changes[std::min(k + ahead, changes.size() - 1)].net]);
+            const kol_net_change_t& change = changes[k];
             shown_t& shown = shown_[change.net];
             if (shown.state == change.state) continue;
             shown.state = change.state;
