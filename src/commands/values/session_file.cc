@@ -10,6 +10,7 @@
 #include "foundation/replacement.h"
 #include "foundation/shell.h"
 #include "kernel/checkpoint.h"
+#include "results/entries/time_cursor.h"
 #include "schematic/whole_file.h"
 
 namespace {
@@ -35,6 +36,9 @@ void archive_views(tm_archive_t& archive) {
     archive(e.signal_position, e.list_or_trace, e.list_cur_time, e.list_cur_column, e.list_period,
             e.list_base_time, e.list_state_on, e.list_change_on, e.trace_cur_time, e.trace_cur_row,
             e.trace_scale, e.trace_period, e.trace_period_on);
+    for (rs_time_cursor_t* cursor : {&rs_cursors.first, &rs_cursors.second})
+        archive(cursor->is_set, cursor->time);
+    archive(rs_cursors.probes_follow);
 }
 
 void archive_settings(tm_archive_t& archive) {
