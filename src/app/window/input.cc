@@ -254,17 +254,7 @@ void kol_drawing_area_callback_input(Widget area, XtPointer, XtPointer call_data
     if (event->type == ButtonPress || event->type == ButtonRelease) run_button(event->xbutton);
 }
 
-void input_use_wheel() {
-    struct wheel_row {
-        const char *key, *text;
-    };
-    constexpr wheel_row rows[] = {
-        {"WU", "$VPTU5 "},  {"WD", "$VPTD5 "},  {"WL", "$VPTL5 "},           {"WR", "$VPTR5 "},
-        {"WUS", "$VPTL5 "}, {"WDS", "$VPTR5 "}, {"WUC", "ZOOM IN POINTER "}, {"WDC", "ZOOM OUT POINTER "},
-    };
-    bool known = false;
-    for (const wheel_row& row : rows) tm_set_key_action(tm_string(row.key), tm_string(row.text), known);
-}
+void input_use_wheel() { tm_bind_wheel(); }
 
 void input_watch_keys(Widget widget) {
     XtInsertEventHandler(widget, KeyPressMask | KeyReleaseMask, False, key_handler, nullptr, XtListHead);

@@ -12,6 +12,8 @@ void tm_set_key_action(const tm_string_record_t& key, const tm_string_record_t& 
 void tm_get_key_action(const tm_string_record_t& key, tm_string_record_t& text, bool& ok);
 // Lists the bindings of buttons, function keys and control keys on the session area.
 void tm_status_key_all();
+// Binds the wheel: it scrolls, with Shift sideways, with Control it zooms.
+void tm_bind_wheel();
 // Sets the start values of the shell and the default bindings, then runs the
 // installation's key file when there is one.
 void kol_init_menu_action();

@@ -110,3 +110,15 @@ void kol_init_menu_action() {
     set_default_bindings();
     run_key_file();
 }
+
+void tm_bind_wheel() {
+    struct wheel_row {
+        const char *key, *text;
+    };
+    constexpr wheel_row rows[] = {
+        {"WU", "$VPTU5 "},  {"WD", "$VPTD5 "},  {"WL", "$VPTL5 "},           {"WR", "$VPTR5 "},
+        {"WUS", "$VPTL5 "}, {"WDS", "$VPTR5 "}, {"WUC", "ZOOM IN POINTER "}, {"WDC", "ZOOM OUT POINTER "},
+    };
+    bool known = false;
+    for (const wheel_row& row : rows) tm_set_key_action(tm_string(row.key), tm_string(row.text), known);
+}
