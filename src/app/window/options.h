@@ -6,7 +6,7 @@
 
 #include <array>
 
-inline constexpr std::size_t tm_colours = 9;
+#include "app/window/palette.h"
 
 struct window_options_t {
     Boolean results_follow_window = False;  // header, labels and grid of the Results page move with its size

@@ -104,12 +104,7 @@ std::string_view directory_shown() {
     return tm_view(file == 0 ? kol_ext.dir_path : tm_vext.filear[static_cast<std::size_t>(file - 1)].dirname);
 }
 
-std::string title_of_page;  // the one of the start until a page is chosen
-
-void set_title() {
-    title_of_page = " Logic Simulator Kolv  " + std::string(directory_shown());
-    pages_follow_title();
-}
+void set_title() { status_name_window(" Logic Simulator Kolv  " + std::string(directory_shown())); }
 
 // Without a sheet there is nothing but what to do.
 void hint_at_sheets(tm_canvas& canvas) {
@@ -142,19 +137,6 @@ void discard_exposures(Widget area) {
     }
 }
 
-}  // namespace
-
-void pages_follow_title() {
-    static std::string shown;
-    const std::string simulation = status_of_simulation();
-    std::string title = title_of_page + (simulation.empty() ? "" : "   " + simulation);
-    if (title == shown) return;
-    shown = std::move(title);
-    XtVaSetValues(tm_window.top_window, XmNtitle, shown.c_str(), nullptr);
-}
-
-namespace {
-
 // The tab stack draws all its labels over those that were not covered, which makes them bolder: after an
 // exposure the whole strip is cleared and drawn once more.
 void tabs_exposed(Widget tabs, XtPointer, XEvent* event, Boolean*) {
@@ -172,8 +154,6 @@ void select_page(std::size_t page) {
 }
 
 }  // namespace
-
-void pages_name_window(const char* title) { title_of_page = title; }
 
 void pages_set_labels() {
     for (std::size_t i = 0; i < tm_pages; ++i) {

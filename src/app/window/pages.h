@@ -8,9 +8,6 @@
 void pages_create_pixmaps();  // at the current page's size, which becomes bitmap_size
 void pages_set_labels();      // the tabs' labels, the current one marked
 void pages_watch_tabs();      // draws the tabs whole wherever a part of them was covered
-// The title is that of the page, at first this one, with the place and time of the simulation behind it.
-void pages_name_window(const char* title);
-void pages_follow_title();
 void pages_redraw_results();
 void pages_redraw_context();
 // The Results page, and the Context page while there are probes.

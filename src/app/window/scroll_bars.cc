@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+#include "app/window/options.h"
 #include "kernel/context.h"
 #include "results/scroll.h"
 

@@ -9,7 +9,6 @@
 #include <string>
 #include <utility>
 
-#include "app/window/pages.h"
 #include "commands/shared/picking.h"
 #include "commands/shared/sheet_levels.h"
 #include "kernel/say.h"
@@ -31,6 +30,22 @@ void show(Widget label, const std::string& text) {
     if (std::exchange(last, text) == text) return;
     const tm_xm_string string(text.c_str());
     XtVaSetValues(label, XmNlabelString, string.get(), nullptr);
+}
+
+std::string place_of_simulation() {
+    if (pointed == nullptr) return {};
+    return std::string(tm_view(kol_ext.cur_sim_path)) + "   " + kol_time_text(kol_ext.cur_time);
+}
+
+std::string name_of_page;  // what the title begins with
+
+void follow_title() {
+    static std::string shown;
+    const std::string place = place_of_simulation();
+    std::string title = name_of_page + (place.empty() ? "" : "   " + place);
+    if (title == shown) return;
+    shown = std::move(title);
+    XtVaSetValues(tm_window.top_window, XmNtitle, shown.c_str(), nullptr);
 }
 
 std::string joined(const std::string& name, const std::string& value, std::int32_t since) {
@@ -61,9 +76,9 @@ std::string text_of_sheet() {
 
 void show_all(XtPointer, XtIntervalId*) {
     is_waiting = false;
-    pages_follow_title();
+    follow_title();
     show(pointed, " " + (tm_vext.numpage == tm_page::results ? text_of_results() : text_of_sheet()));
-    show(simulation, status_of_simulation() + " ");
+    show(simulation, place_of_simulation() + " ");
 }
 
 Widget create_label(Widget form, const char* name) {
@@ -112,7 +127,7 @@ void status_show_run() {
     status_soon();
 }
 
-std::string status_of_simulation() {
-    if (pointed == nullptr) return {};
-    return std::string(tm_view(kol_ext.cur_sim_path)) + "   " + kol_time_text(kol_ext.cur_time);
+void status_name_window(std::string_view name) {
+    name_of_page = name;
+    follow_title();
 }

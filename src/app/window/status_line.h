@@ -2,6 +2,8 @@
 // where the simulation is; a run shows how far it is.
 #pragma once
 
+#include <string_view>
+
 #include "app/window/window_record.h"
 
 // At the foot of the window's form; the line.
@@ -10,5 +12,5 @@ Widget status_create(Widget form);
 void status_soon();
 // While a run goes on: shows it now, but not more often than a reader can follow.
 void status_show_run();
-// " path  time" of the simulation, for the title; empty without a status line.
-std::string status_of_simulation();
+// The title of the window, behind which the place and time of the simulation stand.
+void status_name_window(std::string_view name);

@@ -193,7 +193,7 @@ void create_panes(Widget parent, Widget above, Widget below) {
 
 void create_widgets(const char* name) {
     create_shell(name);
-    pages_name_window(name);
+    status_name_window(name);
     window_options_read();
     Widget form = XtVaCreateManagedWidget("form", xmFormWidgetClass, tm_window.top_window, nullptr);
     Widget menu_bar = create_menu_bar(form);

@@ -6,7 +6,7 @@
 #include <array>
 #include <cstdint>
 
-#include "app/window/options.h"
+#include "app/window/palette.h"
 #include "foundation/context.h"
 
 struct tm_window_t {

@@ -8,6 +8,7 @@
 #include <span>
 #include <vector>
 
+#include "app/window/options.h"
 #include "canvas/stroke_font.h"
 
 namespace {
