@@ -183,7 +183,7 @@ TEST_F(written_files, names_reach_no_shell) {
     EXPECT_EQ(count(), 1U);
 }
 
-#ifndef __SANITIZE_ADDRESS__
+#ifndef KOLV_SANITIZE  // which refuse the size
 TEST(memory, that_cannot_be_had_ends_the_program_with_one_line) {
     const auto take_all = [] {
         tm_begin_process();
