@@ -373,8 +373,8 @@ bool kol_build_cells(bool with_registers) {
 
 namespace {
 
-// What the fed pins were shown where that is not what the net took.  Pins that were shown different states are
-// kept up one by one from here on.
+// What the fed pins were shown where that is not what the net took.  Pins that were shown different states
+// are kept up one by one from here on.
 void read_shown(const yx_net_record_t& root, kol_cell_t& cell) {
     const yx_signal_state_rec* first = nullptr;
     for (const kol_pin_link_t& fed : kol_fan_out_of(root)) {

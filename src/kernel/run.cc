@@ -78,8 +78,7 @@ void run_general_way() {
 }
 
 bool has_events() {
-    return kol_ext.cur_event != nullptr ||
-           kol_stimuli_reader_t().next_time() != kol_stimuli_reader_t::never;
+    return kol_ext.cur_event != nullptr || kol_stimuli_reader_t().next_time() != kol_stimuli_reader_t::never;
 }
 
 void exec_window(bool& no_event_found) {

@@ -25,8 +25,8 @@ extern std::int64_t kol_events_executed;
 extern volatile std::sig_atomic_t kol_progress_is_due;
 void kol_show_progress();
 
-// Counts an event; true once in many, where the keys are to be looked at behind it.  Behind a FORCE event they
-// always are.
+// Counts an event; true once in many, where the keys are to be looked at behind it.  Behind a FORCE event
+// they always are.
 inline bool kol_is_look_due() {
     static std::uint32_t events = 0;
     constexpr std::uint32_t events_between_looks = 1U << 14;

@@ -32,10 +32,10 @@ std::size_t part_end(std::size_t part) {
 // In a part, the first force from a time on.
 std::size_t force_from(std::size_t part, std::int64_t time) {
     const auto begin = kol_stimuli.forces.begin();
-    const auto found = std::lower_bound(
-        begin + static_cast<std::ptrdiff_t>(kol_stimuli.parts[part]),
-        begin + static_cast<std::ptrdiff_t>(part_end(part)), time,
-        [](const kol_force_t& force, std::int64_t asked) { return force.time < asked; });
+    const auto found =
+        std::lower_bound(begin + static_cast<std::ptrdiff_t>(kol_stimuli.parts[part]),
+                         begin + static_cast<std::ptrdiff_t>(part_end(part)), time,
+                         [](const kol_force_t& force, std::int64_t asked) { return force.time < asked; });
     return static_cast<std::size_t>(found - begin);
 }
 
@@ -99,7 +99,8 @@ std::int64_t last_of_clock(const kol_clock_t& clock, std::uint32_t limit, const 
 
 kol_stimuli_reader_t::kol_stimuli_reader_t(bool only_present, std::int64_t from, std::int64_t end) {
     const auto count = static_cast<std::uint32_t>(kol_stimuli.windows.size());
-    for (std::uint32_t k = only_present && count > 0 ? count - 1 : 0; k < count; ++k) add_window(k, from, end);
+    for (std::uint32_t k = only_present && count > 0 ? count - 1 : 0; k < count; ++k)
+        add_window(k, from, end);
 }
 
 void kol_stimuli_reader_t::add_window(std::uint32_t number, std::int64_t from, std::int64_t end) {
@@ -137,8 +138,7 @@ void kol_stimuli_reader_t::add_clock(source_t source, const kol_window_t& window
     source.kind = kind_t::regular;
     const std::int64_t ahead = std::max<std::int64_t>(source.first - clock.start_time, 0);
     source.period_begin = clock.start_time + ahead / clock.period * clock.period;
-    const auto at =
-        std::ranges::lower_bound(clock.regular, ahead % clock.period, {}, offset_of(clock));
+    const auto at = std::ranges::lower_bound(clock.regular, ahead % clock.period, {}, offset_of(clock));
     source.at = static_cast<std::size_t>(at - clock.regular.begin());
     if (move_on(source)) add(source);
 }

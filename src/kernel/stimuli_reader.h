@@ -29,14 +29,14 @@ private:
     // A part of the single forces, the regular forces of a clock, or one of its others.
     struct source_t {
         kind_t kind = kind_t::part;
-        std::uint32_t window = 0, group = 0;       // rank among the stimuli of one time
-        std::int64_t first = 0, end = 0;           // times that it brings
-        std::uint32_t limit = 0;                   // forces of this order on are newer than the window
+        std::uint32_t window = 0, group = 0;  // rank among the stimuli of one time
+        std::int64_t first = 0, end = 0;      // times that it brings
+        std::uint32_t limit = 0;              // forces of this order on are newer than the window
         const kol_clock_t* clock = nullptr;
-        std::int64_t period_begin = 0;             // of a clock
-        std::size_t at = 0;                        // place behind the next force, of a part in front of it
+        std::int64_t period_begin = 0;                // of a clock
+        std::size_t at = 0;                           // place behind the next force, of a part in front of it
         std::size_t begin = 0, behind = 0, last = 0;  // of a part: the forces of one time, the part's end
-        const kol_force_t* force = nullptr;        // the next one
+        const kol_force_t* force = nullptr;           // the next one
         std::int64_t time = 0;
     };
 

@@ -81,15 +81,15 @@ struct yx_net_u1_t {
     const kol_pin_link_t* link = nullptr;  // pins that drive the tree, then those it feeds, each in pre-order
     std::int32_t nb_of_driver = 0;
     std::int32_t nb_of_fan_out = 0;
-    yx_event_rec_t* first_pending = nullptr;    // queued events from pins, the newest first
-    yx_event_rec_t* first_force = nullptr;      // queued FORCE events, by time while forces_sorted
-    kol_history_t* history = nullptr;           // while somebody observes the net
+    yx_event_rec_t* first_pending = nullptr;  // queued events from pins, the newest first
+    yx_event_rec_t* first_force = nullptr;    // queued FORCE events, by time while forces_sorted
+    kol_history_t* history = nullptr;         // while somebody observes the net
     yx_break_signal_rec_t* break_signal = nullptr;
 
     yx_event_rec_t* last_force = nullptr;
     bool forces_sorted = true;
-    std::int8_t state_init = 0;                  // 0: none
-    std::int16_t posinbus = 0;                   // 1-based
+    std::int8_t state_init = 0;       // 0: none
+    std::int16_t posinbus = 0;        // 1-based
     std::int32_t nb_of_observer = 0;  // signals that keep the history alive
 
     std::int32_t rise[3] = {0, 0, 0};  // minimum, typical, maximum

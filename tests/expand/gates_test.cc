@@ -1,4 +1,5 @@
-// Combinational cells beside their functions: constants, signs, steady outputs, nets with many readers, strengths.
+// Combinational cells beside their functions: constants, signs, steady outputs, nets with many readers,
+// strengths.
 #include "expansion.h"
 
 namespace {

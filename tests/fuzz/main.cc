@@ -1,5 +1,5 @@
-// kolv-fuzz --target=NAME ...: a libFuzzer program for every target.  kolv-fuzz --target=NAME --seeds=FOLDER writes files
-// to begin with.
+// kolv-fuzz --target=NAME ...: a libFuzzer program for every target.  kolv-fuzz --target=NAME --seeds=FOLDER
+// writes files to begin with.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>

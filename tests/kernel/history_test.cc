@@ -58,11 +58,11 @@ TEST(history, returns_to_its_first_record_for_every_kind_of_observer) {
     listed->sig_bus = true;
     listed->bus = first;
     yx_signal_rec_t* const signals[] = {listed->previous = observe("a"),
-                                  kol_ext.trace_signal = observe("b"),
-                                  kol_ext.trace_signal->previous = observe("a"),
-                                  first->signal = observe("c"),
-                                  first->signal->next = observe("a"),
-                                  last->signal = observe("d")};
+                                        kol_ext.trace_signal = observe("b"),
+                                        kol_ext.trace_signal->previous = observe("a"),
+                                        first->signal = observe("c"),
+                                        first->signal->next = observe("a"),
+                                        last->signal = observe("d")};
     tst_schedule("a=1@1 b=1@2 c=1@3 d=1@4 a=0@5 b=0@6 c=0@7 d=0@8");
     tst_run_until(10);
     for (yx_signal_rec_t* signal : signals) signal->cursor = 1;

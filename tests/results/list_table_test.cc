@@ -58,7 +58,8 @@ TEST_F(list_table, the_cursor_rests_on_the_last_change_not_later_than_the_time) 
         {"a", 0, 0},   {"late", 3, 19}, {"late", 9, 17}, {"late", 0, 19}};
     for (const auto& [signal, time, state] : steps) {
         kol_list_get_sigresult(signal_of[signal], time);
-        EXPECT_EQ((*signal_of[signal]->history)[signal_of[signal]->cursor].state, state) << signal << " at " << time;
+        EXPECT_EQ((*signal_of[signal]->history)[signal_of[signal]->cursor].state, state)
+            << signal << " at " << time;
     }
 }
 

@@ -28,8 +28,7 @@ std::size_t defined() {
     return length(kol_ext.list_signal, &yx_signal_rec_t::previous) +
            length(kol_ext.trace_signal, &yx_signal_rec_t::previous) +
            length(kol_ext.start_probe_signal, &kol_probe_signal_rec_t::next) +
-           length(kol_ext.start_sim_bus, &yx_bus_rec_t::next) +
-           kol_stimuli.forces.size();
+           length(kol_ext.start_sim_bus, &yx_bus_rec_t::next) + kol_stimuli.forces.size();
 }
 
 std::function<void()> asked;

@@ -34,8 +34,8 @@ const tm_record_of<Type>& record_of(tm_file_index_t file, std::int16_t id) {
 details of_instance(tm_file_index_t file, std::int16_t id) {
     const auto& instance = record_of<tm_type_instance>(file, id);
     return {"INST = " + in_quotes(kol_name_of(file, id)), "symbol = " + number(instance.symbol) +
-                                                           " ;  rotate = " + number(instance.rotate) +
-                                                           " ;  fliph = " + yes_no(instance.fliph)};
+                                                              " ;  rotate = " + number(instance.rotate) +
+                                                              " ;  fliph = " + yes_no(instance.fliph)};
 }
 
 details of_symbol(tm_file_index_t file, std::int16_t id) {
@@ -114,6 +114,7 @@ std::vector<std::string> kol_object_details(tm_file_index_t file, std::int16_t o
 }
 
 std::string kol_property_text(const tm_object_property_rec_t& property) {
-    return "name = " + in_quotes(tm_view(property.name)) + " ;  value = " + in_quotes(tm_view(property.nvalue)) +
+    return "name = " + in_quotes(tm_view(property.name)) +
+           " ;  value = " + in_quotes(tm_view(property.nvalue)) +
            (property.visible ? " ;  VISIBLE" : " ;  NOVISIBLE");
 }

@@ -129,8 +129,8 @@ std::int32_t last_time_at_place_of(std::int32_t time, std::int32_t plot_width) {
     const std::int64_t unit = window_span() > large_span ? coarse_step : 1, span = window_span() / unit;
     const std::int64_t along = (std::int64_t{time} - kol_ext.trace_cur_time) / unit * plot_width / span;
     const std::int64_t next = ((along + 1) * span + plot_width - 1) / plot_width;  // offset of the next pixel
-    return static_cast<std::int32_t>(
-        std::min<std::int64_t>(kol_ext.trace_cur_time + next * unit - 1, std::numeric_limits<std::int32_t>::max()));
+    return static_cast<std::int32_t>(std::min<std::int64_t>(kol_ext.trace_cur_time + next * unit - 1,
+                                                            std::numeric_limits<std::int32_t>::max()));
 }
 
 constexpr std::size_t few_changes = 32;
@@ -167,7 +167,8 @@ void draw_many(waveform& drawn, const kol_history_t& history, std::size_t from, 
     }
 }
 
-void draw_column(waveform& drawn, const kol_history_t& history, std::size_t from, std::size_t to, tm_pixel at) {
+void draw_column(waveform& drawn, const kol_history_t& history, std::size_t from, std::size_t to,
+                 tm_pixel at) {
     if (to > from + few_changes) return draw_many(drawn, history, from, to, at);
     for (; from < to; ++from) drawn.step_to(wave_at(history[from].state, at.x, at.y));
 }
