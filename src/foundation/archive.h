@@ -43,6 +43,7 @@ private:
     template <typename T>
     requires std::is_integral_v<T> || std::is_enum_v<T>
     void take(T& value) {
+        // NOLINTNEXTLINE(bugprone-signed-char-misuse): only the bytes of the value are taken
         auto bits = static_cast<std::uint64_t>(value);
         take_bytes(bits, std::is_same_v<T, bool> ? 1 : sizeof(T));
         if (is_reading_) value = static_cast<T>(bits);

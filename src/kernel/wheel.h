@@ -16,6 +16,7 @@
 #include <span>
 #include <vector>
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): in the copy that the compiler makes of the ring
 class kol_wheel_t {
 public:
     static constexpr std::uint32_t none = ~std::uint32_t{0};
